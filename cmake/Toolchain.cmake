@@ -1,0 +1,59 @@
+# Everything that all targets share: the language, the warnings, the sanitizers, the compiler cache.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+add_library(lumora_settings INTERFACE)
+
+target_compile_definitions(
+    lumora_settings
+    INTERFACE
+        QT_NO_CAST_FROM_ASCII
+        QT_NO_CAST_TO_ASCII
+        QT_NO_CONTEXTLESS_CONNECT
+        QT_NO_FOREACH
+        QT_NO_KEYWORDS
+        QT_NO_URL_CAST_FROM_STRING
+        QT_DISABLE_DEPRECATED_BEFORE=0x060400
+)
+
+target_compile_options(
+    lumora_settings
+    INTERFACE
+        -Wall
+        -Wextra
+        -Wpedantic
+        -Wcast-align
+        -Wconversion
+        -Wdouble-promotion
+        -Wformat=2
+        -Wnon-virtual-dtor
+        -Wnull-dereference
+        -Woverloaded-virtual
+        -Wshadow
+        -Wsign-conversion
+        -Wunused
+        $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>
+        $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op>
+        $<$<BOOL:${LUMORA_WARNINGS_AS_ERRORS}>:-Werror>
+        # Coroutines are a switch of their own in both compilers.
+        $<$<CXX_COMPILER_ID:GNU>:-fcoroutines>
+)
+
+if(LUMORA_SANITIZERS)
+    target_compile_options(
+        lumora_settings
+        INTERFACE -fsanitize=${LUMORA_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all
+    )
+    target_link_options(lumora_settings INTERFACE -fsanitize=${LUMORA_SANITIZERS})
+endif()

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "BrewDiscovery.h"
+
+#include "ShellProcess.h"
+#include "Utf8.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+
+namespace {
+
+bool exists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
+/// White space and line ends as Unicode knows them, in UTF-8.
+constexpr std::array<std::string_view, 25> whiteSpace{
+    "\t",           "\n",           "\v",           "\f",           "\r",           " ",
+    "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82",
+    "\xE2\x80\x83", "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88",
+    "\xE2\x80\x89", "\xE2\x80\x8A", "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F",
+    "\xE3\x80\x80"};
+
+std::size_t sizeOfSpace(bool (*isAtEdge)(std::string_view text, std::string_view space),
+                        std::string_view text) {
+    const auto* const space = std::ranges::find_if(
+        whiteSpace, [&](std::string_view candidate) { return isAtEdge(text, candidate); });
+    return space != whiteSpace.end() ? space->size() : 0;
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto atStart = [](std::string_view t, std::string_view s) { return t.starts_with(s); };
+    const auto atEnd = [](std::string_view t, std::string_view s) { return t.ends_with(s); };
+    while (const std::size_t size = sizeOfSpace(atStart, text))
+        text.remove_prefix(size);
+    while (const std::size_t size = sizeOfSpace(atEnd, text))
+        text.remove_suffix(size);
+    return text;
+}
+
+/// Only a login shell that is also interactive reads every file in which users put
+/// `brew` on their search path.
+std::string askShellForBrew() {
+    const auto started =
+        ShellProcess::start({"-l", "-i", "-c", "which brew"}, ShellProcess::Session::Own);
+    const auto* shell = std::get_if<ShellProcess>(&started);
+    if (shell == nullptr)
+        return {};
+    const std::string output = shell->standardOutput().readToEnd();
+    static_cast<void>(shell->waitForExit());
+    return isValidUtf8(output) ? std::string(trimmed(output)) : std::string();
+}
+
+} // namespace
+
+BrewDiscovery BrewDiscovery::usual(const std::string& home) {
+    return {.candidates = {"/opt/homebrew/bin/brew", "/usr/local/bin/brew",
+                           home + "/.homebrew/bin/brew", "/home/linuxbrew/.linuxbrew/bin/brew"}};
+}
+
+std::string BrewDiscovery::run() const {
+    const auto found = std::ranges::find_if(candidates, exists);
+    if (found != candidates.end())
+        return *found;
+    if (!askShell)
+        return {};
+    std::string answer = askShellForBrew();
+    return exists(answer) ? answer : std::string();
+}
+
+std::string homeDirectory() {
+    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0')
+        return home;
+    const passwd* entry = ::getpwuid(::getuid());
+    return entry != nullptr && entry->pw_dir != nullptr ? entry->pw_dir : "";
+}

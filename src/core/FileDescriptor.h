@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+/// Owns one open file descriptor and closes it.
+class FileDescriptor final {
+public:
+    FileDescriptor() = default;
+
+    explicit FileDescriptor(int fd) : m_fd(fd) {}
+
+    FileDescriptor(FileDescriptor&& other) noexcept;
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+    ~FileDescriptor();
+
+    [[nodiscard]] int get() const { return m_fd; }
+
+    void close();
+
+    /// Reads until end of file, blocking. A read error counts as end of file.
+    [[nodiscard]] std::string readToEnd() const;
+
+private:
+    int m_fd{-1};
+};
+
+/// The two ends of a pipe; neither is inherited across an exec.
+struct Pipe final {
+    FileDescriptor readEnd;
+    FileDescriptor writeEnd;
+
+    /// Opens a pipe whose descriptors lie above the three standard streams, so that
+    /// a child's standard streams can be set up in any order. Returns 0 or errno.
+    [[nodiscard]] int open();
+
+    /// Gives the pipe the largest capacity the system grants, 1 MiB at the most.
+    void enlarge();
+};

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CommandResult.h"
+#include "LaunchError.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+class OpenPipes;
+
+/// A command ran and ended, or could not be started at all.
+using RunOutcome = std::variant<CommandResult, LaunchError>;
+
+/// The command line that the shell gets: the path as it stands, then each argument in
+/// single quotes. A path with spaces or shell characters is interpreted by the shell.
+[[nodiscard]] std::string commandLine(const std::string& brewPath,
+                                      const std::vector<std::string>& args);
+
+/// Runs `brew` once through a login shell and blocks until it has exited.
+///
+/// Call it from any thread but the interface's; calls don't share anything. Standard
+/// output is read to its end before standard error is, so a child that fills the
+/// standard-error pipe (1 MiB) waits until it has closed standard output. Whatever goes
+/// wrong behind the shell (no brew at that path, an unknown command) is a result with
+/// a non-zero status, not an error.
+///
+/// `openPipes`, if given, knows the run's pipes while it lasts.
+[[nodiscard]] RunOutcome runBrewSync(const std::string& brewPath,
+                                     const std::vector<std::string>& args,
+                                     OpenPipes* openPipes = nullptr);

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "FileDescriptor.h"
+#include "LaunchError.h"
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// A running child shell with its standard output and standard error on two pipes.
+///
+/// Standard input, environment and working directory are the application's own.
+/// The destructor closes the pipes but doesn't wait: call waitForExit().
+class ShellProcess final {
+public:
+    /// Whether the child shares the application's terminal session. A shell that
+    /// thinks it is interactive would fight for the terminal and be stopped by it.
+    enum class Session { Inherited, Own };
+
+    /// The shell that every command runs through.
+    static constexpr const char* zsh = "/bin/zsh";
+
+    /// Starts `shell` with `arguments` (without the program name).
+    [[nodiscard]] static std::variant<ShellProcess, LaunchError>
+    start(const std::vector<std::string>& arguments, Session session = Session::Inherited,
+          const char* shell = zsh);
+
+    [[nodiscard]] const FileDescriptor& standardOutput() const { return m_standardOutput; }
+
+    [[nodiscard]] const FileDescriptor& standardError() const { return m_standardError; }
+
+    /// Blocks until the child has exited; 128 + the signal's number if one ended it.
+    [[nodiscard]] std::int32_t waitForExit() const;
+
+private:
+    ShellProcess(pid_t pid, FileDescriptor standardOutput, FileDescriptor standardError);
+
+    pid_t m_pid{-1};
+    FileDescriptor m_standardOutput;
+    FileDescriptor m_standardError;
+};

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "SpawnAttributes.h"
+
+#include <unistd.h>
+
+#include <csignal>
+
+#ifdef __APPLE__
+#include <crt_externs.h>
+#endif
+
+namespace {
+
+char** inheritedEnvironment() {
+#ifdef __APPLE__
+    return *_NSGetEnviron();
+#else
+    return environ;
+#endif
+}
+
+} // namespace
+
+SpawnAttributes::SpawnAttributes() {
+    posix_spawnattr_init(&m_attributes);
+    posix_spawn_file_actions_init(&m_fileActions);
+
+    sigset_t signals;
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&m_attributes, &signals);
+    sigaddset(&signals, SIGPIPE);
+    posix_spawnattr_setsigdefault(&m_attributes, &signals);
+    m_flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+#ifdef __APPLE__
+    // Without pipe2() a descriptor can leak into a child started at the same moment.
+    m_flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
+    posix_spawn_file_actions_addinherit_np(&m_fileActions, STDIN_FILENO);
+#endif
+    posix_spawnattr_setflags(&m_attributes, m_flags);
+}
+
+SpawnAttributes::~SpawnAttributes() {
+    posix_spawn_file_actions_destroy(&m_fileActions);
+    posix_spawnattr_destroy(&m_attributes);
+}
+
+void SpawnAttributes::startSession() {
+    m_flags |= POSIX_SPAWN_SETSID;
+    posix_spawnattr_setflags(&m_attributes, m_flags);
+}
+
+void SpawnAttributes::connect(int source, int target) {
+    posix_spawn_file_actions_adddup2(&m_fileActions, source, target);
+}
+
+void SpawnAttributes::connectToNull(int target, int flags) {
+    posix_spawn_file_actions_addopen(&m_fileActions, target, "/dev/null", flags, 0);
+}
+
+int SpawnAttributes::spawn(pid_t& pid, const std::vector<char*>& argumentVector) const {
+    return posix_spawn(&pid, argumentVector.front(), &m_fileActions, &m_attributes,
+                       argumentVector.data(), inheritedEnvironment());
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "LangManager.h"
+
+#include <QLocale>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QLatin1StringView languageKey("appLanguage");
+
+} // namespace
+
+LangManager& LangManager::shared() {
+    static LangManager instance;
+    return instance;
+}
+
+LangManager::LangManager()
+    : m_current(initialLanguage(QSettings().value(languageKey).toString(),
+                                QLocale::system().uiLanguages())) {}
+
+void LangManager::setCurrent(Lang lang) {
+    Q_EMIT objectWillChange();
+    m_current = lang;
+    Q_EMIT currentChanged(m_current);
+    QSettings().setValue(languageKey, rawValue(m_current));
+}
+
+Lang LangManager::initialLanguage(const QString& storedCode, const QStringList& systemLanguages) {
+    if (const auto stored = langFromRawValue(storedCode))
+        return *stored;
+    const QString preferred = systemLanguages.value(0, u"en"_s);
+    for (const Lang lang : {Lang::ko, Lang::ja}) {
+        if (preferred.startsWith(rawValue(lang)))
+            return lang;
+    }
+    return Lang::en;
+}

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "BrewPackage.h"
+#include "BrewTap.h"
+#include "OutdatedPackage.h"
+#include "Published.h"
+#include "SearchResult.h"
+
+#include <QCoroTask>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+class OpenPipes;
+struct BrewDiscovery;
+
+/// Everything the interface shows about Homebrew, and every Homebrew action.
+///
+/// All of it belongs to the interface thread; only the runs of `brew` happen elsewhere.
+/// Operations start at once, never throw and never wait for each other: of two that
+/// overlap, the one that ends last has the last word. Discarding an operation's task
+/// doesn't stop it. A manager that is destroyed first leaves them without effect.
+class BrewManager final : public ObservableObject {
+    Q_OBJECT
+
+public:
+    /// Looks for `brew` in Homebrew's usual places, blocking (see BrewDiscovery).
+    BrewManager();
+    explicit BrewManager(const BrewDiscovery& discovery);
+    ~BrewManager() override;
+
+    /// Installed packages, sorted by name.
+    Published<QList<BrewPackage>> formulae{*this};
+    Published<QList<BrewPackage>> casks{*this};
+    /// Outdated packages in brew's order.
+    Published<QList<OutdatedPackage>> outdatedFormulae{*this};
+    Published<QList<OutdatedPackage>> outdatedCasks{*this};
+    Published<QList<BrewTap>> taps{*this};
+    /// Hits of the last search.
+    Published<QList<SearchResult>> searchResults{*this};
+    Published<bool> isLoadingFormulae{*this};
+    Published<bool> isLoadingCasks{*this};
+    Published<bool> isLoadingOutdated{*this};
+    Published<bool> isLoadingTaps{*this};
+    Published<bool> isSearching{*this};
+    /// A package or tap operation is running.
+    Published<bool> isRunningOperation{*this};
+    /// What the running operation, or else the last one, has printed.
+    Published<QString> operationOutput{*this};
+    /// The last failure in words for the user.
+    Published<std::optional<QString>> errorMessage{*this};
+    Published<bool> brewAvailable{*this, true};
+
+    /// "" when there is no brew.
+    [[nodiscard]] const QString& brewPath() const { return m_brewPath; }
+
+    // Loads replace their lists whole, or leave them and set errorMessage.
+    QCoro::Task<> loadFormulae();
+    QCoro::Task<> loadCasks();
+    QCoro::Task<> loadOutdated();
+    QCoro::Task<> loadTaps();
+    /// All four loads at once; ends with the slowest.
+    QCoro::Task<> refreshAll();
+    /// Fills searchResults; a query of nothing but blanks empties them without a run.
+    QCoro::Task<> search(QString query);
+
+    // Operations write operationOutput and tell whether brew exited with status 0.
+    // They reload nothing.
+    QCoro::Task<bool> install(QString name, PackageType type);
+    QCoro::Task<bool> uninstall(QString name, PackageType type);
+    QCoro::Task<bool> upgrade(QString name, PackageType type);
+    QCoro::Task<bool> upgradeAll();
+    QCoro::Task<bool> addTap(QString name);
+    QCoro::Task<bool> removeTap(QString name);
+
+    // Reports return the text to show and change no property.
+    QCoro::Task<QString> getPackageInfo(QString name, PackageType type);
+    QCoro::Task<QString> cleanupDryRun();
+    QCoro::Task<QString> cleanup();
+    QCoro::Task<QString> doctor();
+
+    /// For an application about to end: leaves the pipes of all running commands to small
+    /// processes that read them to their ends. Returns how many commands were running.
+    int leaveRunningCommands();
+
+private:
+    struct Load;
+    struct Operation;
+    struct Printed;
+
+    QCoro::Task<> runLoad(Load load);
+    QCoro::Task<bool> runOperation(Operation operation);
+    QCoro::Task<QString> runReport(QStringList arguments,
+                                   std::function<QString(const Printed&)> choose);
+    void appendToOutput(const QString& text);
+
+    QString m_brewPath;
+    std::shared_ptr<OpenPipes> m_openPipes;
+};

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+#include "Blanks.h"
+#include "BrewListResponse.h"
+#include "BrewManager.h"
+#include "CoroutineParameters.h"
+#include "DetachedRun.h"
+#include "JsonReport.h"
+#include "OutdatedResponse.h"
+#include "SortByName.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+static_assert(takesParametersByValue<&BrewManager::loadFormulae, &BrewManager::loadCasks,
+                                     &BrewManager::loadOutdated, &BrewManager::loadTaps,
+                                     &BrewManager::refreshAll, &BrewManager::search>);
+
+/// One row of the table of loads.
+struct BrewManager::Load final {
+    Published<bool>& isLoading;
+    QStringList arguments;
+    QString failurePrefix;
+    /// errorMessage for a non-zero status; without one the status doesn't matter.
+    std::optional<QString> statusFailure;
+    /// Turns standard output into published lists, or says why it can't and leaves them.
+    std::function<std::optional<QString>(const std::string& output)> publish;
+};
+
+QCoro::Task<> BrewManager::runLoad(Load load) {
+    const QPointer<BrewManager> self(this);
+    load.isLoading.set(true);
+    errorMessage.set(std::nullopt);
+    const auto outcome = co_await runDetached(m_brewPath, load.arguments, m_openPipes);
+    if (!self)
+        co_return;
+
+    if (const auto* error = std::get_if<LaunchError>(outcome.get())) {
+        errorMessage.set(load.failurePrefix + QString::fromStdString(error->description));
+    } else {
+        const auto& result = std::get<CommandResult>(*outcome);
+        if (result.status != 0 && load.statusFailure)
+            errorMessage.set(load.statusFailure);
+        else if (const auto failure = load.publish(result.standardOutput))
+            errorMessage.set(load.failurePrefix + *failure);
+    }
+    load.isLoading.set(false);
+}
+
+namespace {
+
+template <class Record>
+std::optional<QString>
+publishPackages(const std::string& output, QList<Record> BrewListResponse::*records,
+                BrewPackage (*toPackage)(Record), Published<QList<BrewPackage>>& list) {
+    auto decoded = decodeReport<BrewListResponse>(output);
+    if (const auto* error = std::get_if<DecodingError>(&decoded))
+        return error->description;
+
+    auto& report = std::get<BrewListResponse>(decoded);
+    QList<BrewPackage> packages;
+    packages.reserve((report.*records).size());
+    for (Record& record : report.*records)
+        packages.append(toPackage(std::move(record)));
+    sortByName(packages);
+    list.set(std::move(packages));
+    return std::nullopt;
+}
+
+QList<QStringView> trimmedLines(const QString& text) {
+    QList<QStringView> lines;
+    for (const QStringView line : QStringView(text).split(u'\n')) {
+        if (const QStringView trimmed = trimmedOfBlanks(line); !trimmed.isEmpty())
+            lines.append(trimmed);
+    }
+    return lines;
+}
+
+using Names = QSet<QString>;
+
+Names namesOf(const QList<BrewPackage>& packages) {
+    Names names;
+    names.reserve(packages.size());
+    for (const BrewPackage& package : packages)
+        names.insert(package.name);
+    return names;
+}
+
+/// Some versions of brew put headings above the two kinds, others print bare names.
+QList<SearchResult> parseHits(const QString& output, const Names& formulae, const Names& casks) {
+    QList<SearchResult> hits;
+    PackageType type = PackageType::formula;
+    for (const QStringView line : trimmedLines(output)) {
+        if (line.contains(u"==> Formulae"_s)) {
+            type = PackageType::formula;
+        } else if (line.contains(u"==> Casks"_s)) {
+            type = PackageType::cask;
+        } else if (!line.startsWith(u"==>"_s)) {
+            const QString name = line.toString();
+            const Names& installed = type == PackageType::cask ? casks : formulae;
+            hits.append({name, type, installed.contains(name)});
+        }
+    }
+    return hits;
+}
+
+} // namespace
+
+QCoro::Task<> BrewManager::loadFormulae() {
+    return runLoad({
+        .isLoading = isLoadingFormulae,
+        .arguments = {u"info"_s, u"--json=v2"_s, u"--installed"_s, u"--formula"_s},
+        .failurePrefix = u"Failed to load formulae: "_s,
+        .statusFailure = u"brew info --installed --formula failed"_s,
+        .publish =
+            [this](const std::string& output) {
+                return publishPackages(output, &BrewListResponse::formulae,
+                                       &BrewPackage::fromFormula, formulae);
+            },
+    });
+}
+
+QCoro::Task<> BrewManager::loadCasks() {
+    return runLoad({
+        .isLoading = isLoadingCasks,
+        .arguments = {u"info"_s, u"--json=v2"_s, u"--installed"_s, u"--cask"_s},
+        .failurePrefix = u"Failed to load casks: "_s,
+        .statusFailure = u"brew info --installed --cask failed"_s,
+        .publish =
+            [this](const std::string& output) {
+                return publishPackages(output, &BrewListResponse::casks, &BrewPackage::fromCask,
+                                       casks);
+            },
+    });
+}
+
+QCoro::Task<> BrewManager::loadOutdated() {
+    return runLoad({
+        .isLoading = isLoadingOutdated,
+        .arguments = {u"outdated"_s, u"--json=v2"_s},
+        .failurePrefix = u"Failed to load outdated: "_s,
+        .statusFailure = u"brew outdated failed"_s,
+        .publish = [this](const std::string& output) -> std::optional<QString> {
+            const auto decoded = decodeReport<OutdatedResponse>(output);
+            if (const auto* error = std::get_if<DecodingError>(&decoded))
+                return error->description;
+            const auto& report = std::get<OutdatedResponse>(decoded);
+
+            QList<OutdatedPackage> newFormulae;
+            for (const OutdatedFormulaJSON& formula : report.formulae) {
+                newFormulae.append({formula.name, formula.installedVersions.value(0, u"?"_s),
+                                    formula.currentVersion, PackageType::formula});
+            }
+            QList<OutdatedPackage> newCasks;
+            for (const OutdatedCaskJSON& cask : report.casks) {
+                newCasks.append(
+                    {cask.name, cask.installedVersions, cask.currentVersion, PackageType::cask});
+            }
+            outdatedFormulae.set(std::move(newFormulae));
+            outdatedCasks.set(std::move(newCasks));
+            return std::nullopt;
+        },
+    });
+}
+
+QCoro::Task<> BrewManager::loadTaps() {
+    return runLoad({
+        .isLoading = isLoadingTaps,
+        .arguments = {u"tap"_s},
+        .failurePrefix = u"Failed to load taps: "_s,
+        .statusFailure = u"brew tap failed"_s,
+        .publish = [this](const std::string& output) -> std::optional<QString> {
+            QList<BrewTap> newTaps;
+            const QString text = QString::fromStdString(output);
+            for (const QStringView line : trimmedLines(text))
+                newTaps.append({line.toString()});
+            std::ranges::stable_sort(newTaps, {}, &BrewTap::name);
+            taps.set(std::move(newTaps));
+            return std::nullopt;
+        },
+    });
+}
+
+QCoro::Task<> BrewManager::refreshAll() {
+    auto formulaeLoad = loadFormulae();
+    auto casksLoad = loadCasks();
+    auto outdatedLoad = loadOutdated();
+    auto tapsLoad = loadTaps();
+    co_await formulaeLoad;
+    co_await casksLoad;
+    co_await outdatedLoad;
+    co_await tapsLoad;
+}
+
+QCoro::Task<> BrewManager::search(QString query) {
+    if (trimmedOfBlanks(query).isEmpty()) {
+        searchResults.set({});
+        return []() -> QCoro::Task<> { co_return; }();
+    }
+    return runLoad({
+        .isLoading = isSearching,
+        .arguments = {u"search"_s, query},
+        .failurePrefix = u"Search failed: "_s,
+        // A search without a hit ends with status 1.
+        .statusFailure = std::nullopt,
+        .publish = [this, installedFormulae = namesOf(*formulae), installedCasks = namesOf(*casks)](
+                       const std::string& output) -> std::optional<QString> {
+            searchResults.set(
+                parseHits(QString::fromStdString(output), installedFormulae, installedCasks));
+            return std::nullopt;
+        },
+    });
+}

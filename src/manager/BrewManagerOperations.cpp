@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "BrewManager.h"
+#include "CoroutineParameters.h"
+#include "DetachedRun.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+static_assert(
+    takesParametersByValue<&BrewManager::install, &BrewManager::uninstall, &BrewManager::upgrade,
+                           &BrewManager::upgradeAll, &BrewManager::addTap, &BrewManager::removeTap,
+                           &BrewManager::getPackageInfo, &BrewManager::cleanupDryRun,
+                           &BrewManager::cleanup, &BrewManager::doctor>);
+
+/// One row of the table of operations; a tap operation has no closing texts.
+struct BrewManager::Operation final {
+    QStringList arguments;
+    QString start;
+    QString success;
+    QString failure;
+};
+
+/// What a report's command printed.
+struct BrewManager::Printed final {
+    QString output;
+    QString error;
+};
+
+void BrewManager::appendToOutput(const QString& text) {
+    operationOutput.set(*operationOutput + text);
+}
+
+QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
+    const QPointer<BrewManager> self(this);
+    isRunningOperation.set(true);
+    operationOutput.set(operation.start);
+    const auto outcome = co_await runDetached(m_brewPath, operation.arguments, m_openPipes);
+    if (!self)
+        co_return false;
+
+    if (const auto* error = std::get_if<LaunchError>(outcome.get())) {
+        appendToOutput(u"\nError: "_s + QString::fromStdString(error->description));
+        isRunningOperation.set(false);
+        co_return false;
+    }
+    const auto& result = std::get<CommandResult>(*outcome);
+    appendToOutput(QString::fromStdString(result.standardOutput));
+    if (!result.standardError.empty())
+        appendToOutput(u'\n' + QString::fromStdString(result.standardError));
+    isRunningOperation.set(false);
+    const bool succeeded = result.status == 0;
+    const QString closing = succeeded ? operation.success : operation.failure;
+    if (!closing.isEmpty())
+        appendToOutput(closing);
+    co_return succeeded;
+}
+
+QCoro::Task<QString> BrewManager::runReport(QStringList arguments,
+                                            std::function<QString(const Printed&)> choose) {
+    const auto outcome = co_await runDetached(m_brewPath, arguments, m_openPipes);
+    if (const auto* error = std::get_if<LaunchError>(outcome.get()))
+        co_return u"Error: "_s + QString::fromStdString(error->description);
+    const auto& result = std::get<CommandResult>(*outcome);
+    co_return choose({QString::fromStdString(result.standardOutput),
+                      QString::fromStdString(result.standardError)});
+}
+
+namespace {
+
+QStringList commandFor(const QString& verb, PackageType type, const QString& name) {
+    if (type == PackageType::cask)
+        return {verb, u"--cask"_s, name};
+    return {verb, name};
+}
+
+} // namespace
+
+QCoro::Task<bool> BrewManager::install(QString name, PackageType type) {
+    return runOperation({
+        .arguments = commandFor(u"install"_s, type, name),
+        .start = u"Installing "_s + name + u"...\n"_s,
+        .success = u"\nSuccessfully installed "_s + name,
+        .failure = u"\nFailed to install "_s + name,
+    });
+}
+
+QCoro::Task<bool> BrewManager::uninstall(QString name, PackageType type) {
+    return runOperation({
+        .arguments = commandFor(u"uninstall"_s, type, name),
+        .start = u"Uninstalling "_s + name + u"...\n"_s,
+        .success = u"\nSuccessfully uninstalled "_s + name,
+        .failure = u"\nFailed to uninstall "_s + name,
+    });
+}
+
+QCoro::Task<bool> BrewManager::upgrade(QString name, PackageType type) {
+    return runOperation({
+        .arguments = commandFor(u"upgrade"_s, type, name),
+        .start = u"Upgrading "_s + name + u"...\n"_s,
+        .success = u"\nSuccessfully upgraded "_s + name,
+        .failure = u"\nFailed to upgrade "_s + name,
+    });
+}
+
+QCoro::Task<bool> BrewManager::upgradeAll() {
+    return runOperation({
+        .arguments = {u"upgrade"_s},
+        .start = u"Upgrading all packages...\n"_s,
+        .success = u"\nAll packages upgraded"_s,
+        .failure = u"\nUpgrade failed"_s,
+    });
+}
+
+QCoro::Task<bool> BrewManager::addTap(QString name) {
+    return runOperation({
+        .arguments = {u"tap"_s, name},
+        .start = u"Adding tap "_s + name + u"...\n"_s,
+        .success = {},
+        .failure = {},
+    });
+}
+
+QCoro::Task<bool> BrewManager::removeTap(QString name) {
+    return runOperation({
+        .arguments = {u"untap"_s, name},
+        .start = u"Removing tap "_s + name + u"...\n"_s,
+        .success = {},
+        .failure = {},
+    });
+}
+
+QCoro::Task<QString> BrewManager::getPackageInfo(QString name, PackageType /*type*/) {
+    return runReport({u"info"_s, name}, [](const Printed& printed) { return printed.output; });
+}
+
+QCoro::Task<QString> BrewManager::cleanupDryRun() {
+    return runReport({u"cleanup"_s, u"-n"_s}, [](const Printed& printed) {
+        return printed.output.isEmpty() ? printed.error : printed.output;
+    });
+}
+
+QCoro::Task<QString> BrewManager::cleanup() {
+    return runReport({u"cleanup"_s}, [](const Printed& printed) {
+        const QString& text = printed.output.isEmpty() ? printed.error : printed.output;
+        return text.isEmpty() ? u"Nothing to clean up."_s : text;
+    });
+}
+
+QCoro::Task<QString> BrewManager::doctor() {
+    return runReport({u"doctor"_s}, [](const Printed& printed) {
+        return printed.error.isEmpty() ? printed.output : printed.output + u'\n' + printed.error;
+    });
+}

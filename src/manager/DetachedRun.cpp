@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "DetachedRun.h"
+
+#include <QPromise>
+
+#include <system_error>
+#include <thread>
+
+QFuture<std::shared_ptr<const RunOutcome>> runDetached(const QString& brewPath,
+                                                       const QStringList& arguments,
+                                                       std::shared_ptr<OpenPipes> openPipes) {
+    using Promise = QPromise<std::shared_ptr<const RunOutcome>>;
+    const auto promise = std::make_shared<Promise>();
+    promise->start();
+    const auto finish = [promise](RunOutcome outcome) {
+        promise->addResult(std::make_shared<const RunOutcome>(std::move(outcome)));
+        promise->finish();
+    };
+
+    std::vector<std::string> args;
+    for (const QString& argument : arguments)
+        args.push_back(argument.toStdString());
+    try {
+        std::thread([finish, path = brewPath.toStdString(), args = std::move(args),
+                     pipes = std::move(openPipes)] {
+            finish(runBrewSync(path, args, pipes.get()));
+        }).detach();
+    } catch (const std::system_error& error) {
+        finish(LaunchError{std::string("No thread could be started for brew: ") + error.what()});
+    }
+    return promise->future();
+}

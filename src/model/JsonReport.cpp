@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+#include "JsonReport.h"
+
+#include "BrewInfoResponse.h"
+#include "BrewListResponse.h"
+#include "OutdatedResponse.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <simdjson.h>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Element = simdjson::dom::element;
+
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+/// What went wrong, and the path to it, which grows from the inside out on the way back.
+struct Mismatch {
+    QString path;
+    QString expected;
+    QString found;
+
+    void isInside(const QString& outer) {
+        const bool needsDot = !path.isEmpty() && !path.startsWith(u'[');
+        path = outer + (needsDot ? u"."_s : QString()) + path;
+    }
+
+    QString description() const {
+        return u"%1: expected %2, found %3"_s.arg(path.isEmpty() ? u"the report"_s : path, expected,
+                                                  found);
+    }
+};
+
+QString kindName(Element element) {
+    switch (element.type()) {
+    case simdjson::dom::element_type::ARRAY:
+        return u"list"_s;
+    case simdjson::dom::element_type::OBJECT:
+        return u"object"_s;
+    case simdjson::dom::element_type::STRING:
+        return u"text"_s;
+    case simdjson::dom::element_type::BOOL:
+        return u"truth value"_s;
+    case simdjson::dom::element_type::NULL_VALUE:
+        return u"null"_s;
+    default:
+        return u"number"_s;
+    }
+}
+
+// Value traits: the name of each kind, how it is decoded and how it is encoded.
+
+template <class T>
+struct Json;
+
+template <class T>
+bool refuse(Element element, Mismatch& mismatch) {
+    mismatch = {.path = {}, .expected = Json<T>::kind(), .found = kindName(element)};
+    return false;
+}
+
+template <>
+struct Json<QString> {
+    static QString kind() { return u"text"_s; }
+
+    static bool decode(Element element, QString& value, Mismatch& mismatch) {
+        std::string_view utf8;
+        if (element.get(utf8) != simdjson::SUCCESS)
+            return refuse<QString>(element, mismatch);
+        value = text(utf8);
+        return true;
+    }
+
+    static QJsonValue encode(const QString& value) { return value; }
+};
+
+template <>
+struct Json<bool> {
+    static QString kind() { return u"truth value"_s; }
+
+    static bool decode(Element element, bool& value, Mismatch& mismatch) {
+        return element.get(value) == simdjson::SUCCESS || refuse<bool>(element, mismatch);
+    }
+
+    static QJsonValue encode(bool value) { return value; }
+};
+
+template <class T>
+struct Json<std::optional<T>> {
+    static QString kind() { return Json<T>::kind(); }
+
+    static bool decode(Element element, std::optional<T>& value, Mismatch& mismatch) {
+        if (element.is_null()) {
+            value.reset();
+            return true;
+        }
+        return Json<T>::decode(element, value.emplace(), mismatch);
+    }
+
+    static QJsonValue encode(const std::optional<T>& value) { return Json<T>::encode(*value); }
+};
+
+template <class T>
+struct Json<QList<T>> {
+    static QString kind() { return u"list"_s; }
+
+    static bool decode(Element element, QList<T>& values, Mismatch& mismatch) {
+        simdjson::dom::array array;
+        if (element.get(array) != simdjson::SUCCESS)
+            return refuse<QList<T>>(element, mismatch);
+        values.clear();
+        values.reserve(static_cast<qsizetype>(array.size()));
+        for (const Element item : array) {
+            if (!Json<T>::decode(item, values.emplaceBack(), mismatch)) {
+                mismatch.isInside(u"[%1]"_s.arg(values.size() - 1));
+                return false;
+            }
+        }
+        return true;
+    }
+
+    static QJsonValue encode(const QList<T>& values) {
+        QJsonArray array;
+        for (const T& value : values)
+            array.append(Json<T>::encode(value));
+        return array;
+    }
+};
+
+template <JsonRecord Record>
+struct Json<Record> {
+    static constexpr auto fields = Record::fields();
+    static constexpr std::size_t fieldCount = std::tuple_size_v<decltype(Record::fields())>;
+    using Indices = std::make_index_sequence<fieldCount>;
+    using Seen = std::array<bool, fieldCount>;
+
+    static QString kind() { return u"object"_s; }
+
+    static bool decode(Element element, Record& record, Mismatch& mismatch) {
+        simdjson::dom::object object;
+        if (element.get(object) != simdjson::SUCCESS)
+            return refuse<Record>(element, mismatch);
+        Seen seen{};
+        for (const auto [key, value] : object) {
+            if (!decodeMember(key, value, record, seen, mismatch, Indices())) {
+                mismatch.isInside(text(key));
+                return false;
+            }
+        }
+        return hasRequired(seen, mismatch, Indices());
+    }
+
+    static QJsonValue encode(const Record& record) {
+        QJsonObject object;
+        std::apply([&](auto... field) { (encodeMember(record, field, object), ...); }, fields);
+        return object;
+    }
+
+private:
+    /// True for a key without a field: a report says more than is read of it.
+    template <std::size_t... I>
+    static bool decodeMember(std::string_view key, Element value, Record& record, Seen& seen,
+                             Mismatch& mismatch, std::index_sequence<I...>) {
+        bool decoded = true;
+        const auto tryField = [&]<std::size_t index>() {
+            constexpr auto field = std::get<index>(fields);
+            if (key != field.key)
+                return false;
+            seen[index] = true;
+            auto& member = record.*field.member;
+            decoded = Json<std::remove_cvref_t<decltype(member)>>::decode(value, member, mismatch);
+            return true;
+        };
+        static_cast<void>((tryField.template operator()<I>() || ...));
+        return decoded;
+    }
+
+    template <std::size_t... I>
+    static bool hasRequired(const Seen& seen, Mismatch& mismatch, std::index_sequence<I...>) {
+        const auto present = [&]<std::size_t index>() {
+            constexpr auto field = std::get<index>(fields);
+            if (!field.isRequired || seen[index])
+                return true;
+            using Member = std::remove_cvref_t<decltype(std::declval<Record>().*field.member)>;
+            mismatch = {
+                .path = text(field.key), .expected = Json<Member>::kind(), .found = u"nothing"_s};
+            return false;
+        };
+        return (present.template operator()<I>() && ...);
+    }
+
+    template <class Member>
+    static void encodeMember(const Record& record, JsonField<Record, Member> field,
+                             QJsonObject& object) {
+        const Member& member = record.*field.member;
+        if constexpr (!JsonField<Record, Member>::isRequired) {
+            if (!member)
+                return;
+        }
+        object.insert(text(field.key), Json<Member>::encode(member));
+    }
+};
+
+/// A line's worth of what stands at `offset`, without what would upset a one-line message.
+QString excerpt(const QByteArray& utf8, qsizetype offset) {
+    constexpr qsizetype longest = 40;
+    QString found = QString::fromUtf8(utf8.mid(offset, 4 * longest)).section(u'\n', 0, 0);
+    if (found.size() > longest)
+        found = found.left(longest) + u'…';
+    for (QChar& character : found) {
+        if (!character.isPrint())
+            character = u' ';
+    }
+    return found.trimmed();
+}
+
+/// The strict parser says what is wrong but not where, so the slower one of Qt is asked
+/// for the place; that happens only on the way to an error message.
+QString syntaxErrorDescription(const std::string& utf8, simdjson::error_code error) {
+    const auto bytes = QByteArray::fromRawData(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    if (bytes.trimmed().isEmpty())
+        return u"the report is empty or not valid UTF-8: expected object, found nothing"_s;
+
+    QJsonParseError place;
+    QJsonDocument::fromJson(bytes, &place);
+    if (place.error == QJsonParseError::NoError)
+        return u"the report: expected valid JSON, found: %1"_s.arg(
+            QString::fromUtf8(simdjson::error_message(error)));
+
+    const QByteArrayView before = QByteArrayView(bytes).first(qMin(place.offset, bytes.size()));
+    const qsizetype lineStart = before.lastIndexOf('\n') + 1;
+    const QString found = excerpt(bytes, lineStart);
+    return u"line %1, column %2: expected valid JSON (%3), found %4"_s.arg(
+        QString::number(before.count('\n') + 1), QString::number(before.size() - lineStart + 1),
+        place.errorString(), found.isEmpty() ? u"the end"_s : u'"' + found + u'"');
+}
+
+} // namespace
+
+template <class Report>
+std::variant<Report, DecodingError> decodeReport(const std::string& utf8) {
+    simdjson::dom::parser parser;
+    Element document;
+    if (const auto error = parser.parse(utf8).get(document))
+        return DecodingError{syntaxErrorDescription(utf8, error)};
+    Report report;
+    Mismatch mismatch;
+    if (!Json<Report>::decode(document, report, mismatch))
+        return DecodingError{mismatch.description()};
+    return report;
+}
+
+template <class Report>
+QByteArray encodeReport(const Report& report) {
+    return QJsonDocument(Json<Report>::encode(report).toObject()).toJson(QJsonDocument::Compact);
+}
+
+template std::variant<BrewListResponse, DecodingError> decodeReport(const std::string&);
+template std::variant<BrewInfoResponse, DecodingError> decodeReport(const std::string&);
+template std::variant<OutdatedResponse, DecodingError> decodeReport(const std::string&);
+template QByteArray encodeReport(const BrewListResponse&);
+template QByteArray encodeReport(const BrewInfoResponse&);
+template QByteArray encodeReport(const OutdatedResponse&);

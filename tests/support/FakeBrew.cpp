@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "FakeBrew.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& content) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+        qFatal("%s could not be written", qUtf8Printable(path));
+}
+
+} // namespace
+
+FakeBrew::FakeBrew(const QByteArray& body) {
+    setBody(body);
+}
+
+void FakeBrew::setBody(const QByteArray& body) const {
+    writeFile(path(), "#!/bin/sh\n" + body + '\n');
+    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+QByteArray FakeBrew::recordArguments() const {
+    // One file per run, named so that they sort by start time; arguments end in NUL. The
+    // rename keeps a reader from seeing half a file.
+    const QByteArray log = m_folder.filePath(u"runs"_s).toUtf8();
+    return "mkdir -p " + log + "\nprintf '%s\\0' \"$@\" > " + log + "/part-$$\nmv " + log +
+           "/part-$$ " + log + "/$(date +%s%N)-$$\n";
+}
+
+QList<QStringList> FakeBrew::recordedRuns() const {
+    QList<QStringList> runs;
+    const QDir log(m_folder.filePath(u"runs"_s));
+    for (const QString& name : log.entryList(QDir::Files, QDir::Name)) {
+        if (name.startsWith("part"_L1))
+            continue;
+        QFile file(log.filePath(name));
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("%s could not be read", qUtf8Printable(file.fileName()));
+        QStringList arguments = QString::fromUtf8(file.readAll()).split(QChar(u'\0'));
+        arguments.removeLast();
+        runs.append(arguments);
+    }
+    return runs;
+}
+
+QByteArray FakeBrew::waitFor(const QString& gate) const {
+    return "until [ -e " + m_folder.filePath(gate).toUtf8() + " ]; do sleep 0.01; done\n";
+}
+
+void FakeBrew::open(const QString& gate) const {
+    writeFile(m_folder.filePath(gate), {});
+}

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTemporaryDir>
+
+/// A home folder and a preference store of this test's own, for as long as it lives.
+///
+/// Nothing of the user's is read or written: HOME and the XDG folders point into a
+/// temporary folder, the language is plain English, and no shell profile is found.
+class FreshHome final {
+public:
+    FreshHome();
+
+    [[nodiscard]] QString path() const { return m_folder.path(); }
+
+    /// Writes a file below the home folder, making its folders.
+    void write(const QString& relativePath, const QByteArray& content) const;
+
+private:
+    QTemporaryDir m_folder;
+};
