@@ -13,3 +13,9 @@ set(LUMORA_RELEASE_API "https://api.github.com"
     CACHE STRING "Host of the release service that the self-updater asks")
 set(LUMORA_RELEASE_OWNER "lumora-app"
     CACHE STRING "Account that owns the release repository")
+
+configure_file(
+    "${CMAKE_CURRENT_LIST_DIR}/Addresses.h.in" "${CMAKE_BINARY_DIR}/generated/Addresses.h" @ONLY
+)
+add_library(lumora_addresses INTERFACE)
+target_include_directories(lumora_addresses INTERFACE "${CMAKE_BINARY_DIR}/generated")

@@ -30,8 +30,8 @@ public:
         std::list<Entry>::iterator m_entry;
     };
 
-    /// Starts one small process per run that reads its pipes to their ends, whatever
-    /// becomes of this process. Returns how many runs were handed over.
+    /// Starts one small process per pipe that reads it to its end, whatever becomes of this
+    /// process. Returns how many runs were handed over.
     int handOver();
 
 private:

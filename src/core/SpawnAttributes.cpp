@@ -9,6 +9,12 @@
 #include <crt_externs.h>
 #endif
 
+#ifdef __GLIBC__
+#if __GLIBC_PREREQ(2, 34)
+#define LUMORA_HAS_ADDCLOSEFROM
+#endif
+#endif
+
 namespace {
 
 char** inheritedEnvironment() {
@@ -32,7 +38,7 @@ SpawnAttributes::SpawnAttributes() {
     posix_spawnattr_setsigdefault(&m_attributes, &signals);
     m_flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
 #ifdef __APPLE__
-    // Without pipe2() a descriptor can leak into a child started at the same moment.
+    // Also keeps out what lacks close-on-exec only for a moment, there being no pipe2().
     m_flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
     posix_spawn_file_actions_addinherit_np(&m_fileActions, STDIN_FILENO);
 #endif
@@ -57,7 +63,12 @@ void SpawnAttributes::connectToNull(int target, int flags) {
     posix_spawn_file_actions_addopen(&m_fileActions, target, "/dev/null", flags, 0);
 }
 
-int SpawnAttributes::spawn(pid_t& pid, const std::vector<char*>& argumentVector) const {
+int SpawnAttributes::spawn(pid_t& pid, const std::vector<char*>& argumentVector) {
+#ifdef LUMORA_HAS_ADDCLOSEFROM
+    // A daemon that `brew services` starts would hold on to what leaks here for days. The
+    // streams are connected by now: this comes last.
+    posix_spawn_file_actions_addclosefrom_np(&m_fileActions, STDERR_FILENO + 1);
+#endif
     return posix_spawn(&pid, argumentVector.front(), &m_fileActions, &m_attributes,
                        argumentVector.data(), inheritedEnvironment());
 }

@@ -7,8 +7,9 @@
 
 /// How a child process starts: a small owner around posix_spawn's attribute objects.
 ///
-/// Every child gets an empty signal mask and the default action for SIGPIPE, whatever
-/// a library has set up in this process; both would otherwise be inherited.
+/// Every child gets an empty signal mask, the default action for SIGPIPE and no descriptor
+/// but the three standard streams, whatever a library has set up in this process; all of
+/// that would otherwise be inherited.
 class SpawnAttributes final {
 public:
     SpawnAttributes();
@@ -18,13 +19,13 @@ public:
 
     /// The child becomes the leader of a session of its own, without a terminal.
     void startSession();
-    /// The child's descriptor `target` becomes a copy of this process's `source`.
+    /// The child's standard stream `target` becomes a copy of this process's `source`.
     void connect(int source, int target);
-    /// The child's descriptor `target` is the null device, opened with `flags`.
+    /// The child's standard stream `target` is the null device, opened with `flags`.
     void connectToNull(int target, int flags);
 
     /// Starts `argumentVector[0]`; the vector ends in a null pointer. Returns 0 or errno.
-    [[nodiscard]] int spawn(pid_t& pid, const std::vector<char*>& argumentVector) const;
+    [[nodiscard]] int spawn(pid_t& pid, const std::vector<char*>& argumentVector);
 
 private:
     posix_spawnattr_t m_attributes{};

@@ -3,6 +3,7 @@
 
 #include "BrewInfoResponse.h"
 #include "BrewListResponse.h"
+#include "JsonSyntax.h"
 #include "OutdatedResponse.h"
 
 #include <QJsonArray>
@@ -10,6 +11,7 @@
 #include <QJsonObject>
 #include <simdjson.h>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -209,38 +211,45 @@ private:
     }
 };
 
-/// A line's worth of what stands at `offset`, without what would upset a one-line message.
-QString excerpt(const QByteArray& utf8, qsizetype offset) {
-    constexpr qsizetype longest = 40;
-    QString found = QString::fromUtf8(utf8.mid(offset, 4 * longest)).section(u'\n', 0, 0);
-    if (found.size() > longest)
-        found = found.left(longest) + u'…';
-    for (QChar& character : found) {
-        if (!character.isPrint())
-            character = u' ';
+/// The parser refuses numbers beyond 64 bits, which JSON allows and brew may print under a key
+/// that is not read. No field is a number, so that any other will do.
+std::string withSmallNumbers(std::string utf8) {
+    bool isInText = false;
+    for (std::size_t at = 0; at < utf8.size(); ++at) {
+        const char character = utf8[at];
+        if (character == '"') {
+            isInText = !isInText;
+        } else if (isInText) {
+            at += character == '\\' ? 1U : 0U;
+        } else if (character == '-' || (character >= '0' && character <= '9')) {
+            const auto end = std::min(utf8.find_first_not_of("+-.0123456789Ee", at), utf8.size());
+            utf8.replace(at, end - at, end - at, ' ');
+            utf8[at] = '0';
+            at = end - 1;
+        }
     }
-    return found.trimmed();
+    return utf8;
 }
 
-/// The strict parser says what is wrong but not where, so the slower one of Qt is asked
-/// for the place; that happens only on the way to an error message.
-QString syntaxErrorDescription(const std::string& utf8, simdjson::error_code error) {
-    const auto bytes = QByteArray::fromRawData(utf8.data(), static_cast<qsizetype>(utf8.size()));
-    if (bytes.trimmed().isEmpty())
-        return u"the report is empty or not valid UTF-8: expected object, found nothing"_s;
-
-    QJsonParseError place;
-    QJsonDocument::fromJson(bytes, &place);
-    if (place.error == QJsonParseError::NoError)
-        return u"the report: expected valid JSON, found: %1"_s.arg(
-            QString::fromUtf8(simdjson::error_message(error)));
-
-    const QByteArrayView before = QByteArrayView(bytes).first(qMin(place.offset, bytes.size()));
-    const qsizetype lineStart = before.lastIndexOf('\n') + 1;
-    const QString found = excerpt(bytes, lineStart);
-    return u"line %1, column %2: expected valid JSON (%3), found %4"_s.arg(
-        QString::number(before.count('\n') + 1), QString::number(before.size() - lineStart + 1),
-        place.errorString(), found.isEmpty() ? u"the end"_s : u'"' + found + u'"');
+/// The whole document, which lives as long as the parser, or why the text is not JSON.
+std::variant<Element, DecodingError> parse(const std::string& utf8, simdjson::dom::parser& parser) {
+    Element document;
+    auto error = parser.parse(utf8).get(document);
+    if (error == simdjson::SUCCESS)
+        return document;
+    if (utf8.find_first_not_of(" \t\r\n") == std::string::npos) {
+        // Output that isn't UTF-8 arrives here as nothing.
+        return DecodingError{
+            u"the report is empty or not valid UTF-8: expected object, found nothing"_s};
+    }
+    if (error == simdjson::UTF8_ERROR)
+        return DecodingError{u"the report: expected valid UTF-8, found other bytes"_s};
+    if (const auto place = JsonSyntaxError::find(utf8))
+        return DecodingError{place->description(utf8)};
+    error = parser.parse(withSmallNumbers(utf8)).get(document);
+    if (error == simdjson::SUCCESS)
+        return document;
+    return DecodingError{u"the report: "_s + text(simdjson::error_message(error))};
 }
 
 } // namespace
@@ -248,12 +257,12 @@ QString syntaxErrorDescription(const std::string& utf8, simdjson::error_code err
 template <class Report>
 std::variant<Report, DecodingError> decodeReport(const std::string& utf8) {
     simdjson::dom::parser parser;
-    Element document;
-    if (const auto error = parser.parse(utf8).get(document))
-        return DecodingError{syntaxErrorDescription(utf8, error)};
+    auto document = parse(utf8, parser);
+    if (auto* error = std::get_if<DecodingError>(&document))
+        return std::move(*error);
     Report report;
     Mismatch mismatch;
-    if (!Json<Report>::decode(document, report, mismatch))
+    if (!Json<Report>::decode(std::get<Element>(document), report, mismatch))
         return DecodingError{mismatch.description()};
     return report;
 }

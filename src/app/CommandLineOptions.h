@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class QCoreApplication;
+
+/// What the user asked for on the command line.
+struct CommandLineOptions final {
+    enum class Appearance { System, Light, Dark };
+
+    Appearance appearance{Appearance::System};
+    /// This brew instead of one that is looked for.
+    std::optional<QString> brewPath;
+
+    /// Reads the application's arguments; ends the process after --help, --version and
+    /// arguments that it doesn't know.
+    [[nodiscard]] static CommandLineOptions parse(const QCoreApplication& application);
+};

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "BrewManager.h"
+#include "CommandLineOptions.h"
+#include "MainWindow.h"
+#include "SystemAppearance.h"
+
+#include <QApplication>
+
+#include <optional>
+
+/// The application: makes the long-lived objects, puts them together and lives as long as
+/// its window.
+class LumoraApp final {
+public:
+    LumoraApp(int& argc, char** argv);
+
+    /// Returns the process's exit status once the window is closed.
+    int run();
+
+private:
+    void applyAppearance();
+
+    QApplication m_application;
+    CommandLineOptions m_options;
+    std::optional<SystemAppearance> m_appearance;
+    std::optional<BrewManager> m_brewManager;
+    std::optional<MainWindow> m_window;
+};

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "PackageDetailView.h"
+
+#include "BrewManager.h"
+#include "L10n.h"
+#include "OutputSection.h"
+#include "PackageFacts.h"
+#include "Spinner.h"
+#include "StateView.h"
+
+#include <QLabel>
+#include <QPointer>
+#include <QScrollArea>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QWidget* parent)
+    : View(manager, parent),
+      m_packageID(std::move(packageID)),
+      m_stack(new QStackedLayout(this)),
+      m_notFound(new StateView(this)) {
+    constexpr int padding = 16;
+    constexpr int sectionSpacing = 16;
+    constexpr int reportSpacing = 6;
+    constexpr int rowSpacing = 8;
+
+    m_loadingRow = new QWidget;
+    auto* const loadingText = new QLabel(L10n::loadingInfo());
+    loadingText->setTextFormat(Qt::PlainText);
+    auto* const loading = new QHBoxLayout(m_loadingRow);
+    loading->setContentsMargins(0, 0, 0, 0);
+    loading->setSpacing(rowSpacing);
+    loading->addWidget(new Spinner(Spinner::Size::Small));
+    loading->addWidget(loadingText);
+    loading->addStretch();
+    // Homebrew's own words, in every language.
+    m_report = new OutputSection(u"brew info"_s, reportSpacing);
+    m_report->setObjectName(u"infoReport"_s);
+
+    auto* const content = new QWidget;
+    m_layout = new QVBoxLayout(content);
+    m_layout->setContentsMargins(padding, padding, padding, padding);
+    m_layout->setSpacing(sectionSpacing);
+    m_layout->addWidget(m_loadingRow);
+    m_layout->addWidget(m_report);
+    m_layout->addStretch();
+
+    auto* const scroll = new QScrollArea;
+    scroll->setObjectName(u"detailScroll"_s);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidget(content);
+    // The sheet's rounded corners are to be seen through both; setWidget() fills the content.
+    scroll->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    m_found = scroll;
+    m_stack->addWidget(m_notFound);
+    m_stack->addWidget(m_found);
+}
+
+void PackageDetailView::setPackageID(const QString& packageID) {
+    m_packageID = packageID;
+    scheduleRender();
+}
+
+std::optional<BrewPackage> PackageDetailView::findPackage() const {
+    for (const QList<BrewPackage>* packages : {&*manager().formulae, &*manager().casks}) {
+        const auto found = std::ranges::find(*packages, m_packageID, &BrewPackage::id);
+        if (found != packages->end())
+            return *found;
+    }
+    return std::nullopt;
+}
+
+void PackageDetailView::render() {
+    const std::optional<BrewPackage> package = findPackage();
+    if (!package) {
+        m_notFound->showSymbol(u"doc.text.magnifyingglass"_s, StateView::Tone::Secondary,
+                               L10n::packageNotFound());
+        m_stack->setCurrentWidget(m_notFound);
+        return;
+    }
+    if (package != m_shown)
+        showPackage(*package);
+    if (m_reportedID != m_packageID) {
+        m_reportedID = m_packageID;
+        loadInfo(*package);
+    }
+    m_loadingRow->setVisible(m_infoText.isEmpty() && m_isLoadingInfo);
+    m_report->setOutput(m_infoText);
+    m_stack->setCurrentWidget(m_found);
+}
+
+void PackageDetailView::showPackage(const BrewPackage& package) {
+    m_shown = package;
+    delete m_facts;
+    m_facts = new PackageFacts(package);
+    m_layout->insertWidget(0, m_facts);
+    setAccessibleName(package.name);
+}
+
+QCoro::Task<> PackageDetailView::loadInfo(BrewPackage package) {
+    const QPointer<PackageDetailView> pane(this);
+    m_isLoadingInfo = true;
+    const QString text = co_await manager().getPackageInfo(package.name, package.type);
+    if (!pane)
+        co_return;
+    pane->m_infoText = text;
+    pane->m_isLoadingInfo = false;
+    pane->scheduleRender();
+}

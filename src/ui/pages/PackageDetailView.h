@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "BrewPackage.h"
+#include "View.h"
+
+#include <QCoroTask>
+
+#include <optional>
+
+class OutputSection;
+class QStackedLayout;
+class QVBoxLayout;
+class StateView;
+
+/// Everything that is known of one installed package, and what `brew info` says of it.
+class PackageDetailView final : public View {
+    Q_OBJECT
+
+public:
+    PackageDetailView(QString packageID, BrewManager& manager, QWidget* parent = nullptr);
+
+    /// Shows another package; the report of the one before stays until the new one is there.
+    void setPackageID(const QString& packageID);
+
+protected:
+    void render() override;
+
+private:
+    [[nodiscard]] std::optional<BrewPackage> findPackage() const;
+    void showPackage(const BrewPackage& package);
+    QCoro::Task<> loadInfo(BrewPackage package);
+
+    QString m_packageID;
+    QString m_infoText;
+    bool m_isLoadingInfo{false};
+    /// The identifier that a report has been asked for.
+    std::optional<QString> m_reportedID;
+    std::optional<BrewPackage> m_shown;
+    QStackedLayout* m_stack;
+    StateView* m_notFound;
+    QWidget* m_found;
+    /// Rebuilt whenever the package changes.
+    QWidget* m_facts{nullptr};
+    QVBoxLayout* m_layout;
+    QWidget* m_loadingRow;
+    OutputSection* m_report;
+};

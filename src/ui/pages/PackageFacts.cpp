@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "PackageFacts.h"
+
+#include "Addresses.h"
+#include "Badge.h"
+#include "BrewPackage.h"
+#include "DetailRow.h"
+#include "DisplayText.h"
+#include "FlowLayout.h"
+#include "HairlineDivider.h"
+#include "L10n.h"
+#include "LinkButton.h"
+#include "SymbolLabel.h"
+#include "Typography.h"
+
+#include <QLabel>
+#include <QUrl>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int sectionSpacing = 16;
+constexpr int badgeSpacing = 6;
+
+QLabel* makeHeadline(const QString& text) {
+    auto* const label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setFont(Typography::digits(Typography::body, QFont::DemiBold));
+    return label;
+}
+
+/// A block of a headline and what belongs to it.
+QVBoxLayout* makeBlock(const QString& headline, int spacing) {
+    auto* const block = new QVBoxLayout;
+    block->setSpacing(spacing);
+    block->addWidget(makeHeadline(headline));
+    return block;
+}
+
+} // namespace
+
+PackageFacts::PackageFacts(const BrewPackage& package, QWidget* parent)
+    : QWidget(parent), m_layout(new QVBoxLayout(this)) {
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(sectionSpacing);
+    addHeader(package);
+    m_layout->addWidget(new HairlineDivider);
+    addDescription(package);
+    addDetails(package);
+    addDependencies(package);
+}
+
+void PackageFacts::addHeader(const BrewPackage& package) {
+    constexpr int iconSize = 40;
+    constexpr int iconSpacing = 14;
+    constexpr int nameSpacing = 6;
+    const bool isCask = package.type == PackageType::cask;
+
+    auto* const name = new QLabel(DisplayText::line(package.name));
+    name->setTextFormat(Qt::PlainText);
+    name->setFont(Typography::font(Typography::pageTitle, QFont::Bold));
+    name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    name->setObjectName(u"detailName"_s);
+
+    auto* const badges = new QHBoxLayout;
+    badges->setSpacing(badgeSpacing);
+    badges->addWidget(isCask ? new Badge(L10n::cask(), Badge::Tone::Cask)
+                             : new Badge(L10n::formula(), Badge::Tone::Formula));
+    badges->addWidget(new Badge(u'v' + package.installedVersion, Badge::Tone::Good));
+    if (package.isOutdated)
+        badges->addWidget(new Badge(L10n::updateAvailable(), Badge::Tone::Outdated));
+    badges->addStretch();
+
+    auto* const texts = new QVBoxLayout;
+    texts->setSpacing(nameSpacing);
+    texts->addWidget(name);
+    texts->addLayout(badges);
+    auto* const header = new QHBoxLayout;
+    header->setSpacing(iconSpacing);
+    header->addWidget(new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize,
+                                      SymbolLabel::Tone::Accent));
+    header->addLayout(texts, 1);
+    m_layout->addLayout(header);
+}
+
+void PackageFacts::addDescription(const BrewPackage& package) {
+    constexpr int spacing = 4;
+    if (package.desc.isEmpty())
+        return;
+    auto* const text = new QLabel(DisplayText::line(package.desc));
+    text->setTextFormat(Qt::PlainText);
+    text->setWordWrap(true);
+    text->setObjectName(u"detailDescription"_s);
+    QVBoxLayout* const block = makeBlock(L10n::description(), spacing);
+    block->addWidget(text);
+    m_layout->addLayout(block);
+}
+
+void PackageFacts::addDetails(const BrewPackage& package) {
+    constexpr int spacing = 8;
+    QVBoxLayout* const block = makeBlock(L10n::details(), spacing);
+    block->addWidget(new DetailRow(L10n::name(), package.fullName));
+    block->addWidget(new DetailRow(L10n::version(), package.version));
+    block->addWidget(new DetailRow(L10n::installedVersion(), package.installedVersion));
+    if (!package.homepage.isEmpty()) {
+        const bool isAddress = QUrl(package.homepage, QUrl::StrictMode).isValid();
+        auto* const link =
+            new LinkButton(package.homepage, isAddress ? package.homepage : Addresses::homebrew);
+        link->setObjectName(u"homepageLink"_s);
+        block->addWidget(new DetailRow(L10n::homepage(), link));
+    }
+    m_layout->addLayout(block);
+}
+
+void PackageFacts::addDependencies(const BrewPackage& package) {
+    constexpr int spacing = 6;
+    if (package.dependencies.isEmpty())
+        return;
+    QVBoxLayout* const block =
+        makeBlock(L10n::dependencies(static_cast<int>(package.dependencies.size())), spacing);
+    auto* const chips = new FlowLayout(spacing);
+    for (const QString& dependency : package.dependencies)
+        chips->addWidget(new Badge(dependency, Badge::Tone::Neutral));
+    block->addLayout(chips);
+    m_layout->addLayout(block);
+}

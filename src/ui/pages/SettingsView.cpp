@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "SettingsView.h"
+
+#include "Alert.h"
+#include "BrewManager.h"
+#include "DisplayText.h"
+#include "HairlineDivider.h"
+#include "L10n.h"
+#include "LangManager.h"
+#include "OutputSection.h"
+#include "SecondaryLabel.h"
+#include "SegmentedPicker.h"
+#include "Spinner.h"
+#include "Symbol.h"
+#include "SymbolLabel.h"
+#include "Typography.h"
+
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int padding = 20;
+constexpr int sectionSpacing = 20;
+constexpr int innerSpacing = 12;
+constexpr int outputSpacing = 4;
+constexpr int buttonSpacing = 8;
+
+/// A section's symbol beside its title and, if it has one, its explanation.
+QLayout* makeHeading(const QString& symbol, SymbolLabel::Tone tone, const QString& title,
+                     const QString& explanation = {}) {
+    constexpr int iconSize = 24;
+    constexpr int lineSpacing = 3;
+    constexpr double titleSize = 17;
+    auto* const titleLabel = new QLabel(title);
+    titleLabel->setTextFormat(Qt::PlainText);
+    titleLabel->setFont(Typography::font(titleSize, QFont::Bold));
+    auto* const texts = new QVBoxLayout;
+    texts->setSpacing(lineSpacing);
+    texts->addWidget(titleLabel);
+    if (!explanation.isEmpty()) {
+        auto* const label = new SecondaryLabel(explanation, Typography::body);
+        label->setWordWrap(true);
+        texts->addWidget(label);
+    }
+    auto* const heading = new QHBoxLayout;
+    heading->setSpacing(innerSpacing);
+    heading->addWidget(new SymbolLabel(symbol, iconSize, tone));
+    heading->addLayout(texts, 1);
+    return heading;
+}
+
+QPushButton* makeButton(const QString& symbol, const QString& title) {
+    constexpr int iconSize = 16;
+    auto* const button = new QPushButton(Symbol::icon(symbol), DisplayText::label(title));
+    button->setIconSize({iconSize, iconSize});
+    button->setFont(Typography::font(Typography::body, QFont::Medium));
+    button->setAccessibleName(title);
+    return button;
+}
+
+/// Buttons in a row from the left.
+QHBoxLayout* makeRow(std::initializer_list<QWidget*> widgets) {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(buttonSpacing);
+    for (QWidget* const widget : widgets)
+        row->addWidget(widget);
+    row->addStretch();
+    return row;
+}
+
+} // namespace
+
+SettingsView::SettingsView(LangManager& langManager, BrewManager& manager, QWidget* parent)
+    : Page(manager, parent), m_langManager(langManager) {
+    auto* const content = new QWidget;
+    auto* const sections = new QVBoxLayout(content);
+    sections->setContentsMargins(padding, padding - 3, padding, padding);
+    sections->setSpacing(sectionSpacing);
+    const auto addSection = [&](void (SettingsView::*build)(QVBoxLayout*)) {
+        if (sections->count() > 0)
+            sections->addWidget(new HairlineDivider);
+        auto* const section = new QVBoxLayout;
+        section->setSpacing(innerSpacing);
+        (this->*build)(section);
+        sections->addLayout(section);
+    };
+    addSection(&SettingsView::buildLanguage);
+    addSection(&SettingsView::buildCleanup);
+    addSection(&SettingsView::buildDoctor);
+    sections->addStretch();
+
+    auto* const scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidget(content);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll);
+}
+
+void SettingsView::buildLanguage(QVBoxLayout* layout) {
+    QStringList names;
+    for (const Lang lang : allLangs)
+        names.append(displayName(lang));
+    m_picker = new SegmentedPicker(names, L10n::language());
+    m_picker->setObjectName(u"languagePicker"_s);
+    connect(m_picker, &SegmentedPicker::chosen, this, [this](int index) {
+        m_langManager.setCurrent(allLangs.at(static_cast<std::size_t>(index)));
+    });
+    connect(&m_langManager, &LangManager::currentChanged, this, [this] { scheduleRender(); });
+    layout->addLayout(makeHeading(u"globe"_s, SymbolLabel::Tone::Accent, L10n::language()));
+    layout->addWidget(m_picker);
+}
+
+void SettingsView::buildCleanup(QVBoxLayout* layout) {
+    m_previewButton = makeButton(u"eye"_s, L10n::preview());
+    m_previewButton->setObjectName(u"previewButton"_s);
+    m_cleanupButton = makeButton(u"paintbrush.fill"_s, L10n::runCleanup());
+    m_cleanupButton->setObjectName(u"cleanupButton"_s);
+    m_cleanupSpinner = new Spinner(Spinner::Size::Small);
+    m_cleanupOutput = new OutputSection(L10n::output(), outputSpacing);
+    m_cleanupOutput->setObjectName(u"cleanupOutput"_s);
+    connect(m_previewButton, &QPushButton::clicked, this, [this] { previewCleanup(); });
+    connect(m_cleanupButton, &QPushButton::clicked, this, &SettingsView::askToCleanUp);
+    layout->addLayout(makeHeading(u"paintbrush"_s, SymbolLabel::Tone::Accent, L10n::cleanupTitle(),
+                                  L10n::cleanupDesc()));
+    layout->addLayout(makeRow({m_previewButton, m_cleanupButton, m_cleanupSpinner}));
+    layout->addWidget(m_cleanupOutput);
+}
+
+void SettingsView::buildDoctor(QVBoxLayout* layout) {
+    m_doctorButton = makeButton(u"stethoscope"_s, L10n::runDoctor());
+    m_doctorButton->setObjectName(u"doctorButton"_s);
+    m_doctorSpinner = new Spinner(Spinner::Size::Small);
+    m_doctorOutputSection = new OutputSection(L10n::diagnosis(), outputSpacing);
+    m_doctorOutputSection->setObjectName(u"doctorOutput"_s);
+    connect(m_doctorButton, &QPushButton::clicked, this, [this] { runDoctor(); });
+    layout->addLayout(
+        makeHeading(u"stethoscope"_s, SymbolLabel::Tone::Good, L10n::doctor(), L10n::doctorDesc()));
+    layout->addLayout(makeRow({m_doctorButton, m_doctorSpinner}));
+    layout->addWidget(m_doctorOutputSection);
+}
+
+void SettingsView::render() {
+    setTitle(L10n::settings());
+    m_picker->setCurrent(static_cast<int>(m_langManager.current()));
+    m_previewButton->setEnabled(!m_isLoadingPreview);
+    m_cleanupButton->setEnabled(!m_isRunningCleanup);
+    m_cleanupSpinner->setVisible(m_isLoadingPreview || m_isRunningCleanup);
+    m_cleanupOutput->setOutput(m_cleanupPreview);
+    m_doctorButton->setEnabled(!m_isRunningDoctor);
+    m_doctorSpinner->setVisible(m_isRunningDoctor);
+    m_doctorOutputSection->setOutput(m_doctorOutput);
+}
+
+void SettingsView::askToCleanUp() {
+    if (std::exchange(m_showConfirmCleanup, true))
+        return;
+    Alert::confirm(
+        this,
+        {.title = L10n::runCleanup(),
+         .message = L10n::confirmCleanup(),
+         .destructive = L10n::runCleanup(),
+         .cancel = L10n::cancel()},
+        [this] { runCleanup(); }, [this] { m_showConfirmCleanup = false; });
+}
+
+QCoro::Task<> SettingsView::previewCleanup() {
+    const QPointer<SettingsView> page(this);
+    m_isLoadingPreview = true;
+    scheduleRender();
+    const QString text = co_await manager().cleanupDryRun();
+    if (!page)
+        co_return;
+    page->m_cleanupPreview = text.trimmed().isEmpty() ? L10n::nothingToCleanUp() : text;
+    page->m_isLoadingPreview = false;
+    page->scheduleRender();
+}
+
+QCoro::Task<> SettingsView::runCleanup() {
+    const QPointer<SettingsView> page(this);
+    m_isRunningCleanup = true;
+    scheduleRender();
+    const QString text = co_await manager().cleanup();
+    if (!page)
+        co_return;
+    page->m_cleanupPreview = text;
+    page->m_isRunningCleanup = false;
+    page->scheduleRender();
+}
+
+QCoro::Task<> SettingsView::runDoctor() {
+    const QPointer<SettingsView> page(this);
+    m_isRunningDoctor = true;
+    scheduleRender();
+    const QString text = co_await manager().doctor();
+    if (!page)
+        co_return;
+    page->m_doctorOutput = text;
+    page->m_isRunningDoctor = false;
+    page->scheduleRender();
+}

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "TapsView.h"
+
+#include "AddTapSheet.h"
+#include "Alert.h"
+#include "Blanks.h"
+#include "BrewManager.h"
+#include "IconButton.h"
+#include "L10n.h"
+#include "RowListView.h"
+#include "StateView.h"
+
+#include <QStackedLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int rowHeight = 36;
+
+Row describe(const BrewTap& tap) {
+    return {
+        .id = tap.id(),
+        .title = tap.name,
+        .symbol = u"list.bullet"_s,
+        .symbolTone = Row::Tone::Accent,
+        .action = {.kind = RowAction::Kind::Trash,
+                   .title = L10n::remove(),
+                   .toolTip = L10n::removeTapHelp()},
+    };
+}
+
+} // namespace
+
+TapsView::TapsView(BrewManager& manager, QWidget* parent)
+    : Page(manager, parent),
+      m_refreshButton(addRefreshButton(L10n::refreshTaps())),
+      m_stack(new QStackedLayout(this)),
+      m_state(new StateView(this)),
+      m_list(new RowListView(rowHeight, RowListView::Selectable::No, this)) {
+    auto* const addButton = new IconButton(u"plus"_s, L10n::addTapHelp());
+    addButton->setObjectName(u"addTapButton"_s);
+    addHeaderControl(addButton);
+    m_list->setAccessibleName(L10n::taps());
+    m_stack->addWidget(m_state);
+    m_stack->addWidget(m_list);
+
+    connect(m_refreshButton, &IconButton::clicked, this, [this] { this->manager().loadTaps(); });
+    connect(addButton, &IconButton::clicked, this, &TapsView::showAddSheet);
+    connect(m_list, &RowListView::actionRequested, this,
+            [this](int row) { askToRemove(m_taps.at(row).name); });
+}
+
+TapsView::~TapsView() {
+    if (m_addSheet)
+        m_addSheet->dismiss();
+}
+
+void TapsView::firstShown() {
+    if (manager().taps->isEmpty())
+        manager().loadTaps();
+}
+
+void TapsView::render() {
+    const QList<BrewTap>& taps = *manager().taps;
+    setTitle(u"%1 (%2)"_s.arg(L10n::taps(), QString::number(taps.size())));
+    m_refreshButton->setEnabled(!*manager().isLoadingTaps);
+    if (m_addSheet)
+        m_addSheet->setAdding(m_isAddingTap);
+    if (!taps.isSharedWith(m_taps)) {
+        m_taps = taps;
+        m_list->setRows(static_cast<int>(m_taps.size()),
+                        [this](int row) { return describe(m_taps.at(row)); });
+    }
+    if (!taps.isEmpty()) {
+        m_stack->setCurrentWidget(m_list);
+        return;
+    }
+    if (*manager().isLoadingTaps)
+        m_state->showBusy(L10n::loadingTaps());
+    else
+        m_state->showSymbol(u"list.bullet"_s, StateView::Tone::Secondary, L10n::noTapsConfigured(),
+                            StateView::TextSize::Title);
+    m_stack->setCurrentWidget(m_state);
+}
+
+void TapsView::showAddSheet() {
+    if (m_addSheet)
+        return;
+    m_addSheet = new AddTapSheet(window());
+    m_addSheet->setAdding(m_isAddingTap);
+    connect(m_addSheet, &AddTapSheet::addRequested, this, [this](const QString& typed) {
+        const QString name = trimmedOfBlanks(typed).toString();
+        if (!name.isEmpty())
+            addTap(name);
+    });
+    m_addSheet->present();
+}
+
+QCoro::Task<> TapsView::addTap(QString name) {
+    const QPointer<TapsView> page(this);
+    BrewManager& brewManager = manager();
+    m_isAddingTap = true;
+    scheduleRender();
+    const bool succeeded = co_await brewManager.addTap(name);
+    if (page) {
+        page->m_isAddingTap = false;
+        page->scheduleRender();
+    }
+    if (!succeeded)
+        co_return;
+    if (page && page->m_addSheet)
+        page->m_addSheet->dismiss();
+    co_await brewManager.loadTaps();
+}
+
+void TapsView::askToRemove(const QString& name) {
+    if (m_showConfirmRemove)
+        return;
+    m_showConfirmRemove = name;
+    Alert::confirm(
+        this,
+        {.title = L10n::removeTap(),
+         .message = L10n::confirmRemoveTap(name),
+         .destructive = L10n::remove(),
+         .cancel = L10n::cancel()},
+        [this, name] { removeTap(name); }, [this] { m_showConfirmRemove.reset(); });
+}
+
+QCoro::Task<> TapsView::removeTap(QString name) {
+    BrewManager& brewManager = manager();
+    if (co_await brewManager.removeTap(name))
+        co_await brewManager.loadTaps();
+}

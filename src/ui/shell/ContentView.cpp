@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "ContentView.h"
+
+#include "AboutView.h"
+#include "BrewManager.h"
+#include "BrewNotFoundView.h"
+#include "CaskListView.h"
+#include "DetailColumn.h"
+#include "DetailSheet.h"
+#include "FormulaListView.h"
+#include "L10n.h"
+#include "LangManager.h"
+#include "Metrics.h"
+#include "OperationOverlay.h"
+#include "PackageDetailView.h"
+#include "SearchView.h"
+#include "SettingsView.h"
+#include "SidebarView.h"
+#include "TapsView.h"
+#include "UpdatesView.h"
+
+#include <QSplitter>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+ContentView::ContentView(BrewManager& manager, LangManager& langManager, QString aboutPicture,
+                         QWidget* parent)
+    : View(manager, parent),
+      m_langManager(langManager),
+      m_aboutPicture(std::move(aboutPicture)),
+      m_layout(new QVBoxLayout(this)) {
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    setMinimumSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight);
+    connect(&m_selection, &PackageSelection::changed, this, &ContentView::selectionChanged);
+    connect(&m_langManager, &LangManager::currentChanged, this, &ContentView::rebuild);
+    rebuild();
+}
+
+ContentView::~ContentView() = default;
+
+void ContentView::rebuild() {
+    // The widgets are others afterwards, but the keyboard is to stay where it was.
+    const QWidget* const focused = window()->focusWidget();
+    const QString focusedName = focused != nullptr ? focused->objectName() : QString();
+    if (m_content != nullptr) {
+        m_content->hide();
+        m_layout->removeWidget(m_content);
+        m_content->deleteLater();
+    }
+    m_content = *manager().brewAvailable ? makeSplitView() : new BrewNotFoundView(this);
+    m_layout->addWidget(m_content);
+    if (m_cornerWidget != nullptr)
+        m_cornerWidget->raise();
+    if (auto* const again =
+            focusedName.isEmpty() ? nullptr : m_content->findChild<QWidget*>(focusedName))
+        again->setFocus(Qt::OtherFocusReason);
+
+    if (m_sheet) {
+        m_sheet->dismiss();
+        m_sheet = nullptr;
+    }
+    delete std::exchange(m_overlay, nullptr);
+    updateSheet();
+    updateOverlay();
+}
+
+QWidget* ContentView::makeSplitView() {
+    auto* const split = new QSplitter(this);
+    split->setChildrenCollapsible(false);
+    split->setHandleWidth(1);
+    m_sidebar = new SidebarView(manager());
+    m_sidebar->setMinimumWidth(Metrics::sidebarMinimum);
+    m_sidebar->setMaximumWidth(Metrics::sidebarMaximum);
+    m_detailColumn = new DetailColumn(manager());
+    split->addWidget(m_sidebar);
+    split->addWidget(m_detailColumn);
+    split->setStretchFactor(1, 1);
+    split->setSizes({Metrics::sidebarIdeal - split->handleWidth(), Metrics::windowWidth});
+    m_sidebar->setSelection(m_selectedCategory);
+    connect(m_sidebar, &SidebarView::categoryChosen, this, &ContentView::setSelectedCategory);
+    showSelectedPage();
+    return split;
+}
+
+void ContentView::showSelectedPage() {
+    if (!m_selectedCategory) {
+        m_detailColumn->setPlaceholder(L10n::selectCategory());
+        return;
+    }
+    const auto makePage = [this]() -> Page* {
+        switch (*m_selectedCategory) {
+        case SidebarCategory::formulae:
+            return new FormulaListView(manager(), m_selection);
+        case SidebarCategory::casks:
+            return new CaskListView(manager(), m_selection);
+        case SidebarCategory::updates:
+            return new UpdatesView(manager(), m_selection);
+        case SidebarCategory::search:
+            return new SearchView(manager(), m_selection);
+        case SidebarCategory::taps:
+            return new TapsView(manager());
+        case SidebarCategory::settings:
+            return new SettingsView(m_langManager, manager());
+        case SidebarCategory::about:
+            break;
+        }
+        return new AboutView(manager(), m_aboutPicture);
+    };
+    m_detailColumn->setPage(makePage());
+}
+
+void ContentView::setSelectedCategory(std::optional<SidebarCategory> category) {
+    if (category == m_selectedCategory || m_detailColumn == nullptr)
+        return;
+    m_selectedCategory = category;
+    m_selection.setId(std::nullopt);
+    m_sidebar->setSelection(category);
+    showSelectedPage();
+}
+
+void ContentView::selectionChanged() {
+    m_showDetail = m_selection.id().has_value();
+    updateSheet();
+}
+
+void ContentView::updateSheet() {
+    if (!m_showDetail) {
+        if (m_sheet)
+            m_sheet->dismiss();
+        m_sheet = nullptr;
+        return;
+    }
+    if (m_sheet) {
+        m_sheet->detail()->setPackageID(*m_selection.id());
+        return;
+    }
+    m_sheet = new DetailSheet(*m_selection.id(), manager(), window());
+    connect(m_sheet, &DetailSheet::closeRequested, this,
+            [this] { m_selection.setId(std::nullopt); });
+}
+
+void ContentView::updateOverlay() {
+    if (!*manager().isRunningOperation) {
+        delete std::exchange(m_overlay, nullptr);
+        return;
+    }
+    if (m_overlay == nullptr) {
+        m_overlay = new OperationOverlay(this);
+        m_overlay->show();
+    }
+    m_overlay->setOutput(*manager().operationOutput);
+}
+
+void ContentView::setCornerWidget(QWidget* widget) {
+    m_cornerWidget = widget;
+    m_cornerWidget->setParent(this);
+    m_cornerWidget->show();
+    placeCornerWidget();
+}
+
+void ContentView::placeCornerWidget() {
+    constexpr int inset = 10;
+    if (m_cornerWidget != nullptr)
+        m_cornerWidget->move(inset, height() - inset - m_cornerWidget->height());
+}
+
+void ContentView::resizeEvent(QResizeEvent* event) {
+    View::resizeEvent(event);
+    placeCornerWidget();
+}
+
+void ContentView::render() {
+    updateOverlay();
+}
+
+void ContentView::showEvent(QShowEvent* event) {
+    View::showEvent(event);
+    if (!std::exchange(m_wasShown, true) && *manager().brewAvailable)
+        manager().refreshAll();
+}

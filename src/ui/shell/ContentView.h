@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "PackageSelection.h"
+#include "SidebarCategory.h"
+#include "View.h"
+
+#include <QPointer>
+
+class DetailColumn;
+class DetailSheet;
+class LangManager;
+class OperationOverlay;
+class QVBoxLayout;
+class SidebarView;
+
+/// The root view: sidebar and page, detail sheet and operation overlay, or nothing but the
+/// not-found page when there is no Homebrew.
+class ContentView final : public View {
+    Q_OBJECT
+
+public:
+    /// `aboutPicture` is the path of the application's picture, for the About page.
+    ContentView(BrewManager& manager, LangManager& langManager, QString aboutPicture,
+                QWidget* parent = nullptr);
+    ~ContentView() override;
+
+    [[nodiscard]] std::optional<SidebarCategory> selectedCategory() const {
+        return m_selectedCategory;
+    }
+
+    void setSelectedCategory(std::optional<SidebarCategory> category);
+
+    [[nodiscard]] PackageSelection& selection() { return m_selection; }
+
+    [[nodiscard]] bool showsDetail() const { return m_showDetail; }
+
+    /// Null while there is no Homebrew.
+    [[nodiscard]] DetailColumn* detailColumn() const { return m_detailColumn; }
+
+    [[nodiscard]] SidebarView* sidebar() const { return m_sidebar; }
+
+    /// Keeps a widget in the lower leading corner, over the content and below the overlay.
+    void setCornerWidget(QWidget* widget);
+
+protected:
+    void render() override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void rebuild();
+    [[nodiscard]] QWidget* makeSplitView();
+    void showSelectedPage();
+    void selectionChanged();
+    void updateSheet();
+    void updateOverlay();
+    void placeCornerWidget();
+
+    LangManager& m_langManager;
+    QString m_aboutPicture;
+    std::optional<SidebarCategory> m_selectedCategory{SidebarCategory::formulae};
+    PackageSelection m_selection;
+    bool m_showDetail{false};
+    bool m_wasShown{false};
+
+    QVBoxLayout* m_layout;
+    /// What fills the window; built anew for every language.
+    QWidget* m_content{nullptr};
+    SidebarView* m_sidebar{nullptr};
+    DetailColumn* m_detailColumn{nullptr};
+    QPointer<DetailSheet> m_sheet;
+    OperationOverlay* m_overlay{nullptr};
+    QWidget* m_cornerWidget{nullptr};
+};

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "MainWindow.h"
+
+#include "BrewManager.h"
+#include "ContentView.h"
+#include "DetailColumn.h"
+#include "DisplayText.h"
+#include "IconButton.h"
+#include "L10n.h"
+#include "LangManager.h"
+#include "Metrics.h"
+#include "Page.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+MainWindow::MainWindow(BrewManager& manager, LangManager& langManager, const QString& aboutPicture)
+    : m_content(new ContentView(manager, langManager, aboutPicture, this)),
+      m_menu(new QMenu(u"Lumora"_s, this)) {
+    setWindowTitle(u"Lumora"_s);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_content);
+    resize(Metrics::windowWidth, Metrics::windowHeight);
+
+#ifdef Q_OS_MACOS
+    auto* const bar = new QMenuBar(nullptr);
+    connect(this, &QObject::destroyed, bar, &QObject::deleteLater);
+    bar->addMenu(m_menu);
+#else
+    // Desktops without a menu bar of their own: a quiet button below the sidebar.
+    m_menuButton = new IconButton(u"line.3.horizontal"_s, u"Lumora"_s);
+    m_menuButton->setObjectName(u"applicationMenuButton"_s);
+    connect(m_menuButton, &IconButton::clicked, this, [this] {
+        const QPoint above = m_menuButton->mapToGlobal(QPoint(0, 0));
+        m_menu->popup(above - QPoint(0, m_menu->sizeHint().height()));
+    });
+    m_content->setCornerWidget(m_menuButton);
+#endif
+    fillMenu();
+    connect(&langManager, &LangManager::currentChanged, this, &MainWindow::fillMenu);
+    addShortcuts();
+}
+
+void MainWindow::fillMenu() {
+    m_menu->clear();
+    QAction* const about = m_menu->addAction(DisplayText::label(L10n::about()), this, [this] {
+        m_content->setSelectedCategory(SidebarCategory::about);
+    });
+    about->setMenuRole(QAction::AboutRole);
+    // Without Homebrew there are no pages.
+    about->setEnabled(m_content->detailColumn() != nullptr);
+    QAction* const check = m_menu->addAction(DisplayText::label(L10n::checkForUpdatesMenu()), this,
+                                             &MainWindow::updateCheckRequested);
+    check->setObjectName(u"checkForUpdatesAction"_s);
+    check->setMenuRole(QAction::ApplicationSpecificRole);
+    m_menu->addSeparator();
+    QAction* const close =
+        m_menu->addAction(DisplayText::label(L10n::close()), this, &QWidget::close);
+    close->setMenuRole(QAction::QuitRole);
+    close->setShortcut(QKeySequence::Quit);
+}
+
+void MainWindow::addShortcuts() {
+    const auto add = [this](const QKeySequence& keys, auto action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    for (const SidebarCategory category : allSidebarCategories) {
+        const int number = static_cast<int>(category) + 1;
+        add(QKeySequence(u"Ctrl+%1"_s.arg(number)),
+            [this, category] { m_content->setSelectedCategory(category); });
+    }
+    const auto onPage = [this](void (Page::*action)() const) {
+        return [this, action] {
+            const DetailColumn* const column = m_content->detailColumn();
+            if (column != nullptr && column->page() != nullptr)
+                (column->page()->*action)();
+        };
+    };
+    add(QKeySequence::Find, onPage(&Page::focusSearch));
+    add(QKeySequence(u"Ctrl+R"_s), onPage(&Page::refresh));
+    add(QKeySequence(u"F5"_s), onPage(&Page::refresh));
+    add(QKeySequence::Close, [this] { close(); });
+    if (m_menuButton != nullptr)
+        add(QKeySequence(u"F10"_s), [this] { m_menuButton->click(); });
+}

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "OperationOverlay.h"
+
+#include "L10n.h"
+#include "OutputText.h"
+#include "Painting.h"
+#include "Spinner.h"
+#include "Theme.h"
+#include "Typography.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int sideMargin = 16;
+constexpr int bottomMargin = 8;
+constexpr int padding = 12;
+constexpr int rowSpacing = 8;
+constexpr double panelRadius = 8;
+constexpr int shadowRadius = 4;
+constexpr int tallestTranscript = 80;
+
+} // namespace
+
+OperationOverlay::OperationOverlay(QWidget* parent)
+    : QWidget(parent),
+      m_output(
+          new OutputText(L10n::output(), OutputText::Frame::None, Typography::caption2, this)) {
+    setObjectName(u"operationOverlay"_s);
+    setAccessibleName(L10n::running());
+    m_output->setTallest(tallestTranscript);
+    m_output->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+
+    auto* const running = new QLabel(L10n::running(), this);
+    running->setTextFormat(Qt::PlainText);
+    running->setFont(Typography::font(Typography::caption2, QFont::Medium));
+    running->setObjectName(u"runningLabel"_s);
+    auto* const header = new QHBoxLayout;
+    header->setSpacing(rowSpacing);
+    header->addWidget(new Spinner(Spinner::Size::Small, this));
+    header->addWidget(running);
+    header->addStretch();
+
+    // The widget is larger than the panel by the shadow around it.
+    constexpr int inset = padding + shadowRadius;
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(inset, inset, inset, inset);
+    layout->setSpacing(rowSpacing);
+    layout->addLayout(header);
+    layout->addWidget(m_output);
+    parent->installEventFilter(this);
+}
+
+void OperationOverlay::setOutput(const QString& output) {
+    m_output->setOutput(output);
+    place();
+}
+
+QString OperationOverlay::output() const {
+    return m_output->output();
+}
+
+void OperationOverlay::place() {
+    const QRect room = parentWidget()->rect();
+    // The transcript's height follows from its width.
+    resize(room.width() - 2 * (sideMargin - shadowRadius), height());
+    layout()->activate();
+    const int height = layout()->sizeHint().height();
+    setGeometry(sideMargin - shadowRadius, room.height() - bottomMargin + shadowRadius - height,
+                room.width() - 2 * (sideMargin - shadowRadius), height);
+}
+
+void OperationOverlay::paintEvent(QPaintEvent*) {
+    const Theme& theme = Theme::of(this);
+    const QRectF panel =
+        QRectF(rect()).adjusted(shadowRadius, shadowRadius, -shadowRadius, -shadowRadius);
+    QPainter painter(this);
+    Painting::drawShadow(&painter, panel, panelRadius, shadowRadius, theme.overlayShadow);
+    Painting::drawBordered(&painter, panel, panelRadius, theme.overlay, theme.hairline);
+}
+
+bool OperationOverlay::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == parentWidget() && event->type() == QEvent::Resize)
+        place();
+    return QWidget::eventFilter(watched, event);
+}

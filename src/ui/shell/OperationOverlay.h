@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class OutputText;
+
+/// The floating panel that says that a command is running and shows what it has printed.
+///
+/// It has no buttons: it is there as long as the operation is.
+class OperationOverlay final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit OperationOverlay(QWidget* parent);
+
+    void setOutput(const QString& output);
+    [[nodiscard]] QString output() const;
+    /// Puts the panel at the bottom of its parent.
+    void place();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    OutputText* m_output;
+};

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "View.h"
+
+class IconButton;
+class SearchField;
+
+/// What the detail column shows for one category: a title, controls for the header and the
+/// content. The header itself belongs to the shell.
+class Page : public View {
+    Q_OBJECT
+
+public:
+    explicit Page(BrewManager& manager, QWidget* parent = nullptr);
+
+    [[nodiscard]] const QString& title() const { return m_title; }
+
+    /// The widget with the page's controls; it may be given another parent.
+    [[nodiscard]] QWidget* headerControls() const { return m_headerControls; }
+
+    /// Puts the focus on the search field, if there is one to be seen.
+    void focusSearch() const;
+    /// Presses the refresh button, if there is one and it can be pressed.
+    void refresh() const;
+
+Q_SIGNALS:
+    void titleChanged(const QString& title);
+
+protected:
+    /// Called once, when the page is displayed for the first time.
+    virtual void firstShown() {}
+
+    void showEvent(QShowEvent* event) override;
+
+    void setTitle(const QString& title);
+    /// Adds a control to the header, behind those that are there.
+    void addHeaderControl(QWidget* control);
+    SearchField* addSearchField(const QString& placeholder);
+    IconButton* addRefreshButton(const QString& toolTip);
+
+private:
+    QString m_title;
+    bool m_wasShown{false};
+    QWidget* m_headerControls;
+    SearchField* m_searchField{nullptr};
+    IconButton* m_refreshButton{nullptr};
+};

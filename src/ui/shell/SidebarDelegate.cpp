@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "SidebarDelegate.h"
+
+#include "Painting.h"
+#include "Symbol.h"
+#include "Theme.h"
+#include "Typography.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr int rowHeight = 30;
+constexpr int sectionHeight = 34;
+constexpr int rowInset = 10;
+constexpr double rowRadius = 6;
+constexpr int padding = 8;
+constexpr int iconSize = 18;
+constexpr int iconSpacing = 8;
+constexpr int pillPaddingX = 6;
+constexpr int pillPaddingY = 1;
+
+} // namespace
+
+SidebarDelegate::SidebarDelegate(QObject* parent)
+    : QStyledItemDelegate(parent),
+      m_sectionFont(Typography::font(Typography::sectionTitle, QFont::DemiBold)),
+      m_titleFont(Typography::font(Typography::body, QFont::Medium)),
+      m_badgeFont(Typography::digits(12)),
+      m_pillFont(Typography::digits(Typography::caption2, QFont::Bold)) {}
+
+QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem& option,
+                                const QModelIndex& index) const {
+    const bool isSection = !index.data(CategoryRole).isValid();
+    return {option.rect.width(), isSection ? sectionHeight : rowHeight};
+}
+
+void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
+    const Theme& theme = Theme::of(option.widget);
+    const QRect row = option.rect.adjusted(rowInset, 0, -rowInset, 0);
+    painter->save();
+    if (!index.data(CategoryRole).isValid()) {
+        constexpr int belowText = 9;
+        painter->setFont(m_sectionFont);
+        painter->setPen(theme.secondaryText);
+        painter->drawText(row.adjusted(padding, belowText, -padding, 0),
+                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                          index.data().toString());
+        painter->restore();
+        return;
+    }
+
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    if (isSelected)
+        Painting::fillRounded(painter, row, rowRadius, theme.selection);
+    else if (option.state.testFlag(QStyle::State_MouseOver))
+        Painting::fillRounded(painter, row, rowRadius, theme.hover);
+    if (option.state.testFlag(QStyle::State_HasFocus) &&
+        option.state.testFlag(QStyle::State_KeyboardFocusChange))
+        Painting::drawFocusRing(painter, row, rowRadius, theme);
+
+    QRect area = row.adjusted(padding, 0, -padding, 0);
+    const QRect icon(area.left(), area.center().y() - iconSize / 2 + 1, iconSize, iconSize);
+    Symbol::paint(painter, index.data(SymbolRole).toString(), icon, theme.accent);
+    area.setLeft(icon.right() + 1 + iconSpacing);
+    area.setRight(area.right() - paintBadge(painter, area, index, theme));
+    painter->setFont(m_titleFont);
+    painter->setPen(theme.text);
+    painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      QFontMetrics(m_titleFont)
+                          .elidedText(index.data().toString(), Qt::ElideRight, area.width()));
+    painter->restore();
+}
+
+int SidebarDelegate::paintBadge(QPainter* painter, const QRect& area, const QModelIndex& index,
+                                const Theme& theme) const {
+    const QString text = index.data(BadgeRole).toString();
+    if (text.isEmpty())
+        return 0;
+    const bool isPill = index.data(IsPillRole).toBool();
+    const QFontMetrics metrics(isPill ? m_pillFont : m_badgeFont);
+    QRect box(0, 0, metrics.horizontalAdvance(text), metrics.height());
+    if (isPill) {
+        box = box.adjusted(0, 0, 2 * pillPaddingX, 2 * pillPaddingY);
+        box.setWidth(qMax(box.width(), box.height()));
+    }
+    box.moveCenter(area.center());
+    box.moveRight(area.right());
+    if (isPill)
+        Painting::fillRounded(painter, box, box.height() / 2.0, theme.countPill);
+    painter->setFont(isPill ? m_pillFont : m_badgeFont);
+    painter->setPen(isPill ? theme.onCountPill : theme.secondaryText);
+    painter->drawText(box, Qt::AlignCenter | Qt::TextSingleLine, text);
+    return box.width() + padding;
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFont>
+#include <QStyledItemDelegate>
+
+struct Theme;
+
+/// Draws the sidebar's section titles and categories.
+class SidebarDelegate final : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    enum Role {
+        /// A SidebarCategory as int; a section title has none.
+        CategoryRole = Qt::UserRole,
+        SymbolRole,
+        /// The count's text, empty for none.
+        BadgeRole,
+        /// Whether the count stands out on a coloured pill.
+        IsPillRole,
+    };
+
+    explicit SidebarDelegate(QObject* parent);
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override;
+
+private:
+    /// Draws the count at the trailing end of `area` and returns the width it takes.
+    int paintBadge(QPainter* painter, const QRect& area, const QModelIndex& index,
+                   const Theme& theme) const;
+
+    QFont m_sectionFont;
+    QFont m_titleFont;
+    QFont m_badgeFont;
+    QFont m_pillFont;
+};

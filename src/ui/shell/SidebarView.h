@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "SidebarCategory.h"
+#include "View.h"
+
+class QListView;
+class QModelIndex;
+class QStandardItem;
+class QStandardItemModel;
+
+/// The left column: the categories in titled sections, with live counts. Reads only.
+class SidebarView final : public View {
+    Q_OBJECT
+
+public:
+    explicit SidebarView(BrewManager& manager, QWidget* parent = nullptr);
+
+    void setSelection(std::optional<SidebarCategory> category);
+
+    [[nodiscard]] QListView* list() const { return m_list; }
+
+Q_SIGNALS:
+    void categoryChosen(SidebarCategory category);
+
+protected:
+    void render() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void addSection(const QString& title, std::initializer_list<SidebarCategory> categories);
+    void setCount(SidebarCategory category, qsizetype count);
+    [[nodiscard]] QStandardItem* itemOf(SidebarCategory category) const;
+
+    QStandardItemModel* m_model;
+    QListView* m_list;
+};

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "LumoraStyle.h"
+
+#include "Metrics.h"
+#include "Painting.h"
+#include "Theme.h"
+#include "Typography.h"
+
+#include <QAbstractScrollArea>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char* prominentProperty = "lumoraProminent";
+
+constexpr int scrollBarExtent = 12;
+constexpr int scrollBarThumb = 6;
+constexpr int buttonPadding = 15;
+constexpr int prominentPadding = 22;
+constexpr int prominentHeight = 37;
+constexpr int iconSpacing = 7;
+
+bool isProminent(const QWidget* widget) {
+    return widget != nullptr && widget->property(prominentProperty).toBool();
+}
+
+} // namespace
+
+LumoraStyle::LumoraStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
+
+void LumoraStyle::setProminent(QPushButton* button) {
+    button->setProperty(prominentProperty, true);
+    button->setFont(Typography::font(14, QFont::Medium));
+}
+
+void LumoraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+    if (element == CE_PushButton) {
+        drawPushButton(option, painter, widget);
+    } else if (element == CE_Splitter) {
+        const Theme& theme = Theme::of(option->palette);
+        painter->fillRect(option->rect, theme.sidebar);
+        painter->fillRect(option->rect, theme.hairline);
+    } else {
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+}
+
+void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
+                                 const QWidget* widget) const {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (button == nullptr)
+        return;
+    const Theme& theme = Theme::of(option->palette);
+    const bool isEnabled = option->state.testFlag(State_Enabled);
+    const bool prominent =
+        isProminent(widget) || button->features.testFlag(QStyleOptionButton::DefaultButton);
+    painter->save();
+    Painting::drawButton(painter, option->rect, theme,
+                         {.isEnabled = isEnabled,
+                          .isHovered = option->state.testFlag(State_MouseOver),
+                          .isPressed = option->state.testFlag(State_Sunken),
+                          .isProminent = prominent});
+    if (option->state.testFlag(State_HasFocus) && option->state.testFlag(State_KeyboardFocusChange))
+        Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius,
+                                prominent ? Theme::light() : theme);
+
+    const int textWidth = option->fontMetrics.size(Qt::TextShowMnemonic, button->text).width();
+    const int iconWidth = button->icon.isNull() ? 0 : button->iconSize.width() + iconSpacing;
+    QRect content(0, 0, iconWidth + textWidth, option->rect.height());
+    content.moveCenter(option->rect.center());
+    if (iconWidth > 0) {
+        QRect icon(QPoint(), button->iconSize);
+        icon.moveCenter(content.center());
+        icon.moveLeft(content.left());
+        button->icon.paint(painter, icon, Qt::AlignCenter,
+                           isEnabled ? QIcon::Normal : QIcon::Disabled);
+    }
+    QPalette palette = option->palette;
+    if (prominent)
+        palette.setColor(QPalette::ButtonText, theme.onAccent);
+    drawItemText(painter, content.adjusted(iconWidth, 0, 1, 0),
+                 Qt::AlignLeft | Qt::AlignVCenter | Qt::TextHideMnemonic, palette, isEnabled,
+                 button->text, QPalette::ButtonText);
+    painter->restore();
+}
+
+void LumoraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                QPainter* painter, const QWidget* widget) const {
+    const Theme& theme = Theme::of(option->palette);
+    painter->save();
+    switch (element) {
+    case PE_PanelLineEdit:
+    case PE_FrameLineEdit:
+        Painting::drawBordered(painter, option->rect, Metrics::controlRadius, theme.field,
+                               theme.fieldBorder);
+        if (option->state.testFlag(State_HasFocus))
+            Painting::drawFocusRing(painter, option->rect, Metrics::controlRadius, theme);
+        break;
+    case PE_FrameFocusRect:
+        Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius, theme);
+        break;
+    default:
+        painter->restore();
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    }
+    painter->restore();
+}
+
+void LumoraStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                     QPainter* painter, const QWidget* widget) const {
+    if (control == CC_ScrollBar) {
+        drawScrollBar(subControlRect(CC_ScrollBar, option, SC_ScrollBarSlider, widget), option,
+                      painter);
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+void LumoraStyle::drawScrollBar(const QRect& slider, const QStyleOption* option,
+                                QPainter* painter) {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (bar == nullptr || bar->maximum <= bar->minimum)
+        return;
+    constexpr int margin = (scrollBarExtent - scrollBarThumb) / 2;
+    const bool isActive = (option->state & (State_MouseOver | State_Sunken)) != State_None;
+    const QRectF thumb = bar->orientation == Qt::Vertical ? slider.adjusted(margin, 2, -margin, -2)
+                                                          : slider.adjusted(2, margin, -2, -margin);
+    painter->save();
+    Painting::fillRounded(
+        painter, thumb, scrollBarThumb / 2.0,
+        withOpacity(Theme::of(option->palette).secondaryText, isActive ? 0.65 : 0.35));
+    painter->restore();
+}
+
+QRect LumoraStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                  SubControl subControl, const QWidget* widget) const {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control != CC_ScrollBar || bar == nullptr)
+        return QProxyStyle::subControlRect(control, option, subControl, widget);
+
+    // No arrow buttons: the groove is all there is, and the slider moves in all of it.
+    const bool isVertical = bar->orientation == Qt::Vertical;
+    const int length = isVertical ? bar->rect.height() : bar->rect.width();
+    const int range = bar->maximum - bar->minimum;
+    constexpr int shortest = 28;
+    const int thumb =
+        range > 0
+            ? qBound(qMin(shortest, length),
+                     static_cast<int>(qint64(length) * bar->pageStep / (range + bar->pageStep)),
+                     length)
+            : length;
+    const int start = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition,
+                                              length - thumb, bar->upsideDown);
+    const auto part = [&](int from, int size) {
+        return isVertical
+                   ? QRect(bar->rect.left(), bar->rect.top() + from, bar->rect.width(), size)
+                   : QRect(bar->rect.left() + from, bar->rect.top(), size, bar->rect.height());
+    };
+    switch (subControl) {
+    case SC_ScrollBarSlider:
+        return part(start, thumb);
+    case SC_ScrollBarSubPage:
+        return part(0, start);
+    case SC_ScrollBarAddPage:
+        return part(start + thumb, length - start - thumb);
+    case SC_ScrollBarGroove:
+        return bar->rect;
+    default:
+        return {};
+    }
+}
+
+QSize LumoraStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                    const QSize& size, const QWidget* widget) const {
+    if (type == CT_PushButton) {
+        const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+        const bool prominent = isProminent(widget);
+        int width = option->fontMetrics.size(Qt::TextShowMnemonic, button->text).width() +
+                    2 * (prominent ? prominentPadding : buttonPadding);
+        if (!button->icon.isNull())
+            width += button->iconSize.width() + iconSpacing;
+        return {width, prominent ? prominentHeight : Metrics::controlHeight};
+    }
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+int LumoraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                             const QWidget* widget) const {
+    switch (metric) {
+    case PM_ScrollBarExtent:
+        return scrollBarExtent;
+    case PM_ScrollView_ScrollBarOverlap:
+        // The thumb floats over the content's margin instead of taking room from it.
+        return scrollBarExtent;
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QProxyStyle>
+
+class QPushButton;
+
+/// Fusion with quieter buttons, fields, scroll bars and focus marks.
+class LumoraStyle final : public QProxyStyle {
+    Q_OBJECT
+
+public:
+    LumoraStyle();
+
+    /// Makes a button the one that a page invites to: filled with the accent, and larger.
+    static void setProminent(QPushButton* button);
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                         SubControl subControl, const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override;
+
+private:
+    void drawPushButton(const QStyleOption* option, QPainter* painter, const QWidget* widget) const;
+    static void drawScrollBar(const QRect& slider, const QStyleOption* option, QPainter* painter);
+};

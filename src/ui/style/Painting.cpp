@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "Painting.h"
+
+#include "Metrics.h"
+#include "Theme.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+void Painting::fillRounded(QPainter* painter, const QRectF& rect, double radius,
+                           const QColor& fill) {
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(fill);
+    painter->drawRoundedRect(rect, radius, radius);
+}
+
+void Painting::drawBordered(QPainter* painter, const QRectF& rect, double radius,
+                            const QColor& fill, const QColor& border) {
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(border, 1));
+    painter->setBrush(fill);
+    painter->drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+}
+
+void Painting::drawButton(QPainter* painter, const QRectF& rect, const Theme& theme,
+                          Surface surface) {
+    const double radius = surface.isProminent ? Metrics::rowRadius : Metrics::buttonRadius;
+    if (surface.isProminent)
+        fillRounded(painter, rect, radius, withOpacity(theme.accent, surface.isEnabled ? 1 : 0.4));
+    else
+        drawBordered(painter, rect, radius, theme.field, theme.fieldBorder);
+    if (surface.isEnabled && (surface.isPressed || surface.isHovered))
+        fillRounded(painter, rect, radius, surface.isPressed ? theme.pressed : theme.hover);
+}
+
+void Painting::drawFocusRing(QPainter* painter, const QRectF& rect, double radius,
+                             const Theme& theme) {
+    constexpr double width = 2;
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(theme.accent, width));
+    painter->setBrush(Qt::NoBrush);
+    const double inset = width / 2;
+    painter->drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset,
+                             radius - inset);
+}
+
+void Painting::drawHairline(QPainter* painter, const QRectF& rect, const Theme& theme) {
+    painter->fillRect(QRectF(rect.left(), rect.bottom() - 1, rect.width(), 1), theme.hairline);
+}
+
+void Painting::drawShadow(QPainter* painter, const QRectF& panel, double cornerRadius,
+                          double shadowRadius, const QColor& color) {
+    // Rings of growing size and falling strength: no blur of a pixmap for a few pixels of shade.
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(Qt::NoBrush);
+    const int rings = static_cast<int>(std::ceil(shadowRadius));
+    for (int ring = 0; ring < rings; ++ring) {
+        const double distance = ring + 0.5;
+        const double falloff = 1 - distance / (rings + 1);
+        painter->setPen(QPen(
+            withOpacity(color, static_cast<double>(color.alphaF()) * falloff * falloff * 0.5), 1));
+        painter->drawRoundedRect(panel.adjusted(-distance, -distance, distance, distance),
+                                 cornerRadius + distance, cornerRadius + distance);
+    }
+}

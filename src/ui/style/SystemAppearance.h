@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QVariant>
+
+class QDBusVariant;
+
+/// The desktop's wish for light or dark surroundings, and for less motion.
+///
+/// On Linux it is read from the desktop portal, and followed while the application runs;
+/// without a portal the toolkit's own palette decides. On macOS the toolkit follows the
+/// system by itself.
+class SystemAppearance final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Waits for the portal's first answer, but not for long.
+    explicit SystemAppearance(QObject* parent = nullptr);
+
+    [[nodiscard]] bool isDark() const { return m_isDark; }
+
+Q_SIGNALS:
+    void changed();
+
+private Q_SLOTS:
+    void onSettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
+private:
+    void setColorScheme(const QVariant& value);
+
+    bool m_isDark{false};
+};

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+class QWidget;
+
+/// Every colour of the interface, once for light and once for dark surroundings.
+///
+/// Which of the two applies is read off a widget's palette, so that there is nothing to
+/// notify: a new palette repaints the widgets, and they find the other theme.
+struct Theme final {
+    QColor content;
+    QColor sidebar;
+    /// Surface of fields and buttons.
+    QColor field;
+    QColor text;
+    QColor secondaryText;
+    QColor hairline;
+    QColor fieldBorder;
+    /// Also the blue that stands for formulae.
+    QColor accent;
+    /// Text on a surface filled with the accent.
+    QColor onAccent;
+    QColor selection;
+    QColor hover;
+    QColor pressed;
+    /// Orange: something is outdated, or went wrong.
+    QColor outdated;
+    QColor outdatedTag;
+    QColor neutralTag;
+    QColor countPill;
+    QColor onCountPill;
+    /// Green: installed, or well.
+    QColor good;
+    /// Purple: stands for casks.
+    QColor cask;
+    /// Red: what removes something.
+    QColor destructive;
+    /// Behind command output.
+    QColor output;
+    /// Behind the failure strip.
+    QColor failure;
+    /// Over the window while a sheet is open.
+    QColor scrim;
+    QColor sheetShadow;
+    QColor overlayShadow;
+    QColor overlay;
+    /// The trough of a segmented picker, and its chosen segment.
+    QColor trough;
+    QColor segment;
+
+    [[nodiscard]] static const Theme& light();
+    [[nodiscard]] static const Theme& dark();
+    /// The theme that fits the widget's palette.
+    [[nodiscard]] static const Theme& of(const QWidget* widget);
+    [[nodiscard]] static const Theme& of(const QPalette& palette);
+
+    /// The toolkit's view of this theme.
+    [[nodiscard]] QPalette palette() const;
+};
+
+/// The same colour with the given opacity, 0 to 1.
+[[nodiscard]] QColor withOpacity(QColor color, double opacity);

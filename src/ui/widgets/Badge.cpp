@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "Badge.h"
+
+#include "DisplayText.h"
+#include "Painting.h"
+#include "Theme.h"
+#include "Typography.h"
+
+#include <QPainter>
+#include <QtMath>
+
+namespace {
+
+constexpr int paddingX = 8;
+constexpr double radius = 4;
+
+struct Look {
+    QColor text;
+    QColor fill;
+};
+
+Look lookOf(Badge::Tone tone, const Theme& theme) {
+    constexpr double tint = 0.12;
+    constexpr double chipTint = 0.1;
+    const auto tinted = [](const QColor& color) { return Look{color, withOpacity(color, tint)}; };
+    switch (tone) {
+    case Badge::Tone::Formula:
+        return tinted(theme.accent);
+    case Badge::Tone::Cask:
+        return tinted(theme.cask);
+    case Badge::Tone::Good:
+        return tinted(theme.good);
+    case Badge::Tone::Outdated:
+        return tinted(theme.outdated);
+    case Badge::Tone::Neutral:
+        break;
+    }
+    return {theme.text, withOpacity(theme.secondaryText, chipTint)};
+}
+
+} // namespace
+
+Badge::Badge(QString text, Tone tone, QWidget* parent)
+    : QWidget(parent), m_text(DisplayText::line(text)), m_tone(tone) {
+    setFont(tone == Tone::Neutral ? Typography::font(Typography::caption2)
+                                  : Typography::digits(11, QFont::Medium));
+    setAccessibleName(m_text);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+}
+
+QSize Badge::sizeHint() const {
+    const int paddingY = m_tone == Tone::Neutral ? 3 : 2;
+    // A name of absurd length is cut rather than widening the pane.
+    constexpr int widest = 400;
+    const int textWidth = qCeil(QFontMetricsF(font()).horizontalAdvance(m_text));
+    return {qMin(widest, textWidth + 2 * paddingX), fontMetrics().height() + 2 * paddingY};
+}
+
+void Badge::paintEvent(QPaintEvent*) {
+    const Look look = lookOf(m_tone, Theme::of(this));
+    QPainter painter(this);
+    Painting::fillRounded(&painter, rect(), radius, look.fill);
+    painter.setPen(look.text);
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(m_text, Qt::ElideRight, width() - 2 * paddingX));
+}

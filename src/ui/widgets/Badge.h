@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+/// A short text on a tint of its own colour, or a chip in the neutral one.
+class Badge final : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Tone { Formula, Cask, Good, Outdated, Neutral };
+
+    Badge(QString text, Tone tone, QWidget* parent = nullptr);
+
+    [[nodiscard]] QString text() const { return m_text; }
+
+    [[nodiscard]] Tone tone() const { return m_tone; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_text;
+    Tone m_tone;
+};

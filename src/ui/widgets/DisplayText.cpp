@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "DisplayText.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum class Breaks { Shown, Kept };
+
+bool reordersText(QChar character) {
+    const char16_t unit = character.unicode();
+    return unit == 0x061C || unit == 0x200E || unit == 0x200F ||
+           (unit >= 0x202A && unit <= 0x202E) || (unit >= 0x2066 && unit <= 0x2069);
+}
+
+bool isBreak(QChar character) {
+    return character == u'\n' || character == u'\t' || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+bool isControl(QChar character) {
+    return character.category() == QChar::Other_Control;
+}
+
+QChar standIn(QChar character) {
+    constexpr char16_t pictures = 0x2400;
+    constexpr char16_t deletePicture = 0x2421;
+    constexpr char16_t firstPrintable = 0x20;
+    constexpr char16_t deleteCharacter = 0x7F;
+    if (character.unicode() < firstPrintable)
+        return QChar(static_cast<char16_t>(pictures + character.unicode()));
+    return character.unicode() == deleteCharacter ? QChar(deletePicture)
+                                                  : QChar(QChar::ReplacementCharacter);
+}
+
+QString replaced(const QString& text, Breaks breaks) {
+    const auto needsStandIn = [breaks](QChar character) {
+        if (isBreak(character))
+            return breaks == Breaks::Shown;
+        return isControl(character) || reordersText(character);
+    };
+    if (std::ranges::none_of(text, needsStandIn))
+        return text;
+    QString result = text;
+    for (QChar& character : result) {
+        if (needsStandIn(character))
+            character = isBreak(character) && breaks == Breaks::Shown ? u' ' : standIn(character);
+    }
+    return result;
+}
+
+} // namespace
+
+QString DisplayText::line(const QString& text) {
+    return replaced(text, Breaks::Shown);
+}
+
+QString DisplayText::block(const QString& text) {
+    // Command output ends its lines the way terminals do now and then.
+    QString result = text;
+    result.replace(u"\r\n"_s, u"\n"_s);
+    result = replaced(result, Breaks::Kept);
+
+    constexpr qsizetype longestLine = 4096;
+    qsizetype lineStart = 0;
+    for (;;) {
+        const qsizetype lineEnd = result.indexOf(u'\n', lineStart);
+        const qsizetype length = (lineEnd < 0 ? result.size() : lineEnd) - lineStart;
+        if (length > longestLine)
+            break;
+        if (lineEnd < 0)
+            return result;
+        lineStart = lineEnd + 1;
+    }
+    QString broken;
+    broken.reserve(result.size() + result.size() / longestLine + 1);
+    qsizetype column = 0;
+    for (const QChar character : result) {
+        column = character == u'\n' ? 0 : column + 1;
+        // Not between the two halves of one character.
+        if (column > longestLine && !character.isLowSurrogate()) {
+            broken += u'\n';
+            column = 1;
+        }
+        broken += character;
+    }
+    return broken;
+}
+
+QString DisplayText::label(const QString& text) {
+    return line(text).replace(u'&', u"&&"_s);
+}
+
+QString DisplayText::toolTip(const QString& text) {
+    return text.isEmpty() ? QString() : u"<qt>"_s + line(text).toHtmlEscaped() + u"</qt>"_s;
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// Text from outside (names, descriptions, command output) made harmless to show.
+///
+/// Control characters and the marks that reorder what follows them are replaced by visible
+/// stand-ins; everything else stays as it is. A text without any is returned unchanged.
+namespace DisplayText {
+
+/// For one line: line breaks and tabs become visible as well.
+[[nodiscard]] QString line(const QString& text);
+/// For several lines: keeps line breaks and tabs, and breaks lines that no layout could
+/// handle in reasonable time.
+[[nodiscard]] QString block(const QString& text);
+/// For menus, buttons and labels, where an ampersand would mark a shortcut.
+[[nodiscard]] QString label(const QString& text);
+
+/// For tool tips, which take for markup what looks like it. Nothing for an empty text.
+[[nodiscard]] QString toolTip(const QString& text);
+
+} // namespace DisplayText

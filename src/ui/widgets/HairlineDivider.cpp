@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#include "HairlineDivider.h"
+
+#include "Theme.h"
+
+#include <QPainter>
+
+HairlineDivider::HairlineDivider(QWidget* parent) : QWidget(parent) {
+    setFixedHeight(1);
+}
+
+void HairlineDivider::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), Theme::of(this).hairline);
+}

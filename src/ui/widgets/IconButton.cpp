@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "IconButton.h"
+
+#include "DisplayText.h"
+#include "Metrics.h"
+#include "Painting.h"
+#include "Symbol.h"
+#include "Theme.h"
+
+#include <QPainter>
+
+IconButton::IconButton(QString symbol, const QString& toolTip, QWidget* parent)
+    : QAbstractButton(parent), m_symbol(std::move(symbol)) {
+    setFixedSize(sizeHint());
+    setToolTip(DisplayText::toolTip(toolTip));
+    setAccessibleName(toolTip);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+QSize IconButton::sizeHint() const {
+    return {Metrics::controlHeight, Metrics::controlHeight};
+}
+
+void IconButton::paintEvent(QPaintEvent*) {
+    constexpr int iconSize = 18;
+    constexpr double disabledOpacity = 0.35;
+    const Theme& theme = Theme::of(this);
+    QPainter painter(this);
+    if (isEnabled() && (isDown() || underMouse()))
+        Painting::fillRounded(&painter, rect(), Metrics::controlRadius,
+                              isDown() ? theme.pressed : theme.hover);
+    if (hasFocus())
+        Painting::drawFocusRing(&painter, rect(), Metrics::controlRadius, theme);
+    QRect icon(0, 0, iconSize, iconSize);
+    icon.moveCenter(rect().center());
+    Symbol::paint(&painter, m_symbol, icon,
+                  isEnabled() ? theme.text : withOpacity(theme.text, disabledOpacity));
+}
+
+void IconButton::enterEvent(QEnterEvent*) {
+    update();
+}
+
+void IconButton::leaveEvent(QEvent*) {
+    update();
+}

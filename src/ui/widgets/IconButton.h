@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractButton>
+
+/// A square button of nothing but a symbol; its tool tip is its accessible name.
+class IconButton final : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    IconButton(QString symbol, const QString& toolTip, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    QString m_symbol;
+};

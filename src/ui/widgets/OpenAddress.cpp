@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include "OpenAddress.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+void openAddress(const QString& address) {
+    const QUrl url(address, QUrl::StrictMode);
+    if (url.isValid() && !url.isEmpty())
+        QDesktopServices::openUrl(url);
+}

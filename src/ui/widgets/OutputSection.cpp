@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "OutputSection.h"
+
+#include "OutputText.h"
+#include "Typography.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+OutputSection::OutputSection(const QString& heading, int spacing, QWidget* parent)
+    : QWidget(parent),
+      m_text(new OutputText(heading, OutputText::Frame::Box, Typography::caption2, this)) {
+    auto* const title = new QLabel(heading, this);
+    title->setTextFormat(Qt::PlainText);
+    title->setFont(Typography::font(Typography::body, QFont::DemiBold));
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    layout->addWidget(title);
+    layout->addWidget(m_text);
+    hide();
+}
+
+void OutputSection::setOutput(const QString& output) {
+    m_text->setOutput(output);
+    setVisible(!output.isEmpty());
+}

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "OutputText.h"
+
+#include "DisplayText.h"
+#include "Metrics.h"
+#include "Painting.h"
+#include "Theme.h"
+#include "Typography.h"
+
+#include <QPainter>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include <cmath>
+
+OutputText::OutputText(const QString& accessibleName, Frame frame, double textSize, QWidget* parent)
+    : QPlainTextEdit(parent), m_frame(frame) {
+    constexpr int boxPadding = 8;
+    setAccessibleName(accessibleName);
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setTabChangesFocus(true);
+    setUndoRedoEnabled(false);
+    setFrameShape(NoFrame);
+    setFont(Typography::monospace(textSize));
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document()->setDocumentMargin(0);
+    viewport()->setAutoFillBackground(false);
+    const int padding = frame == Frame::Box ? boxPadding : 0;
+    setViewportMargins(padding, padding, padding, padding);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    applyColors();
+}
+
+void OutputText::setOutput(const QString& output) {
+    if (output == m_output)
+        return;
+    m_output = output;
+    QString shown = DisplayText::block(output);
+    // The line break that ends the output is no empty line to show.
+    if (shown.endsWith(u'\n'))
+        shown.chop(1);
+    setPlainText(shown);
+    fitHeight();
+}
+
+void OutputText::setTallest(int height) {
+    m_tallest = height;
+    fitHeight();
+}
+
+void OutputText::fitHeight() {
+    const QMargins margins = viewportMargins();
+    const int limit = m_tallest - margins.top() - margins.bottom();
+    qreal height = 0;
+    // Asking for a block's place lays it out; what is beyond the limit needn't be.
+    for (QTextBlock block = document()->begin(); block.isValid() && height <= limit;
+         block = block.next())
+        height += blockBoundingRect(block).height();
+    const bool fits = height <= limit;
+    setVerticalScrollBarPolicy(fits ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    setFixedHeight(fits ? static_cast<int>(std::ceil(height)) + margins.top() + margins.bottom() + 1
+                        : m_tallest);
+}
+
+void OutputText::resizeEvent(QResizeEvent* event) {
+    QPlainTextEdit::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        fitHeight();
+}
+
+void OutputText::wheelEvent(QWheelEvent* event) {
+    if (verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOff)
+        event->ignore();
+    else
+        QPlainTextEdit::wheelEvent(event);
+}
+
+void OutputText::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        applyColors();
+}
+
+void OutputText::applyColors() {
+    const QColor color = Theme::of(this).secondaryText;
+    if (palette().color(QPalette::Text) == color)
+        return;
+    QPalette changed = palette();
+    changed.setColor(QPalette::Text, color);
+    changed.setColor(QPalette::Base, Qt::transparent);
+    setPalette(changed);
+}
+
+bool OutputText::event(QEvent* event) {
+    if (event->type() != QEvent::Paint)
+        return QPlainTextEdit::event(event);
+    // The surface below the viewport, which the text alone is drawn on.
+    const Theme& theme = Theme::of(this);
+    QPainter painter(this);
+    if (m_frame == Frame::Box)
+        Painting::drawBordered(&painter, rect(), Metrics::buttonRadius, theme.output,
+                               theme.hairline);
+    if (hasFocus())
+        Painting::drawFocusRing(&painter, rect(), Metrics::buttonRadius, theme);
+    return true;
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPlainTextEdit>
+
+/// Command output: monospaced, plain, selectable, as tall as its text.
+///
+/// Only output of very many lines scrolls inside; all else leaves scrolling to what it is in.
+class OutputText final : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    /// Whether it stands on a surface of its own or directly on its panel.
+    enum class Frame { None, Box };
+
+    /// `accessibleName` tells a screen reader what the output is of.
+    OutputText(const QString& accessibleName, Frame frame, double textSize,
+               QWidget* parent = nullptr);
+
+    /// Shows the text, unless it is the one shown already.
+    void setOutput(const QString& output);
+
+    [[nodiscard]] const QString& output() const { return m_output; }
+
+    /// How tall it may grow before it scrolls.
+    void setTallest(int height);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    void applyColors();
+    void fitHeight();
+
+    Frame m_frame;
+    QString m_output;
+    int m_tallest{6000};
+};

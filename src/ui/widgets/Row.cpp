@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "Row.h"
+
+#include "DisplayText.h"
+
+using namespace Qt::StringLiterals;
+
+QString Row::accessibleText() const {
+    QStringList parts{title};
+    parts << (newVersion.isEmpty() ? subtitle : subtitle + u" → "_s + newVersion) << version;
+    for (const RowTag& tag : tags)
+        parts << tag.text;
+    if (action.kind == RowAction::Kind::Badge)
+        parts << action.title;
+    parts.removeAll(QString());
+    return DisplayText::line(parts.join(u", "_s));
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLineEdit>
+
+/// The text field of a page's header, with a magnifier in front. Escape clears it.
+class SearchField final : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit SearchField(const QString& placeholder, QWidget* parent = nullptr);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+};

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#include "SecondaryLabel.h"
+
+#include "Typography.h"
+
+SecondaryLabel::SecondaryLabel(const QString& text, double size, QWidget* parent)
+    : QLabel(text, parent) {
+    setTextFormat(Qt::PlainText);
+    setFont(Typography::font(size));
+    // The role that holds the secondary colour in the theme's palette.
+    setForegroundRole(QPalette::PlaceholderText);
+}

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "SegmentedPicker.h"
+
+#include "DisplayText.h"
+#include "Metrics.h"
+#include "Painting.h"
+#include "Theme.h"
+#include "Typography.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int troughPadding = 2;
+
+class Segment final : public QAbstractButton {
+public:
+    Segment(const QString& title, QWidget* parent) : QAbstractButton(parent) {
+        setText(DisplayText::label(title));
+        setObjectName(u"segment-"_s + title);
+        setAccessibleName(title);
+        setCheckable(true);
+        setFont(Typography::font(Typography::body, QFont::Medium));
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+    QSize sizeHint() const override {
+        constexpr int padding = 20;
+        return {fontMetrics().horizontalAdvance(text()) + 2 * padding,
+                Metrics::controlHeight - 2 * troughPadding};
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        const Theme& theme = Theme::of(this);
+        const double radius = Metrics::controlRadius - troughPadding + 1;
+        QPainter painter(this);
+        if (isChecked())
+            Painting::drawBordered(&painter, rect(), radius, theme.segment, theme.hairline);
+        else if (underMouse())
+            Painting::fillRounded(&painter, rect(), radius, theme.hover);
+        if (hasFocus())
+            Painting::drawFocusRing(&painter, rect(), radius, theme);
+        painter.setPen(theme.text);
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextHideMnemonic, text());
+    }
+};
+
+} // namespace
+
+SegmentedPicker::SegmentedPicker(const QStringList& titles, const QString& accessibleName,
+                                 QWidget* parent)
+    : QWidget(parent), m_group(new QButtonGroup(this)) {
+    setAccessibleName(accessibleName);
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(troughPadding, troughPadding, troughPadding, troughPadding);
+    layout->setSpacing(0);
+    for (qsizetype i = 0; i < titles.size(); ++i) {
+        auto* const segment = new Segment(titles.at(i), this);
+        layout->addWidget(segment);
+        m_group->addButton(segment, static_cast<int>(i));
+    }
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    connect(m_group, &QButtonGroup::idToggled, this, [this](int id, bool isChecked) {
+        if (isChecked)
+            Q_EMIT chosen(id);
+    });
+}
+
+void SegmentedPicker::setCurrent(int index) {
+    const QSignalBlocker quiet(m_group);
+    m_group->button(index)->setChecked(true);
+}
+
+int SegmentedPicker::current() const {
+    return m_group->checkedId();
+}
+
+QAbstractButton* SegmentedPicker::segment(int index) const {
+    return m_group->button(index);
+}
+
+void SegmentedPicker::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::fillRounded(&painter, rect(), Metrics::controlRadius + 1, Theme::of(this).trough);
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+/// A panel over its window's content, with everything behind it out of reach.
+///
+/// It covers its parent whole; the keyboard focus stays inside and goes back to where it
+/// was when the sheet closes. What the panel holds is added to its layout.
+class Sheet final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `preferred` is the panel's size, as far as the window has room; an invalid one means
+    /// the size of its content.
+    Sheet(QWidget* window, QSize preferred, QSize smallest = {});
+
+    [[nodiscard]] QWidget* panel() const { return m_panel; }
+
+    /// Shows the sheet and puts the focus on `focus`, or on the first widget that takes it.
+    void present(QWidget* focus = nullptr);
+
+    /// Makes the panel fit its content again after that has changed.
+    void fitContent() { place(); }
+
+    /// Hides the sheet, gives the focus back and deletes the sheet later.
+    void dismiss();
+
+Q_SIGNALS:
+    /// Escape was pressed; closing is the owner's decision.
+    void cancelRequested();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void place();
+    void fade();
+    [[nodiscard]] QWidget* nextFocus(QWidget* from, bool forward) const;
+
+    QSize m_preferred;
+    QSize m_smallest;
+    QWidget* m_panel;
+    QPointer<QWidget> m_focusBefore;
+};

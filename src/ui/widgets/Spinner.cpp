@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "Spinner.h"
+
+#include "Theme.h"
+
+#include <QDateTime>
+#include <QPainter>
+
+namespace {
+
+int side(Spinner::Size size) {
+    switch (size) {
+    case Spinner::Size::Small:
+        return 14;
+    case Spinner::Size::Regular:
+        return 24;
+    case Spinner::Size::Large:
+        break;
+    }
+    return 32;
+}
+
+} // namespace
+
+Spinner::Spinner(Size size, QWidget* parent) : QWidget(parent) {
+    setFixedSize(side(size), side(size));
+}
+
+void Spinner::paint(QPainter* painter, const QRectF& rect, const QWidget* widget) {
+    constexpr qint64 turn = 900;
+    constexpr int sixteenths = 16 * 360;
+    constexpr int arc = 16 * 110;
+    const auto phase = static_cast<int>(QDateTime::currentMSecsSinceEpoch() % turn);
+    const Theme& theme = Theme::of(widget);
+    const double width = qMax(1.6, rect.width() / 9);
+    const QRectF circle = rect.adjusted(width / 2, width / 2, -width / 2, -width / 2);
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(theme.fieldBorder, width));
+    painter->drawEllipse(circle);
+    painter->setPen(QPen(theme.secondaryText, width, Qt::SolidLine, Qt::RoundCap));
+    painter->drawArc(circle, -static_cast<int>(sixteenths * phase / turn), arc);
+    painter->restore();
+}
+
+void Spinner::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    paint(&painter, rect(), this);
+}
+
+void Spinner::showEvent(QShowEvent*) {
+    m_timer.start(interval, this);
+}
+
+void Spinner::hideEvent(QHideEvent*) {
+    m_timer.stop();
+}
+
+void Spinner::timerEvent(QTimerEvent*) {
+    update();
+}

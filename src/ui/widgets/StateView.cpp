@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "StateView.h"
+
+#include "Metrics.h"
+#include "SecondaryLabel.h"
+#include "Spinner.h"
+#include "SymbolLabel.h"
+#include "Typography.h"
+
+#include <QVBoxLayout>
+
+StateView::StateView(QWidget* parent)
+    : QWidget(parent),
+      m_spinner(new Spinner(Spinner::Size::Large, this)),
+      m_symbol(new SymbolLabel({}, Metrics::stateIcon, SymbolLabel::Tone::Secondary, this)),
+      m_text(new SecondaryLabel({}, Typography::body, this)) {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setSpacing(Metrics::stateSpacing);
+    layout->addStretch();
+    layout->addWidget(m_spinner, 0, Qt::AlignHCenter);
+    layout->addWidget(m_symbol, 0, Qt::AlignHCenter);
+    layout->addWidget(m_text, 0, Qt::AlignHCenter);
+    layout->addStretch();
+}
+
+void StateView::showBusy(const QString& text) {
+    m_spinner->show();
+    m_symbol->hide();
+    setText(text, TextSize::Body);
+}
+
+void StateView::showSymbol(const QString& symbol, Tone tone, const QString& text, TextSize size) {
+    m_spinner->hide();
+    m_symbol->setSymbol(symbol, tone == Tone::Good ? SymbolLabel::Tone::Good
+                                                   : SymbolLabel::Tone::Secondary);
+    m_symbol->show();
+    setText(text, size);
+}
+
+void StateView::setText(const QString& text, TextSize size) {
+    constexpr double titleSize = 18;
+    m_text->setFont(Typography::font(size == TextSize::Title ? titleSize : Typography::body));
+    if (m_text->text() == text)
+        return;
+    m_text->setText(text);
+    setAccessibleName(text);
+}
+
+QString StateView::text() const {
+    return m_text->text();
+}
+
+bool StateView::isBusy() const {
+    return !m_spinner->isHidden();
+}
