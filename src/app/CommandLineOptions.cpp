@@ -16,8 +16,8 @@ CommandLineOptions CommandLineOptions::parse(const QCoreApplication& application
     parser.addVersionOption();
     const QCommandLineOption brew(
         u"brew"_s,
-        u"Use this brew instead of looking for one. The path is part of a shell command line, "
-        "so one with spaces has to be quoted for the shell once more."_s,
+        u"Use this brew instead of looking for one. The path becomes part of a shell command "
+        "line as it stands: one with spaces doesn't work."_s,
         u"path"_s);
     const QCommandLineOption appearance(
         u"appearance"_s, u"\"light\", \"dark\" or \"system\" (what the desktop wishes)."_s,

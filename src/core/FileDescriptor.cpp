@@ -52,7 +52,7 @@ void FileDescriptor::close() {
 }
 
 std::string FileDescriptor::readToEnd() const {
-    constexpr std::size_t firstChunk = 64 * 1024;
+    constexpr std::size_t firstChunk = 65536;
     std::string bytes(firstChunk, '\0');
     std::size_t used = 0;
     for (;;) {
@@ -78,7 +78,7 @@ int Pipe::open() {
     return readEnd.get() < 0 || writeEnd.get() < 0 ? EMFILE : 0;
 }
 
-void Pipe::enlarge() {
+void Pipe::enlarge() const {
 #ifdef F_SETPIPE_SZ
     // An unprivileged user may be near the system's limit for pipe memory: less is better than
     // none.

@@ -35,5 +35,5 @@ struct Pipe final {
     [[nodiscard]] int open();
 
     /// Gives the pipe the largest capacity the system grants, 1 MiB at the most.
-    void enlarge();
+    void enlarge() const;
 };

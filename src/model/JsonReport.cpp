@@ -35,7 +35,7 @@ struct Mismatch {
         path = outer + (needsDot ? u"."_s : QString()) + path;
     }
 
-    QString description() const {
+    [[nodiscard]] QString description() const {
         return u"%1: expected %2, found %3"_s.arg(path.isEmpty() ? u"the report"_s : path, expected,
                                                   found);
     }

@@ -23,10 +23,10 @@ public:
 Q_SIGNALS:
     void changed();
 
-private Q_SLOTS:
-    void onSettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
 private:
+    /// A slot by name, which is what a D-Bus signal connects to.
+    Q_SLOT void onSettingChanged(const QString& group, const QString& key,
+                                 const QDBusVariant& value);
     void setColorScheme(const QVariant& value);
 
     bool m_isDark{false};
