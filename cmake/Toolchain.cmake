@@ -38,7 +38,6 @@ target_compile_options(
         -Wdouble-promotion
         -Wformat=2
         -Wnon-virtual-dtor
-        -Wnull-dereference
         -Woverloaded-virtual
         -Wshadow
         -Wsign-conversion

@@ -30,7 +30,7 @@ BrewNotFoundView::BrewNotFoundView(QWidget* parent) : QWidget(parent) {
     explanation->setAlignment(Qt::AlignCenter);
     auto* const button = new QPushButton(DisplayText::label(L10n::installHomebrew()));
     button->setObjectName(u"installHomebrewButton"_s);
-    LumoraStyle::setProminent(button);
+    LumoraStyle::setProminence(button, LumoraStyle::Prominence::Prominent);
     connect(button, &QPushButton::clicked, this, [] { openAddress(Addresses::homebrew); });
 
     auto* const layout = new QVBoxLayout(this);

@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int padding = 20;
-constexpr int sectionSpacing = 20;
+constexpr int sectionSpacing = 18;
 constexpr int innerSpacing = 12;
 constexpr int outputSpacing = 4;
 constexpr int buttonSpacing = 8;
@@ -35,11 +35,14 @@ constexpr int buttonSpacing = 8;
 QLayout* makeHeading(const QString& symbol, SymbolLabel::Tone tone, const QString& title,
                      const QString& explanation = {}) {
     constexpr int iconSize = 24;
-    constexpr int lineSpacing = 3;
+    constexpr int lineSpacing = 2;
+    // Fonts of different scripts would move everything below.
+    constexpr int titleHeight = 22;
     constexpr double titleSize = 17;
     auto* const titleLabel = new QLabel(title);
     titleLabel->setTextFormat(Qt::PlainText);
     titleLabel->setFont(Typography::font(titleSize, QFont::Bold));
+    titleLabel->setFixedHeight(titleHeight);
     auto* const texts = new QVBoxLayout;
     texts->setSpacing(lineSpacing);
     texts->addWidget(titleLabel);
@@ -80,7 +83,7 @@ SettingsView::SettingsView(LangManager& langManager, BrewManager& manager, QWidg
     : Page(manager, parent), m_langManager(langManager) {
     auto* const content = new QWidget;
     auto* const sections = new QVBoxLayout(content);
-    sections->setContentsMargins(padding, padding - 3, padding, padding);
+    sections->setContentsMargins(padding, padding - 2, padding, padding);
     sections->setSpacing(sectionSpacing);
     const auto addSection = [&](void (SettingsView::*build)(QVBoxLayout*)) {
         if (sections->count() > 0)

@@ -5,6 +5,7 @@
 #include "DisplayText.h"
 #include "IconButton.h"
 #include "L10n.h"
+#include "LumoraStyle.h"
 #include "PackageSelection.h"
 #include "RowListView.h"
 #include "StateView.h"
@@ -33,6 +34,7 @@ UpdatesView::UpdatesView(BrewManager& manager, PackageSelection& selection, QWid
       m_list(new RowListView(rowHeight, RowListView::Selectable::Yes, this)) {
     m_updateAllButton->setObjectName(u"updateAllButton"_s);
     m_updateAllButton->setToolTip(DisplayText::toolTip(L10n::updateAllPackages()));
+    LumoraStyle::setProminence(m_updateAllButton, LumoraStyle::Prominence::Compact);
     addHeaderControl(m_updateAllButton);
     m_refreshButton = addRefreshButton(L10n::checkForUpdates());
     m_list->setAccessibleName(L10n::updates());

@@ -64,7 +64,7 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     const QRect icon(area.left(), area.center().y() - iconSize / 2 + 1, iconSize, iconSize);
     Symbol::paint(painter, index.data(SymbolRole).toString(), icon, theme.accent);
     area.setLeft(icon.right() + 1 + iconSpacing);
-    area.setRight(area.right() - paintBadge(painter, area, index, theme));
+    area.setRight(area.right() - paintBadge(painter, area, index, isSelected, theme));
     painter->setFont(m_titleFont);
     painter->setPen(theme.text);
     painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
@@ -74,7 +74,7 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
 }
 
 int SidebarDelegate::paintBadge(QPainter* painter, const QRect& area, const QModelIndex& index,
-                                const Theme& theme) const {
+                                bool isSelected, const Theme& theme) const {
     const QString text = index.data(BadgeRole).toString();
     if (text.isEmpty())
         return 0;
@@ -90,7 +90,8 @@ int SidebarDelegate::paintBadge(QPainter* painter, const QRect& area, const QMod
     if (isPill)
         Painting::fillRounded(painter, box, box.height() / 2.0, theme.countPill);
     painter->setFont(isPill ? m_pillFont : m_badgeFont);
-    painter->setPen(isPill ? theme.onCountPill : theme.secondaryText);
+    const QColor count = isSelected ? theme.secondaryOnTint : theme.secondaryText;
+    painter->setPen(isPill ? theme.onCountPill : count);
     painter->drawText(box, Qt::AlignCenter | Qt::TextSingleLine, text);
     return box.width() + padding;
 }

@@ -30,7 +30,7 @@ public:
 
 private:
     /// Draws the count at the trailing end of `area` and returns the width it takes.
-    int paintBadge(QPainter* painter, const QRect& area, const QModelIndex& index,
+    int paintBadge(QPainter* painter, const QRect& area, const QModelIndex& index, bool isSelected,
                    const Theme& theme) const;
 
     QFont m_sectionFont;

@@ -31,7 +31,8 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
     m_list->viewport()->setAutoFillBackground(false);
 
     auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    constexpr int topMargin = 2;
+    layout->setContentsMargins(0, topMargin, 0, 0);
     layout->addWidget(m_list);
 
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this,

@@ -17,26 +17,41 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr const char* prominentProperty = "lumoraProminent";
+using Prominence = LumoraStyle::Prominence;
+
+constexpr const char* prominenceProperty = "lumoraProminence";
 
 constexpr int scrollBarExtent = 12;
 constexpr int scrollBarThumb = 6;
-constexpr int buttonPadding = 15;
-constexpr int prominentPadding = 22;
 constexpr int prominentHeight = 37;
-constexpr int iconSpacing = 7;
+constexpr int iconSpacing = 5;
 
-bool isProminent(const QWidget* widget) {
-    return widget != nullptr && widget->property(prominentProperty).toBool();
+Prominence prominenceOf(const QWidget* widget) {
+    const QVariant value = widget != nullptr ? widget->property(prominenceProperty) : QVariant();
+    return value.isValid() ? static_cast<Prominence>(value.toInt()) : Prominence::Usual;
+}
+
+int paddingOf(Prominence prominence) {
+    switch (prominence) {
+    case Prominence::Compact:
+        return 9;
+    case Prominence::Prominent:
+        return 22;
+    case Prominence::Usual:
+        break;
+    }
+    return 14;
 }
 
 } // namespace
 
 LumoraStyle::LumoraStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
 
-void LumoraStyle::setProminent(QPushButton* button) {
-    button->setProperty(prominentProperty, true);
-    button->setFont(Typography::font(14, QFont::Medium));
+void LumoraStyle::setProminence(QPushButton* button, Prominence prominence) {
+    constexpr double prominentSize = 14;
+    button->setProperty(prominenceProperty, static_cast<int>(prominence));
+    if (prominence == Prominence::Prominent)
+        button->setFont(Typography::font(prominentSize, QFont::Medium));
 }
 
 void LumoraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -59,8 +74,8 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
         return;
     const Theme& theme = Theme::of(option->palette);
     const bool isEnabled = option->state.testFlag(State_Enabled);
-    const bool prominent =
-        isProminent(widget) || button->features.testFlag(QStyleOptionButton::DefaultButton);
+    const bool prominent = prominenceOf(widget) == Prominence::Prominent ||
+                           button->features.testFlag(QStyleOptionButton::DefaultButton);
     painter->save();
     Painting::drawButton(painter, option->rect, theme,
                          {.isEnabled = isEnabled,
@@ -182,12 +197,13 @@ QSize LumoraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
                                     const QSize& size, const QWidget* widget) const {
     if (type == CT_PushButton) {
         const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-        const bool prominent = isProminent(widget);
+        const Prominence prominence = prominenceOf(widget);
         int width = option->fontMetrics.size(Qt::TextShowMnemonic, button->text).width() +
-                    2 * (prominent ? prominentPadding : buttonPadding);
+                    2 * paddingOf(prominence);
         if (!button->icon.isNull())
             width += button->iconSize.width() + iconSpacing;
-        return {width, prominent ? prominentHeight : Metrics::controlHeight};
+        return {width,
+                prominence == Prominence::Prominent ? prominentHeight : Metrics::controlHeight};
     }
     return QProxyStyle::sizeFromContents(type, option, size, widget);
 }

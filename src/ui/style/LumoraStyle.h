@@ -12,8 +12,15 @@ class LumoraStyle final : public QProxyStyle {
 public:
     LumoraStyle();
 
-    /// Makes a button the one that a page invites to: filled with the accent, and larger.
-    static void setProminent(QPushButton* button);
+    /// How much a button wants to be seen.
+    enum class Prominence {
+        Usual,
+        /// In a page's header, beside fields and icons.
+        Compact,
+        /// The one that a page invites to: filled with the accent, and larger.
+        Prominent,
+    };
+    static void setProminence(QPushButton* button, Prominence prominence);
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

@@ -6,6 +6,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QWidget>
 
 #include <cmath>
 
@@ -34,6 +35,10 @@ void Painting::drawButton(QPainter* painter, const QRectF& rect, const Theme& th
         drawBordered(painter, rect, radius, theme.field, theme.fieldBorder);
     if (surface.isEnabled && (surface.isPressed || surface.isHovered))
         fillRounded(painter, rect, radius, surface.isPressed ? theme.pressed : theme.hover);
+}
+
+bool Painting::showsFocus(const QWidget* widget) {
+    return widget->hasFocus() && widget->window()->testAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 void Painting::drawFocusRing(QPainter* painter, const QRectF& rect, double radius,

@@ -5,6 +5,7 @@
 #include <QRectF>
 
 class QPainter;
+class QWidget;
 struct Theme;
 
 /// The few shapes that the style, the list rows and the panels all draw.
@@ -23,6 +24,9 @@ void fillRounded(QPainter* painter, const QRectF& rect, double radius, const QCo
 void drawBordered(QPainter* painter, const QRectF& rect, double radius, const QColor& fill,
                   const QColor& border);
 void drawButton(QPainter* painter, const QRectF& rect, const Theme& theme, Surface surface);
+/// Whether a widget has the focus and its user got there by keyboard: a mark where the mouse
+/// has just clicked would say nothing.
+[[nodiscard]] bool showsFocus(const QWidget* widget);
 /// The mark of the keyboard focus around `rect`.
 void drawFocusRing(QPainter* painter, const QRectF& rect, double radius, const Theme& theme);
 /// One device-independent pixel of hairline along the bottom of `rect`.

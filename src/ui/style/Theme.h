@@ -38,6 +38,10 @@ struct Theme final {
     QColor cask;
     /// Red: what removes something.
     QColor destructive;
+    /// Three of the above where a tint or a selection lies below them: strong enough to read.
+    QColor secondaryOnTint;
+    QColor outdatedOnTint;
+    QColor goodOnTint;
     /// Behind command output.
     QColor output;
     /// Behind the failure strip.

@@ -2,8 +2,10 @@
 #include "Typography.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QtMath>
 
 namespace {
 
@@ -34,4 +36,8 @@ QFont Typography::digits(double size, QFont::Weight weight) {
 
 QFont Typography::monospace(double size) {
     return sized(QFontDatabase::systemFont(QFontDatabase::FixedFont), size);
+}
+
+int Typography::width(const QFont& font, const QString& text) {
+    return qCeil(QFontMetricsF(font).horizontalAdvance(text));
 }

@@ -22,4 +22,7 @@ inline constexpr double pageTitle = 20;
 /// For command output.
 [[nodiscard]] QFont monospace(double size);
 
+/// The room that a line of text needs: whole pixels, none too few.
+[[nodiscard]] int width(const QFont& font, const QString& text);
+
 } // namespace Typography

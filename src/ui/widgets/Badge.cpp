@@ -7,7 +7,6 @@
 #include "Typography.h"
 
 #include <QPainter>
-#include <QtMath>
 
 namespace {
 
@@ -22,16 +21,18 @@ struct Look {
 Look lookOf(Badge::Tone tone, const Theme& theme) {
     constexpr double tint = 0.12;
     constexpr double chipTint = 0.1;
-    const auto tinted = [](const QColor& color) { return Look{color, withOpacity(color, tint)}; };
+    const auto tinted = [](const QColor& color, const QColor& text) {
+        return Look{text, withOpacity(color, tint)};
+    };
     switch (tone) {
     case Badge::Tone::Formula:
-        return tinted(theme.accent);
+        return tinted(theme.accent, theme.accent);
     case Badge::Tone::Cask:
-        return tinted(theme.cask);
+        return tinted(theme.cask, theme.cask);
     case Badge::Tone::Good:
-        return tinted(theme.good);
+        return tinted(theme.good, theme.goodOnTint);
     case Badge::Tone::Outdated:
-        return tinted(theme.outdated);
+        return tinted(theme.outdated, theme.outdatedOnTint);
     case Badge::Tone::Neutral:
         break;
     }
@@ -52,8 +53,8 @@ QSize Badge::sizeHint() const {
     const int paddingY = m_tone == Tone::Neutral ? 3 : 2;
     // A name of absurd length is cut rather than widening the pane.
     constexpr int widest = 400;
-    const int textWidth = qCeil(QFontMetricsF(font()).horizontalAdvance(m_text));
-    return {qMin(widest, textWidth + 2 * paddingX), fontMetrics().height() + 2 * paddingY};
+    return {qMin(widest, Typography::width(font(), m_text) + 2 * paddingX),
+            fontMetrics().height() + 2 * paddingY};
 }
 
 void Badge::paintEvent(QPaintEvent*) {

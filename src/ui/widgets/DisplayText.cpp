@@ -54,7 +54,12 @@ QString replaced(const QString& text, Breaks breaks) {
 } // namespace
 
 QString DisplayText::line(const QString& text) {
-    return replaced(text, Breaks::Shown);
+    // Far wider than any window; measuring a megabyte of text would freeze it.
+    constexpr qsizetype longest = 4096;
+    if (text.size() <= longest)
+        return replaced(text, Breaks::Shown);
+    const qsizetype end = text.at(longest).isLowSurrogate() ? longest - 1 : longest;
+    return replaced(text.first(end), Breaks::Shown) + u'…';
 }
 
 QString DisplayText::block(const QString& text) {

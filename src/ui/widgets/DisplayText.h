@@ -9,7 +9,7 @@
 /// stand-ins; everything else stays as it is. A text without any is returned unchanged.
 namespace DisplayText {
 
-/// For one line: line breaks and tabs become visible as well.
+/// For one line: line breaks and tabs become blanks, and what no window could show is cut off.
 [[nodiscard]] QString line(const QString& text);
 /// For several lines: keeps line breaks and tabs, and breaks lines that no layout could
 /// handle in reasonable time.

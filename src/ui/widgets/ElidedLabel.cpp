@@ -2,6 +2,7 @@
 #include "ElidedLabel.h"
 
 #include "DisplayText.h"
+#include "Typography.h"
 
 #include <QEvent>
 
@@ -19,8 +20,7 @@ void ElidedLabel::setFullText(const QString& text) {
 }
 
 QSize ElidedLabel::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(DisplayText::line(m_fullText)) + 1,
-            fontMetrics().height()};
+    return {Typography::width(font(), DisplayText::line(m_fullText)), fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {

@@ -29,7 +29,7 @@ void IconButton::paintEvent(QPaintEvent*) {
     if (isEnabled() && (isDown() || underMouse()))
         Painting::fillRounded(&painter, rect(), Metrics::controlRadius,
                               isDown() ? theme.pressed : theme.hover);
-    if (hasFocus())
+    if (Painting::showsFocus(this))
         Painting::drawFocusRing(&painter, rect(), Metrics::controlRadius, theme);
     QRect icon(0, 0, iconSize, iconSize);
     icon.moveCenter(rect().center());

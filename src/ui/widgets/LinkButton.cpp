@@ -28,7 +28,7 @@ LinkButton::LinkButton(const QString& text, QString address, QWidget* parent)
 }
 
 QSize LinkButton::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text()) + 2 * focusMargin, fontMetrics().height() + 2};
+    return {Typography::width(font(), text()) + 2 * focusMargin, fontMetrics().height() + 2};
 }
 
 QSize LinkButton::minimumSizeHint() const {
@@ -38,7 +38,7 @@ QSize LinkButton::minimumSizeHint() const {
 void LinkButton::paintEvent(QPaintEvent*) {
     const Theme& theme = Theme::of(this);
     QPainter painter(this);
-    if (hasFocus())
+    if (Painting::showsFocus(this))
         Painting::drawFocusRing(&painter, rect(), focusRadius, theme);
     QFont shown = font();
     shown.setUnderline(underMouse());

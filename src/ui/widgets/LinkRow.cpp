@@ -44,7 +44,7 @@ void LinkRow::paintEvent(QPaintEvent*) {
     if (isDown() || underMouse())
         Painting::fillRounded(&painter, rect(), Metrics::buttonRadius,
                               isDown() ? theme.pressed : theme.hover);
-    if (hasFocus())
+    if (Painting::showsFocus(this))
         Painting::drawFocusRing(&painter, rect(), Metrics::buttonRadius, theme);
 
     const QRect content = rect().adjusted(paddingX, 0, -paddingX, 0);

@@ -9,7 +9,7 @@
 
 OutputSection::OutputSection(const QString& heading, int spacing, QWidget* parent)
     : QWidget(parent),
-      m_text(new OutputText(heading, OutputText::Frame::Box, Typography::caption2, this)) {
+      m_text(new OutputText(heading, OutputText::Frame::Box, Typography::caption, this)) {
     auto* const title = new QLabel(heading, this);
     title->setTextFormat(Qt::PlainText);
     title->setFont(Typography::font(Typography::body, QFont::DemiBold));

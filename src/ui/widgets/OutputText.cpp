@@ -102,7 +102,7 @@ bool OutputText::event(QEvent* event) {
     if (m_frame == Frame::Box)
         Painting::drawBordered(&painter, rect(), Metrics::buttonRadius, theme.output,
                                theme.hairline);
-    if (hasFocus())
+    if (Painting::showsFocus(this))
         Painting::drawFocusRing(&painter, rect(), Metrics::buttonRadius, theme);
     return true;
 }

@@ -39,10 +39,6 @@ QRect contentRect(const QRect& rect) {
     return rect.adjusted(Metrics::contentMargin, 0, -Metrics::contentMargin, 0);
 }
 
-int textWidth(const QFont& font, const QString& text) {
-    return QFontMetrics(font).horizontalAdvance(text);
-}
-
 /// Draws as much of the text as fits and returns the width that it took.
 int drawText(QPainter* painter, const QRect& rect, const QFont& font, const QColor& color,
              const QString& text, Qt::Alignment alignment = Qt::AlignLeft) {
@@ -53,7 +49,7 @@ int drawText(QPainter* painter, const QRect& rect, const QFont& font, const QCol
     painter->setPen(color);
     painter->drawText(rect, static_cast<int>(alignment | Qt::AlignVCenter | Qt::TextSingleLine),
                       shown);
-    return metrics.horizontalAdvance(shown);
+    return Typography::width(font, shown);
 }
 
 QColor symbolColor(Row::Tone tone, const Theme& theme) {
@@ -121,7 +117,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                       drawText(painter, half, m_versionFont, theme.secondaryText, row.version,
                                Qt::AlignRight));
     }
-    paintTexts(painter, area, row, theme);
+    paintTexts(painter, area, row, state.isSelected, theme);
     painter->restore();
 }
 
@@ -132,9 +128,9 @@ void RowDelegate::paintSection(QPainter* painter, const QRect& rect, const Row& 
              theme.secondaryText, row.title);
 }
 
-void RowDelegate::paintTexts(QPainter* painter, QRect area, const Row& row,
+void RowDelegate::paintTexts(QPainter* painter, QRect area, const Row& row, bool isSelected,
                              const Theme& theme) const {
-    if (row.subtitle.isEmpty()) {
+    if (row.subtitle.isEmpty() && row.newVersion.isEmpty()) {
         paintTitleLine(painter, area, row, theme);
         return;
     }
@@ -142,7 +138,8 @@ void RowDelegate::paintTexts(QPainter* painter, QRect area, const Row& row,
     constexpr int lineHeight = 17;
     paintTitleLine(painter, QRect(area.left(), middle - lineHeight, area.width(), lineHeight), row,
                    theme);
-    paintSubtitle(painter, QRect(area.left(), middle, area.width(), lineHeight), row, theme);
+    paintSubtitle(painter, QRect(area.left(), middle, area.width(), lineHeight), row, isSelected,
+                  theme);
 }
 
 void RowDelegate::paintTitleLine(QPainter* painter, const QRect& line, const Row& row,
@@ -152,7 +149,7 @@ void RowDelegate::paintTitleLine(QPainter* painter, const QRect& line, const Row
     QList<int> widths;
     int allTags = 0;
     for (const RowTag& tag : row.tags) {
-        widths.append(metrics.horizontalAdvance(tag.text) + 2 * tagPaddingX);
+        widths.append(Typography::width(m_tagFont, tag.text) + 2 * tagPaddingX);
         allTags += tagSpacing + widths.constLast();
     }
 
@@ -164,14 +161,14 @@ void RowDelegate::paintTitleLine(QPainter* painter, const QRect& line, const Row
         const QRect box(x + tagSpacing, line.center().y() - tagHeight / 2, widths.at(i), tagHeight);
         Painting::fillRounded(painter, box, tagRadius,
                               isOutdated ? theme.outdatedTag : theme.neutralTag);
-        drawText(painter, box, m_tagFont, isOutdated ? theme.outdated : theme.secondaryText,
+        drawText(painter, box, m_tagFont, isOutdated ? theme.outdatedOnTint : theme.secondaryOnTint,
                  tag.text, Qt::AlignHCenter);
         x = box.right() + 1;
     }
 }
 
 void RowDelegate::paintSubtitle(QPainter* painter, const QRect& line, const Row& row,
-                                const Theme& theme) const {
+                                bool isSelected, const Theme& theme) const {
     constexpr int spacing = 4;
     constexpr int arrow = 11;
     if (row.newVersion.isEmpty()) {
@@ -184,8 +181,8 @@ void RowDelegate::paintSubtitle(QPainter* painter, const QRect& line, const Row&
     const QRect arrowRect(x, line.center().y() - arrow / 2, arrow, arrow);
     Symbol::paint(painter, u"arrow.right"_s, arrowRect, theme.secondaryText);
     x = arrowRect.right() + 1 + spacing;
-    drawText(painter, line.adjusted(x - line.left(), 0, 0, 0), m_newVersionFont, theme.outdated,
-             row.newVersion);
+    drawText(painter, line.adjusted(x - line.left(), 0, 0, 0), m_newVersionFont,
+             isSelected ? theme.outdatedOnTint : theme.outdated, row.newVersion);
 }
 
 QRect RowDelegate::actionRect(const QRect& rect, const RowAction& action) const {
@@ -200,10 +197,10 @@ QRect RowDelegate::actionRect(const QRect& rect, const RowAction& action) const 
         size = {Metrics::smallSpinner, Metrics::smallSpinner};
         break;
     case RowAction::Kind::Button:
-        size = {textWidth(m_buttonFont, action.title) + 2 * buttonPadding, buttonHeight};
+        size = {Typography::width(m_buttonFont, action.title) + 2 * buttonPadding, buttonHeight};
         break;
     case RowAction::Kind::Badge:
-        size = {textWidth(m_badgeFont, action.title) + 2 * badgePaddingX,
+        size = {Typography::width(m_badgeFont, action.title) + 2 * badgePaddingX,
                 QFontMetrics(m_badgeFont).height() + 2 * badgePaddingY};
         break;
     }
@@ -234,7 +231,8 @@ void RowDelegate::paintAction(QPainter* painter, const QRect& rect, const Row& r
             Painting::fillRounded(painter, hitArea, Metrics::buttonRadius,
                                   state.isActionPressed ? theme.pressed : theme.hover);
         Symbol::paint(painter, u"trash"_s, area,
-                      isLit ? theme.destructive : withOpacity(theme.destructive, trashOpacity));
+                      isLit || state.isSelected ? theme.destructive
+                                                : withOpacity(theme.destructive, trashOpacity));
         break;
     }
     case RowAction::Kind::Spinner:
@@ -253,7 +251,7 @@ void RowDelegate::paintAction(QPainter* painter, const QRect& rect, const Row& r
     }
     case RowAction::Kind::Badge:
         Painting::fillRounded(painter, area, badgeRadius, withOpacity(theme.good, badgeOpacity));
-        drawText(painter, area, m_badgeFont, theme.good, row.action.title, Qt::AlignHCenter);
+        drawText(painter, area, m_badgeFont, theme.goodOnTint, row.action.title, Qt::AlignHCenter);
         break;
     }
     if (state.isActionCurrent)

@@ -40,10 +40,11 @@ public:
 private:
     void paintSection(QPainter* painter, const QRect& rect, const Row& row,
                       const Theme& theme) const;
-    void paintTexts(QPainter* painter, QRect area, const Row& row, const Theme& theme) const;
+    void paintTexts(QPainter* painter, QRect area, const Row& row, bool isSelected,
+                    const Theme& theme) const;
     void paintTitleLine(QPainter* painter, const QRect& line, const Row& row,
                         const Theme& theme) const;
-    void paintSubtitle(QPainter* painter, const QRect& line, const Row& row,
+    void paintSubtitle(QPainter* painter, const QRect& line, const Row& row, bool isSelected,
                        const Theme& theme) const;
     void paintAction(QPainter* painter, const QRect& rect, const Row& row, const State& state,
                      const QWidget* widget) const;

@@ -76,7 +76,7 @@ bool RowListView::isItem(const QModelIndex& index) const {
 }
 
 bool RowListView::showsFocus() const {
-    return hasFocus();
+    return hasFocus() && m_isByKeyboard;
 }
 
 bool RowListView::isOnAction(const QModelIndex& index, const QPoint& position) const {
@@ -95,6 +95,7 @@ void RowListView::requestAction(const QModelIndex& index) {
 
 void RowListView::keyPressEvent(QKeyEvent* event) {
     const QModelIndex current = currentIndex();
+    m_isByKeyboard = true;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -123,6 +124,7 @@ void RowListView::mousePressEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() != Qt::LeftButton || !isItem(index))
         return;
+    m_isByKeyboard = false;
     m_pressed = index;
     m_isActionPressed = isOnAction(index, event->position().toPoint());
     m_isActionCurrent = false;
@@ -186,6 +188,7 @@ void RowListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RowListView::focusInEvent(QFocusEvent* event) {
+    m_isByKeyboard = event->reason() != Qt::MouseFocusReason;
     // Coming in by keyboard there has to be a row that the arrows start from.
     if (!currentIndex().isValid()) {
         for (int row = 0; row < m_model.rowCount(); ++row) {

@@ -74,6 +74,8 @@ private:
     bool m_isHoveringAction{false};
     bool m_isActionPressed{false};
     bool m_isActionCurrent{false};
+    /// The keyboard, not the mouse, was used last.
+    bool m_isByKeyboard{false};
     /// Set by the delegate's drawing: some visible row shows a spinner.
     mutable bool m_hasSpinner{false};
     QBasicTimer m_spinnerTimer;

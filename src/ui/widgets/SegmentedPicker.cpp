@@ -31,7 +31,7 @@ public:
 
     QSize sizeHint() const override {
         constexpr int padding = 20;
-        return {fontMetrics().horizontalAdvance(text()) + 2 * padding,
+        return {Typography::width(font(), text()) + 2 * padding,
                 Metrics::controlHeight - 2 * troughPadding};
     }
 
@@ -44,7 +44,7 @@ protected:
             Painting::drawBordered(&painter, rect(), radius, theme.segment, theme.hairline);
         else if (underMouse())
             Painting::fillRounded(&painter, rect(), radius, theme.hover);
-        if (hasFocus())
+        if (Painting::showsFocus(this))
             Painting::drawFocusRing(&painter, rect(), radius, theme);
         painter.setPen(theme.text);
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextHideMnemonic, text());

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+//
+// The application as main() puts it together, with a watch on its first frame.
+// Usage: bench_launch BREW [--exit]
+#include "BrewDiscovery.h"
+#include "BrewManager.h"
+#include "FirstFrame.h"
+#include "LangManager.h"
+#include "LumoraStyle.h"
+#include "MainWindow.h"
+#include "SystemAppearance.h"
+#include "Theme.h"
+#include "Typography.h"
+
+#include <QIcon>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char* argv[]) {
+    const QApplication application(argc, argv);
+    QApplication::setWindowIcon(QIcon(u":/Lumora.png"_s));
+    QApplication::setFont(Typography::font(Typography::body));
+    QApplication::setStyle(new LumoraStyle);
+    const SystemAppearance appearance;
+    QApplication::setPalette((appearance.isDark() ? Theme::dark() : Theme::light()).palette());
+    BrewManager manager(BrewDiscovery{.candidates = {argc > 1 ? argv[1] : ""}});
+    MainWindow window(manager, LangManager::shared(), QString());
+    const FirstFrame firstFrame(&window);
+    window.show();
+    const int status = QApplication::exec();
+    return manager.leaveRunningCommands() > 0 ? (std::_Exit(status), status) : status;
+}
