@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QSet>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 static_assert(takesParametersByValue<&BrewManager::loadFormulae, &BrewManager::loadCasks,

@@ -15,6 +15,12 @@ void writeFile(const QString& path, const QByteArray& content) {
         qFatal("%s could not be written", qUtf8Printable(path));
 }
 
+/// A script whose folder is gone belongs to a test that has given up: it ends, too.
+QByteArray waitUntil(const QByteArray& condition, const QString& folder) {
+    return "until " + condition + "; do [ -d " + folder.toUtf8() +
+           " ] || exit 1; sleep 0.01; done\n";
+}
+
 } // namespace
 
 FakeBrew::FakeBrew(const QByteArray& body) {
@@ -24,6 +30,21 @@ FakeBrew::FakeBrew(const QByteArray& body) {
 void FakeBrew::setBody(const QByteArray& body) const {
     writeFile(path(), "#!/bin/sh\n" + body + '\n');
     QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+void FakeBrew::remove() const {
+    QFile::remove(path());
+}
+
+QByteArray FakeBrew::print(const QByteArray& bytes) const {
+    // A file of bytes needs no quoting.
+    const QString file = m_folder.filePath(u"printed-%1"_s.arg(m_printed++));
+    writeFile(file, bytes);
+    return "cat " + file.toUtf8() + '\n';
+}
+
+QByteArray FakeBrew::printError(const QByteArray& bytes) const {
+    return print(bytes).chopped(1) + " >&2\n";
 }
 
 QByteArray FakeBrew::recordArguments() const {
@@ -51,9 +72,24 @@ QList<QStringList> FakeBrew::recordedRuns() const {
 }
 
 QByteArray FakeBrew::waitFor(const QString& gate) const {
-    return "until [ -e " + m_folder.filePath(gate).toUtf8() + " ]; do sleep 0.01; done\n";
+    return waitUntil("[ -e " + m_folder.filePath(gate).toUtf8() + " ]", folder());
 }
 
 void FakeBrew::open(const QString& gate) const {
     writeFile(m_folder.filePath(gate), {});
+}
+
+QByteArray FakeBrew::reach(const QString& mark) const {
+    return ": > " + m_folder.filePath(mark).toUtf8() + '\n';
+}
+
+bool FakeBrew::hasReached(const QString& mark) const {
+    return QFile::exists(m_folder.filePath(mark));
+}
+
+QByteArray FakeBrew::meet(int runs) const {
+    const QByteArray place = m_folder.filePath(u"meeting"_s).toUtf8();
+    return "mkdir -p " + place + "\n: > " + place + "/$$\n" +
+           waitUntil("[ $(ls " + place + " | wc -l) -ge " + QByteArray::number(runs) + " ]",
+                     folder());
 }
