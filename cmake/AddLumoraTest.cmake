@@ -6,9 +6,22 @@ function(add_lumora_test layer name)
     cmake_parse_arguments(PARSE_ARGV 2 TEST "" "" "LINKS;ENVIRONMENT")
     set(target tst_${name})
     add_executable(${target} tst_${name}.cpp)
+    # One run of moc for each program, without AUTOMOC's search for more.
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+    qt_generate_moc(tst_${name}.cpp "${CMAKE_CURRENT_BINARY_DIR}/tst_${name}.moc" TARGET ${target})
+    target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/tst_${name}.moc")
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
     target_link_libraries(
         ${target} PRIVATE lumora_settings lumora_test_support lumora_${layer} ${TEST_LINKS}
     )
+    # Programs with the same definitions share one set of precompiled headers.
+    get_property(first DIRECTORY PROPERTY "LUMORA_FIRST_TEST:${TEST_LINKS}")
+    if(first)
+        target_precompile_headers(${target} REUSE_FROM ${first})
+    else()
+        target_precompile_headers(${target} PRIVATE <QtCore/QtCore> <QtTest/QtTest>)
+        set_property(DIRECTORY PROPERTY "LUMORA_FIRST_TEST:${TEST_LINKS}" ${target})
+    endif()
     add_test(NAME ${layer}.${name} COMMAND ${target})
     set_tests_properties(
         ${layer}.${name}

@@ -10,7 +10,10 @@ set(CMAKE_AUTORCC ON)
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+    # Without these allowances it keeps nothing that was compiled with precompiled headers.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${CCACHE_PROGRAM}"
+    )
 endif()
 
 add_library(lumora_settings INTERFACE)
@@ -48,6 +51,11 @@ target_compile_options(
         # Coroutines are a switch of their own in both compilers.
         $<$<CXX_COMPILER_ID:GNU>:-fcoroutines>
 )
+
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_DISABLE_PRECOMPILE_HEADERS)
+    # The compiler cache has to see which precompiled headers are used.
+    target_compile_options(lumora_settings INTERFACE -fpch-preprocess)
+endif()
 
 if(LUMORA_SANITIZERS)
     target_compile_options(

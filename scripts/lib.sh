@@ -1,5 +1,6 @@
 # Shared by the scripts in this folder; sourced, not run.
-# shellcheck shell=bash
+# The lists of packages are found by their names.
+# shellcheck shell=bash disable=SC2034
 
 set -euo pipefail
 
@@ -20,7 +21,7 @@ debian_run="libqt6svg6 procps python3 qt6-qpa-plugins tar zsh"
 debian_display="at-spi2-core dbus fonts-inter fonts-liberation fonts-noto-cjk gir1.2-atspi-2.0
     imagemagick python3-gi xauth xdotool xvfb"
 debian_test="openssl xz-utils"
-debian_lint="clang-format clang-tidy"
+debian_lint="clang clang-format clang-tidy shellcheck"
 debian_bench="libbenchmark-dev"
 
 # The header package of Qt SVG is called differently from release to release.
