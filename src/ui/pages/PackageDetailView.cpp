@@ -51,6 +51,7 @@ PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QW
 
     auto* const scroll = new QScrollArea;
     scroll->setObjectName(u"detailScroll"_s);
+    scroll->setAccessibleName(L10n::details());
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

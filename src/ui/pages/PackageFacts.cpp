@@ -6,6 +6,7 @@
 #include "BrewPackage.h"
 #include "DetailRow.h"
 #include "DisplayText.h"
+#include "ElidedLabel.h"
 #include "FlowLayout.h"
 #include "HairlineDivider.h"
 #include "L10n.h"
@@ -58,9 +59,9 @@ void PackageFacts::addHeader(const BrewPackage& package) {
     constexpr int nameSpacing = 6;
     const bool isCask = package.type == PackageType::cask;
 
-    auto* const name = new QLabel(DisplayText::line(package.name));
-    name->setTextFormat(Qt::PlainText);
+    auto* const name = new ElidedLabel;
     name->setFont(Typography::font(Typography::pageTitle, QFont::Bold));
+    name->setFullText(package.name);
     name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     name->setObjectName(u"detailName"_s);
 
@@ -89,7 +90,7 @@ void PackageFacts::addDescription(const BrewPackage& package) {
     constexpr int spacing = 4;
     if (package.desc.isEmpty())
         return;
-    auto* const text = new QLabel(DisplayText::line(package.desc));
+    auto* const text = new QLabel(DisplayText::paragraph(DisplayText::line(package.desc)));
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
     text->setObjectName(u"detailDescription"_s);

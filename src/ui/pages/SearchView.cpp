@@ -113,10 +113,10 @@ Row SearchView::describe(const SearchResult& result) const {
 
 QCoro::Task<> SearchView::install(SearchResult result) {
     const QPointer<SearchView> page(this);
-    BrewManager& brewManager = manager();
+    const QPointer<BrewManager> brewManager(&manager());
     m_installProgress = result.name;
     scheduleRender();
-    const bool succeeded = co_await brewManager.install(result.name, result.type);
+    const bool succeeded = co_await brewManager->install(result.name, result.type);
     if (page) {
         page->m_installProgress.reset();
         page->scheduleRender();
@@ -124,10 +124,11 @@ QCoro::Task<> SearchView::install(SearchResult result) {
     if (!succeeded)
         co_return;
     if (result.type == PackageType::cask)
-        co_await brewManager.loadCasks();
+        co_await brewManager->loadCasks();
     else
-        co_await brewManager.loadFormulae();
+        co_await brewManager->loadFormulae();
     // By the name of what was installed, whatever the field says by now: its row is to be seen
     // with its mark.
-    co_await brewManager.search(result.name);
+    if (brewManager)
+        co_await brewManager->search(result.name);
 }

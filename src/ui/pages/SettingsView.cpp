@@ -115,9 +115,14 @@ void SettingsView::buildLanguage(QVBoxLayout* layout) {
         names.append(displayName(lang));
     m_picker = new SegmentedPicker(names, L10n::language());
     m_picker->setObjectName(u"languagePicker"_s);
-    connect(m_picker, &SegmentedPicker::chosen, this, [this](int index) {
-        m_langManager.setCurrent(allLangs.at(static_cast<std::size_t>(index)));
-    });
+    // Queued: the arrow keys move the focus after the choice, and it is to be moved before
+    // everything is built anew.
+    connect(
+        m_picker, &SegmentedPicker::chosen, this,
+        [this](int index) {
+            m_langManager.setCurrent(allLangs.at(static_cast<std::size_t>(index)));
+        },
+        Qt::QueuedConnection);
     connect(&m_langManager, &LangManager::currentChanged, this, [this] { scheduleRender(); });
     layout->addLayout(makeHeading(u"globe"_s, SymbolLabel::Tone::Accent, L10n::language()));
     layout->addWidget(m_picker);

@@ -28,7 +28,6 @@ UpdatesView::UpdatesView(BrewManager& manager, PackageSelection& selection, QWid
       m_selection(selection),
       m_updateAllButton(new QPushButton(Symbol::icon(u"arrow.triangle.2.circlepath"_s),
                                         DisplayText::label(L10n::updateAll()))),
-      m_refreshButton(nullptr),
       m_stack(new QStackedLayout(this)),
       m_state(new StateView(this)),
       m_list(new RowListView(rowHeight, RowListView::Selectable::Yes, this)) {
@@ -102,21 +101,23 @@ Row UpdatesView::describe(const OutdatedPackage& package) const {
 
 QCoro::Task<> UpdatesView::upgradePackage(OutdatedPackage package) {
     const QPointer<UpdatesView> page(this);
-    BrewManager& brewManager = manager();
+    const QPointer<BrewManager> brewManager(&manager());
     m_upgradingPackages.insert(package.name);
     scheduleRender();
-    const bool succeeded = co_await brewManager.upgrade(package.name, package.type);
+    const bool succeeded = co_await brewManager->upgrade(package.name, package.type);
     if (page) {
         page->m_upgradingPackages.remove(package.name);
         page->scheduleRender();
     }
     if (!succeeded)
         co_return;
-    co_await brewManager.loadOutdated();
+    co_await brewManager->loadOutdated();
+    if (!brewManager)
+        co_return;
     if (package.type == PackageType::cask)
-        co_await brewManager.loadCasks();
+        co_await brewManager->loadCasks();
     else
-        co_await brewManager.loadFormulae();
+        co_await brewManager->loadFormulae();
 }
 
 QCoro::Task<> UpdatesView::upgradeAll() {

@@ -37,7 +37,7 @@ private:
     bool m_isUpgradingAll{false};
     SectionedRows<OutdatedPackage> m_rows;
     QPushButton* m_updateAllButton;
-    IconButton* m_refreshButton;
+    IconButton* m_refreshButton{nullptr};
     QStackedLayout* m_stack;
     StateView* m_state;
     RowListView* m_list;

@@ -7,6 +7,7 @@
 #include "CaskListView.h"
 #include "DetailColumn.h"
 #include "DetailSheet.h"
+#include "FailureStrip.h"
 #include "FormulaListView.h"
 #include "L10n.h"
 #include "LangManager.h"
@@ -72,7 +73,11 @@ QWidget* ContentView::makeSplitView() {
     m_sidebar = new SidebarView(manager());
     m_sidebar->setMinimumWidth(Metrics::sidebarMinimum);
     m_sidebar->setMaximumWidth(Metrics::sidebarMaximum);
+    // A message that was closed stays so in another language.
+    const bool isFailureClosed =
+        m_detailColumn != nullptr && m_detailColumn->failureStrip()->isClosed();
     m_detailColumn = new DetailColumn(manager());
+    m_detailColumn->failureStrip()->setClosed(isFailureClosed);
     split->addWidget(m_sidebar);
     split->addWidget(m_detailColumn);
     split->setStretchFactor(1, 1);

@@ -10,11 +10,14 @@
 #include <QVBoxLayout>
 
 DetailColumn::DetailColumn(BrewManager& manager, QWidget* parent)
-    : QWidget(parent), m_layout(new QVBoxLayout(this)), m_header(new PageHeader(this)) {
+    : QWidget(parent),
+      m_layout(new QVBoxLayout(this)),
+      m_header(new PageHeader(this)),
+      m_failureStrip(new FailureStrip(manager, this)) {
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
     m_layout->addWidget(m_header);
-    m_layout->addWidget(new FailureStrip(manager, this));
+    m_layout->addWidget(m_failureStrip);
 }
 
 void DetailColumn::setPage(Page* page) {

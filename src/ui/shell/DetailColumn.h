@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class BrewManager;
+class FailureStrip;
 class Page;
 class PageHeader;
 class QVBoxLayout;
@@ -25,11 +26,14 @@ public:
 
     [[nodiscard]] PageHeader* header() const { return m_header; }
 
+    [[nodiscard]] FailureStrip* failureStrip() const { return m_failureStrip; }
+
 private:
     void setContent(QWidget* content);
 
     QVBoxLayout* m_layout;
     PageHeader* m_header;
+    FailureStrip* m_failureStrip;
     QWidget* m_content{nullptr};
     Page* m_page{nullptr};
 };

@@ -40,15 +40,17 @@ FailureStrip::FailureStrip(BrewManager& manager, QWidget* parent)
     layout->addWidget(m_message, 1);
     layout->addWidget(m_close);
 
-    connect(m_close, &IconButton::clicked, this, [this] {
-        m_isClosed = true;
-        scheduleRender();
-    });
+    connect(m_close, &IconButton::clicked, this, [this] { setClosed(true); });
     manager.errorMessage.subscribe(this, [this](const std::optional<QString>& message) {
         if (message != std::exchange(m_lastMessage, message))
             m_isClosed = false;
     });
     setVisible(m_lastMessage.has_value());
+}
+
+void FailureStrip::setClosed(bool isClosed) {
+    m_isClosed = isClosed;
+    scheduleRender();
 }
 
 QString FailureStrip::message() const {

@@ -19,6 +19,11 @@ public:
 
     [[nodiscard]] QString message() const;
 
+    /// Whether the user has closed the message that is there.
+    [[nodiscard]] bool isClosed() const { return m_isClosed; }
+
+    void setClosed(bool isClosed);
+
 protected:
     void render() override;
     void paintEvent(QPaintEvent* event) override;

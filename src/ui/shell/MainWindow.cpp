@@ -10,6 +10,7 @@
 #include "LangManager.h"
 #include "Metrics.h"
 #include "Page.h"
+#include "Sheet.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -47,7 +48,8 @@ MainWindow::MainWindow(BrewManager& manager, LangManager& langManager, const QSt
 }
 
 void MainWindow::fillMenu() {
-    m_menu->clear();
+    // Not clear(), which spares actions that the window has as well.
+    qDeleteAll(m_menu->actions());
     QAction* const about = m_menu->addAction(DisplayText::label(L10n::about()), this, [this] {
         m_content->setSelectedCategory(SidebarCategory::about);
     });
@@ -62,7 +64,9 @@ void MainWindow::fillMenu() {
     QAction* const close =
         m_menu->addAction(DisplayText::label(L10n::close()), this, &QWidget::close);
     close->setMenuRole(QAction::QuitRole);
-    close->setShortcut(QKeySequence::Quit);
+    close->setShortcuts({QKeySequence(u"Ctrl+Q"_s), QKeySequence(u"Ctrl+W"_s)});
+    // The menu alone would not listen to them while it is closed.
+    addAction(close);
 }
 
 void MainWindow::addShortcuts() {
@@ -77,14 +81,14 @@ void MainWindow::addShortcuts() {
     const auto onPage = [this](void (Page::*action)() const) {
         return [this, action] {
             const DetailColumn* const column = m_content->detailColumn();
-            if (column != nullptr && column->page() != nullptr)
+            const bool isInReach = !Sheet::isOpenOver(this);
+            if (isInReach && column != nullptr && column->page() != nullptr)
                 (column->page()->*action)();
         };
     };
     add(QKeySequence::Find, onPage(&Page::focusSearch));
     add(QKeySequence(u"Ctrl+R"_s), onPage(&Page::refresh));
     add(QKeySequence(u"F5"_s), onPage(&Page::refresh));
-    add(QKeySequence::Close, [this] { close(); });
     if (m_menuButton != nullptr)
         add(QKeySequence(u"F10"_s), [this] { m_menuButton->click(); });
 }

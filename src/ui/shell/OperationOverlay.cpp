@@ -38,7 +38,7 @@ OperationOverlay::OperationOverlay(QWidget* parent)
 
     auto* const running = new QLabel(L10n::running(), this);
     running->setTextFormat(Qt::PlainText);
-    running->setFont(Typography::font(Typography::caption2, QFont::Medium));
+    running->setFont(Typography::font(Typography::caption, QFont::Medium));
     running->setObjectName(u"runningLabel"_s);
     auto* const header = new QHBoxLayout;
     header->setSpacing(rowSpacing);

@@ -28,8 +28,12 @@ QString PageHeader::title() const {
 }
 
 void PageHeader::setControls(QWidget* controls) {
-    if (m_controls != nullptr)
+    if (m_controls != nullptr) {
+        // Later, since one of them may have asked for this; but they give their room at once.
+        m_controls->hide();
+        m_layout->removeWidget(m_controls);
         m_controls->deleteLater();
+    }
     m_controls = controls;
     if (m_controls != nullptr)
         m_layout->addWidget(m_controls);

@@ -27,7 +27,7 @@ SidebarDelegate::SidebarDelegate(QObject* parent)
       m_sectionFont(Typography::font(Typography::sectionTitle, QFont::DemiBold)),
       m_titleFont(Typography::font(Typography::body, QFont::Medium)),
       m_badgeFont(Typography::digits(12)),
-      m_pillFont(Typography::digits(Typography::caption2, QFont::Bold)) {}
+      m_pillFont(Typography::digits(Typography::caption, QFont::Bold)) {}
 
 QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem& option,
                                 const QModelIndex& index) const {

@@ -3,6 +3,8 @@
 
 #include "BrewManager.h"
 
+#include <QTimer>
+
 View::View(BrewManager& manager, QWidget* parent) : QWidget(parent), m_manager(manager) {
     connect(&manager, &BrewManager::objectWillChange, this, &View::scheduleRender);
     scheduleRender();
@@ -11,7 +13,7 @@ View::View(BrewManager& manager, QWidget* parent) : QWidget(parent), m_manager(m
 void View::scheduleRender() {
     if (std::exchange(m_isRenderDue, true))
         return;
-    QMetaObject::invokeMethod(this, &View::renderNow, Qt::QueuedConnection);
+    QTimer::singleShot(0, this, &View::renderNow);
 }
 
 void View::renderNow() {

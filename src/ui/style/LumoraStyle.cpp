@@ -7,6 +7,7 @@
 #include "Typography.h"
 
 #include <QAbstractScrollArea>
+#include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
@@ -52,6 +53,26 @@ void LumoraStyle::setProminence(QPushButton* button, Prominence prominence) {
     button->setProperty(prominenceProperty, static_cast<int>(prominence));
     if (prominence == Prominence::Prominent)
         button->setFont(Typography::font(prominentSize, QFont::Medium));
+}
+
+void LumoraStyle::polish(QApplication* application) {
+    QProxyStyle::polish(application);
+    application->installEventFilter(this);
+}
+
+void LumoraStyle::unpolish(QApplication* application) {
+    application->removeEventFilter(this);
+    QProxyStyle::unpolish(application);
+}
+
+bool LumoraStyle::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
+        QWidget* const window = static_cast<QWidget*>(watched)->window();
+        window->setAttribute(Qt::WA_KeyboardFocusChange, false);
+        if (QWidget* const focused = window->focusWidget())
+            focused->update();
+    }
+    return QProxyStyle::eventFilter(watched, event);
 }
 
 void LumoraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -212,7 +233,6 @@ int LumoraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                              const QWidget* widget) const {
     switch (metric) {
     case PM_ScrollBarExtent:
-        return scrollBarExtent;
     case PM_ScrollView_ScrollBarOverlap:
         // The thumb floats over the content's margin instead of taking room from it.
         return scrollBarExtent;

@@ -50,7 +50,7 @@ public:
         return pixmap;
     }
 
-    QIconEngine* clone() const override { return new SymbolEngine(m_name); }
+    [[nodiscard]] QIconEngine* clone() const override { return new SymbolEngine(m_name); }
 
 private:
     QString m_name;

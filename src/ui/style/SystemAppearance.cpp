@@ -32,6 +32,8 @@ SystemAppearance::SystemAppearance(QObject* parent)
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
+    // Until the type has a name the bus finds no slot that takes it.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
     bus.connect(portalService, portalPath, settingsInterface, u"SettingChanged"_s, this,
                 SLOT(onSettingChanged(QString, QString, QDBusVariant)));
 

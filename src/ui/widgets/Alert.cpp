@@ -13,7 +13,7 @@ void Alert::setPlainTexts(QMessageBox* box, const QString& title, const QString&
     box->setWindowTitle(title);
     box->setTextFormat(Qt::PlainText);
     box->setText(title);
-    box->setInformativeText(DisplayText::block(message));
+    box->setInformativeText(DisplayText::paragraph(message));
     // The text format covers the first of the two texts only.
     if (auto* const label = box->findChild<QLabel*>(u"qt_msgbox_informativelabel"_s))
         label->setTextFormat(Qt::PlainText);

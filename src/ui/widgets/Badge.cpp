@@ -43,7 +43,7 @@ Look lookOf(Badge::Tone tone, const Theme& theme) {
 
 Badge::Badge(QString text, Tone tone, QWidget* parent)
     : QWidget(parent), m_text(DisplayText::line(text)), m_tone(tone) {
-    setFont(tone == Tone::Neutral ? Typography::font(Typography::caption2)
+    setFont(tone == Tone::Neutral ? Typography::font(Typography::caption)
                                   : Typography::digits(11, QFont::Medium));
     setAccessibleName(m_text);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);

@@ -2,10 +2,17 @@
 #include "DetailRow.h"
 
 #include "DisplayText.h"
+#include "LinkButton.h"
 #include "SecondaryLabel.h"
 #include "Typography.h"
 
 #include <QHBoxLayout>
+
+namespace {
+
+constexpr int column = 100;
+
+} // namespace
 
 DetailRow::DetailRow(const QString& label, const QString& value, QWidget* parent)
     : QWidget(parent), m_layout(new QHBoxLayout(this)) {
@@ -20,19 +27,24 @@ DetailRow::DetailRow(const QString& label, const QString& value, QWidget* parent
     m_layout->addWidget(text, 1);
 }
 
-DetailRow::DetailRow(const QString& label, QWidget* value, QWidget* parent)
+DetailRow::DetailRow(const QString& label, LinkButton* value, QWidget* parent)
     : QWidget(parent), m_layout(new QHBoxLayout(this)) {
-    addLabel(label)->setFont(Typography::font(Typography::body, QFont::Medium));
-    // The link brings a margin for its focus mark.
-    m_layout->setSpacing(0);
-    m_layout->addSpacing(-3);
+    SecondaryLabel* const widget = addLabel(label, QFont::Medium);
+    // The link's text begins where the column ends, its focus mark a little before.
+    widget->setFixedWidth(column - LinkButton::focusMargin);
     m_layout->addWidget(value);
     m_layout->addStretch();
 }
 
-SecondaryLabel* DetailRow::addLabel(const QString& label) {
-    constexpr int column = 100;
-    auto* const widget = new SecondaryLabel(label, Typography::body);
+SecondaryLabel* DetailRow::addLabel(const QString& label, QFont::Weight weight) {
+    constexpr double step = 0.5;
+    // The column has the same width in every language; a long word is set smaller instead.
+    double size = Typography::body;
+    while (size > Typography::tag &&
+           Typography::width(Typography::font(size, weight), label) > column)
+        size -= step;
+    auto* const widget = new SecondaryLabel(label, size);
+    widget->setFont(Typography::font(size, weight));
     widget->setFixedWidth(column);
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);

@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+class LinkButton;
 class QHBoxLayout;
 class SecondaryLabel;
 
@@ -13,11 +14,11 @@ class DetailRow final : public QWidget {
 public:
     /// With a text that can be selected and copied.
     DetailRow(const QString& label, const QString& value, QWidget* parent = nullptr);
-    /// With another widget as its value, which the row takes over.
-    DetailRow(const QString& label, QWidget* value, QWidget* parent = nullptr);
+    /// With a link as its value, which the row takes over.
+    DetailRow(const QString& label, LinkButton* value, QWidget* parent = nullptr);
 
 private:
-    SecondaryLabel* addLabel(const QString& label);
+    SecondaryLabel* addLabel(const QString& label, QFont::Weight weight = QFont::Normal);
 
     QHBoxLayout* m_layout;
 };

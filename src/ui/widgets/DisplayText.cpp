@@ -30,7 +30,7 @@ QChar standIn(QChar character) {
     constexpr char16_t firstPrintable = 0x20;
     constexpr char16_t deleteCharacter = 0x7F;
     if (character.unicode() < firstPrintable)
-        return QChar(static_cast<char16_t>(pictures + character.unicode()));
+        return {static_cast<char16_t>(pictures + character.unicode())};
     return character.unicode() == deleteCharacter ? QChar(deletePicture)
                                                   : QChar(QChar::ReplacementCharacter);
 }
@@ -51,6 +51,16 @@ QString replaced(const QString& text, Breaks breaks) {
     return result;
 }
 
+// Neither cuts a character in halves.
+
+QString start(const QString& text, qsizetype length) {
+    return text.first(text.at(length).isLowSurrogate() ? length - 1 : length);
+}
+
+QString end(const QString& text, qsizetype length) {
+    return text.last(text.at(text.size() - length).isLowSurrogate() ? length - 1 : length);
+}
+
 } // namespace
 
 QString DisplayText::line(const QString& text) {
@@ -58,13 +68,15 @@ QString DisplayText::line(const QString& text) {
     constexpr qsizetype longest = 4096;
     if (text.size() <= longest)
         return replaced(text, Breaks::Shown);
-    const qsizetype end = text.at(longest).isLowSurrogate() ? longest - 1 : longest;
-    return replaced(text.first(end), Breaks::Shown) + u'…';
+    return replaced(start(text, longest), Breaks::Shown) + u'…';
 }
 
 QString DisplayText::block(const QString& text) {
+    constexpr qsizetype longestPart = 1 << 20;
+    QString result = text.size() <= 2 * longestPart
+                         ? text
+                         : start(text, longestPart) + u"\n…\n"_s + end(text, longestPart);
     // Command output ends its lines the way terminals do now and then.
-    QString result = text;
     result.replace(u"\r\n"_s, u"\n"_s);
     result = replaced(result, Breaks::Kept);
 
@@ -92,6 +104,28 @@ QString DisplayText::block(const QString& text) {
         broken += character;
     }
     return broken;
+}
+
+QString DisplayText::paragraph(const QString& text) {
+    constexpr qsizetype longest = 2'000;
+    constexpr qsizetype mostLines = 20;
+    constexpr qsizetype longestWord = 24;
+    const bool isCut = text.size() > longest;
+    QString result;
+    qsizetype lines = 1;
+    qsizetype wordLength = 0;
+    for (const QChar character : block(isCut ? start(text, longest) : text)) {
+        if (character == u'\n' && ++lines > mostLines)
+            return result + u'…';
+        wordLength = character.isSpace() ? 0 : wordLength + 1;
+        // Not inside of what is one character to its reader.
+        if (wordLength > longestWord && !character.isLowSurrogate() && !character.isMark()) {
+            result += u'\u200B';
+            wordLength = 1;
+        }
+        result += character;
+    }
+    return isCut ? result + u'…' : result;
 }
 
 QString DisplayText::label(const QString& text) {

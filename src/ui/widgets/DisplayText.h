@@ -12,8 +12,12 @@ namespace DisplayText {
 /// For one line: line breaks and tabs become blanks, and what no window could show is cut off.
 [[nodiscard]] QString line(const QString& text);
 /// For several lines: keeps line breaks and tabs, and breaks lines that no layout could
-/// handle in reasonable time.
+/// handle in reasonable time. Of what nobody could read, millions of characters, the middle is
+/// left out.
 [[nodiscard]] QString block(const QString& text);
+/// For a label or an alert that wraps its text: what would not fit on a screen is cut off, and
+/// words that are longer than a line may be wrapped, too, by zero width spaces in them.
+[[nodiscard]] QString paragraph(const QString& text);
 /// For menus, buttons and labels, where an ampersand would mark a shortcut.
 [[nodiscard]] QString label(const QString& text);
 

@@ -9,13 +9,6 @@
 
 #include <QPainter>
 
-namespace {
-
-constexpr int focusMargin = 3;
-constexpr double focusRadius = 4;
-
-} // namespace
-
 LinkButton::LinkButton(const QString& text, QString address, QWidget* parent)
     : QAbstractButton(parent), m_address(std::move(address)) {
     setText(DisplayText::line(text));
@@ -36,6 +29,7 @@ QSize LinkButton::minimumSizeHint() const {
 }
 
 void LinkButton::paintEvent(QPaintEvent*) {
+    constexpr double focusRadius = 4;
     const Theme& theme = Theme::of(this);
     QPainter painter(this);
     if (Painting::showsFocus(this))

@@ -8,6 +8,9 @@ class LinkButton final : public QAbstractButton {
     Q_OBJECT
 
 public:
+    /// Room for the mark of the focus on both sides of the text.
+    static constexpr int focusMargin = 3;
+
     LinkButton(const QString& text, QString address, QWidget* parent = nullptr);
 
     [[nodiscard]] const QString& address() const { return m_address; }

@@ -17,8 +17,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int sectionHeight = 30;
-/// From the edge of a row's selection to what is in it.
-constexpr int contentInset = Metrics::contentMargin - Metrics::rowInset;
 constexpr int buttonHeight = 24;
 constexpr int buttonPadding = 11;
 constexpr int badgePaddingX = 6;
@@ -68,7 +66,7 @@ RowDelegate::RowDelegate(int itemHeight, QObject* parent)
       m_versionFont(Typography::digits(12)),
       m_sectionFont(Typography::digits(Typography::caption, QFont::DemiBold)),
       m_buttonFont(Typography::font(12, QFont::Medium)),
-      m_badgeFont(Typography::font(Typography::caption2, QFont::Medium)) {}
+      m_badgeFont(Typography::font(Typography::caption, QFont::Medium)) {}
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const auto* const view = static_cast<const RowListView*>(option.widget);

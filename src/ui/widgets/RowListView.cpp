@@ -30,7 +30,8 @@ RowListView::RowListView(int itemHeight, Selectable selectable, QWidget* parent)
 }
 
 void RowListView::setRows(int count, RowModel::Describe describe) {
-    const QString currentId = currentIndex().isValid() ? m_model.row(currentIndex()).id : QString();
+    // Not asked of the old description: what it describes may be gone by now.
+    const QString currentId = std::exchange(m_currentId, {});
     const int position = verticalScrollBar()->value();
     m_model.reset(count, std::move(describe));
     if (const QModelIndex current = m_model.indexOf(currentId); current.isValid())
@@ -204,8 +205,17 @@ void RowListView::focusInEvent(QFocusEvent* event) {
 
 void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     m_isActionCurrent = false;
+    m_currentId = current.isValid() ? m_model.row(current).id : QString();
     QListView::currentChanged(current, previous);
     viewport()->update();
+}
+
+QModelIndex RowListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    // Home and Page Up may end at a heading, which can't be the current row.
+    QModelIndex index = QListView::moveCursor(action, modifiers);
+    while (m_model.isSection(index.row()))
+        index = m_model.index(index.row() + 1);
+    return index;
 }
 
 bool RowListView::viewportEvent(QEvent* event) {

@@ -55,6 +55,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
     void choose(const QModelIndex& index);
@@ -69,6 +70,7 @@ private:
     RowDelegate m_delegate;
     Selectable m_selectable;
     std::optional<QString> m_selectedId;
+    QString m_currentId;
     QPersistentModelIndex m_hovered;
     QPersistentModelIndex m_pressed;
     bool m_isHoveringAction{false};

@@ -20,12 +20,18 @@ constexpr int iconLeft = 9;
 
 SearchField::SearchField(const QString& placeholder, QWidget* parent) : QLineEdit(parent) {
     constexpr int textGap = 5;
+    constexpr int leading = iconLeft + iconSize + textGap - 2;
+    constexpr int trailing = 2;
+    // What the line edit keeps free itself, on both sides together.
+    constexpr int innerMargins = 6;
     setObjectName(u"searchField"_s);
     setPlaceholderText(placeholder);
     setAccessibleName(placeholder);
     setFont(Typography::font(Typography::body));
-    setFixedSize(Metrics::searchFieldWidth, Metrics::controlHeight);
-    setTextMargins(iconLeft + iconSize + textGap - 2, 0, 2, 0);
+    // Wide fonts and long words may need more than the usual width.
+    const int needed = leading + Typography::width(font(), placeholder) + trailing + innerMargins;
+    setFixedSize(qMax(Metrics::searchFieldWidth, needed), Metrics::controlHeight);
+    setTextMargins(leading, 0, trailing, 0);
     setClearButtonEnabled(false);
 }
 

@@ -29,7 +29,7 @@ public:
         setFocusPolicy(Qt::StrongFocus);
     }
 
-    QSize sizeHint() const override {
+    [[nodiscard]] QSize sizeHint() const override {
         constexpr int padding = 20;
         return {Typography::width(font(), text()) + 2 * padding,
                 Metrics::controlHeight - 2 * troughPadding};
@@ -75,6 +75,9 @@ SegmentedPicker::SegmentedPicker(const QStringList& titles, const QString& acces
 void SegmentedPicker::setCurrent(int index) {
     const QSignalBlocker quiet(m_group);
     m_group->button(index)->setChecked(true);
+    // Tab comes to the choice that holds; from there the arrows lead on.
+    for (QAbstractButton* const button : m_group->buttons())
+        button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 int SegmentedPicker::current() const {

@@ -12,6 +12,8 @@
 #include <QPropertyAnimation>
 #include <QStyle>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -36,6 +38,11 @@ Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest)
     setFocusPolicy(Qt::NoFocus);
     window->installEventFilter(this);
     hide();
+}
+
+bool Sheet::isOpenOver(const QWidget* window) {
+    return std::ranges::any_of(window->findChildren<Sheet*>(Qt::FindDirectChildrenOnly),
+                               [](const Sheet* sheet) { return sheet->isVisible(); });
 }
 
 void Sheet::present(QWidget* focus) {

@@ -18,6 +18,9 @@ public:
 
     [[nodiscard]] QWidget* panel() const { return m_panel; }
 
+    /// Whether some sheet covers this window.
+    [[nodiscard]] static bool isOpenOver(const QWidget* window);
+
     /// Shows the sheet and puts the focus on `focus`, or on the first widget that takes it.
     void present(QWidget* focus = nullptr);
 

@@ -27,7 +27,7 @@ Spinner::Spinner(Size size, QWidget* parent) : QWidget(parent) {
 }
 
 void Spinner::paint(QPainter* painter, const QRectF& rect, const QWidget* widget) {
-    constexpr qint64 turn = 900;
+    constexpr int turn = 900;
     constexpr int sixteenths = 16 * 360;
     constexpr int arc = 16 * 110;
     const auto phase = static_cast<int>(QDateTime::currentMSecsSinceEpoch() % turn);
@@ -40,7 +40,7 @@ void Spinner::paint(QPainter* painter, const QRectF& rect, const QWidget* widget
     painter->setPen(QPen(theme.fieldBorder, width));
     painter->drawEllipse(circle);
     painter->setPen(QPen(theme.secondaryText, width, Qt::SolidLine, Qt::RoundCap));
-    painter->drawArc(circle, -static_cast<int>(sixteenths * phase / turn), arc);
+    painter->drawArc(circle, -(sixteenths * phase / turn), arc);
     painter->restore();
 }
 

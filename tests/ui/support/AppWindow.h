@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "BrewManager.h"
+#include "ContentView.h"
+#include "LangManager.h"
+#include "MainWindow.h"
+#include "PageDriver.h"
+#include "ScriptedBrew.h"
+#include "SidebarDriver.h"
+
+/// The application's window over a manager and a brew of its own, in English at first.
+struct AppWindow final {
+    AppWindow() { LangManager::shared().setCurrent(Lang::en); }
+
+    ScriptedBrew brew;
+    BrewManager manager{brew.discovery()};
+    MainWindow window{manager, LangManager::shared(), {}};
+
+    /// Shows the window and waits until it can be seen; its first refresh is under way then.
+    void show();
+    /// The same, and waits until the refresh is through.
+    void showLoaded();
+    /// Waits until no list is being loaded and all changes can be seen.
+    void waitUntilLoaded();
+    void choose(SidebarCategory category) const;
+
+    [[nodiscard]] PageDriver page() const { return PageDriver(window); }
+
+    [[nodiscard]] SidebarDriver sidebar() const { return SidebarDriver(window); }
+};

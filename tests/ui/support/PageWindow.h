@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "BrewManager.h"
+#include "DetailColumn.h"
+#include "PackageSelection.h"
+#include "PageDriver.h"
+#include "ScriptedBrew.h"
+
+class Page;
+
+/// One page in a window of its own, below its header, over a manager and a brew of its own.
+///
+/// Nothing is loaded but what the page itself loads.
+struct PageWindow final {
+    ScriptedBrew brew;
+    BrewManager manager{brew.discovery()};
+    PackageSelection selection;
+    DetailColumn column{manager};
+
+    /// Shows the page instead of the one before and waits until it can be seen. Takes it over.
+    void show(Page* page);
+
+    [[nodiscard]] PageDriver page() const { return PageDriver(column); }
+};

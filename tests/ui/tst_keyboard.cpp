@@ -1,0 +1,319 @@
+// SPDX-License-Identifier: MIT
+#include "AlertDriver.h"
+#include "AppWindow.h"
+#include "Find.h"
+#include "Focus.h"
+#include "Input.h"
+#include "OutputSection.h"
+#include "OutputText.h"
+#include "Samples.h"
+#include "SearchField.h"
+#include "SheetDriver.h"
+#include "UiTest.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QListView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+using enum SidebarCategory;
+
+namespace {
+
+/// The application with something on every page, driven by Tab, arrows, Return, Space, Escape
+/// and Delete alone.
+struct KeyboardApp final {
+    KeyboardApp() {
+        app.brew.setFormulae({Samples::formula(u"jq"_s), Samples::formula(u"wget"_s)});
+        app.brew.setCasks({Samples::cask(u"iina"_s)});
+        app.brew.setOutdated(
+            {Samples::outdatedFormula(u"jq"_s), Samples::outdatedFormula(u"wget"_s)});
+        app.brew.setTaps({u"a/b"_s, u"c/d"_s});
+        app.showLoaded();
+        (void)app.brew.newRuns();
+    }
+
+    /// Goes to the sidebar and from there to the category.
+    void choose(SidebarCategory category) const {
+        QVERIFY(Focus::tabTo(u"sidebar"_s));
+        const auto current = [this] { return *app.window.content()->selectedCategory(); };
+        for (int i = 0; i < 7 && current() != category; ++i)
+            Input::key(current() < category ? Qt::Key_Down : Qt::Key_Up);
+        QCOMPARE(current(), category);
+        QCoreApplication::processEvents();
+    }
+
+    /// Goes to the list and in it to the row.
+    void goTo(const QString& id) const {
+        QVERIFY(Focus::tabTo(u"rowList"_s));
+        Input::key(Qt::Key_Home);
+        for (int i = 0; i < 10 && app.page().list().currentId() != id; ++i)
+            Input::key(Qt::Key_Down);
+        QCOMPARE(app.page().list().currentId(), id);
+    }
+
+    AppWindow app;
+};
+
+/// Answers the alert that is open with this button.
+void answer(const QString& text) {
+    const AlertDriver alert;
+    QVERIFY(Focus::tabTo([&](const QWidget& widget) {
+        const auto* const button = qobject_cast<const QPushButton*>(&widget);
+        return button != nullptr && button->text() == text;
+    }));
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(!AlertDriver::isOpen());
+}
+
+} // namespace
+
+class KeyboardTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void reachesEverythingOnAPage_data();
+    void reachesEverythingOnAPage();
+    void goesRoundInReadingOrder();
+    void showsWhereItIs_data();
+    void showsWhereItIs();
+    void leavesNoMarkToTheMouse();
+    void opensAndClosesADetail();
+    void filters();
+    void installs();
+    void upgradesOne();
+    void upgradesAll();
+    void uninstalls();
+    void addsATap();
+    void removesATap();
+    void cleansUp();
+    void runsTheDoctor();
+    void changesTheLanguage();
+    void closesAFailure();
+};
+
+void KeyboardTest::reachesEverythingOnAPage_data() {
+    QTest::addColumn<SidebarCategory>("category");
+    for (const SidebarCategory category : allSidebarCategories)
+        QTest::newRow(qUtf8Printable(rawValue(category))) << category;
+}
+
+void KeyboardTest::reachesEverythingOnAPage() {
+    QFETCH(SidebarCategory, category);
+    const KeyboardApp keyboard;
+    keyboard.choose(category);
+    const QList<QWidget*> stops = Focus::stopsIn(keyboard.app.window);
+    QVERIFY(stops.size() > 1);
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        QSet<QWidget*> reached;
+        for (qsizetype i = 0; i < 2 * stops.size(); ++i) {
+            Input::key(key);
+            reached.insert(QApplication::focusWidget());
+        }
+        for (QWidget* const stop : stops)
+            QVERIFY2(reached.contains(stop), qPrintable(stop->objectName()));
+    }
+}
+
+void KeyboardTest::goesRoundInReadingOrder() {
+    const KeyboardApp keyboard;
+    QVERIFY(Focus::tabTo(u"sidebar"_s));
+    QStringList order;
+    for (int i = 0; i < 5; ++i) {
+        order.append(QApplication::focusWidget()->objectName());
+        Input::key(Qt::Key_Tab);
+    }
+    QCOMPARE(order, (QStringList{u"sidebar"_s, u"searchField"_s, u"refreshButton"_s, u"rowList"_s,
+                                 u"applicationMenuButton"_s}));
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"sidebar"_s);
+}
+
+void KeyboardTest::showsWhereItIs_data() {
+    QTest::addColumn<SidebarCategory>("category");
+    for (const SidebarCategory category : allSidebarCategories)
+        QTest::newRow(qUtf8Printable(rawValue(category))) << category;
+}
+
+void KeyboardTest::showsWhereItIs() {
+    QFETCH(SidebarCategory, category);
+    const KeyboardApp keyboard;
+    keyboard.choose(category);
+    const auto grab = [&](const QWidget* widget) {
+        const QRect area(widget->mapTo(&keyboard.app.window, QPoint(0, 0)), widget->size());
+        return const_cast<MainWindow&>(keyboard.app.window).grab(area).toImage();
+    };
+    for (qsizetype i = 0; i < Focus::stopsIn(keyboard.app.window).size(); ++i) {
+        Input::key(Qt::Key_Tab);
+        QWidget* const focused = QApplication::focusWidget();
+        const QImage with = grab(focused);
+        Input::key(Qt::Key_Tab);
+        const QImage without = grab(focused);
+        QVERIFY2(with != without, qPrintable(focused->objectName()));
+        Input::key(Qt::Key_Backtab);
+    }
+}
+
+void KeyboardTest::leavesNoMarkToTheMouse() {
+    const KeyboardApp keyboard;
+    QListView& sidebar = keyboard.app.sidebar().view();
+    keyboard.app.sidebar().click(casks);
+    const QImage clicked = sidebar.grab().toImage();
+    Input::key(Qt::Key_Tab);
+    Input::key(Qt::Key_Backtab);
+    QVERIFY(sidebar.hasFocus());
+    QVERIFY(sidebar.grab().toImage() != clicked);
+    keyboard.app.sidebar().click(casks);
+    QVERIFY(sidebar.hasFocus());
+    QCOMPARE(sidebar.grab().toImage(), clicked);
+}
+
+void KeyboardTest::opensAndClosesADetail() {
+    const KeyboardApp keyboard;
+    keyboard.goTo(u"formula-wget"_s);
+    Input::key(Qt::Key_Return);
+    const SheetDriver sheet(keyboard.app.window);
+    QCOMPARE(require<QLabel>(sheet.panel(), u"detailName"_s).text(), u"wget"_s);
+    QVERIFY(Focus::tabTo(u"homepageLink"_s));
+    QVERIFY(Focus::tabTo(u"closeDetail"_s));
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
+    QTRY_COMPARE(QApplication::focusWidget()->objectName(), u"rowList"_s);
+    QCOMPARE(keyboard.app.page().list().currentId(), u"formula-wget"_s);
+}
+
+void KeyboardTest::filters() {
+    const KeyboardApp keyboard;
+    QVERIFY(Focus::tabTo(u"searchField"_s));
+    Input::type(u"jq"_s);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Formulae (1)"_s);
+    Input::key(Qt::Key_Escape);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Formulae (2)"_s);
+}
+
+void KeyboardTest::installs() {
+    KeyboardApp keyboard;
+    keyboard.app.brew.answer(u"search curl"_s, "==> Formulae\ncurl\ncurlie\n");
+    keyboard.choose(SidebarCategory::search);
+    QVERIFY(Focus::tabTo(u"searchField"_s));
+    Input::type(u"curl"_s);
+    Input::key(Qt::Key_Return);
+    QTRY_VERIFY(keyboard.app.page().hasList());
+    keyboard.app.brew.setFormulae({Samples::formula(u"curl"_s)});
+    keyboard.goTo(u"formula-curl"_s);
+    Input::key(Qt::Key_Right);
+    Input::key(Qt::Key_Space);
+    QTRY_COMPARE(keyboard.app.page().list().row(u"formula-curl"_s).action.kind,
+                 RowAction::Kind::Badge);
+    QVERIFY(keyboard.app.brew.newRuns().contains(u"install curl"_s));
+}
+
+void KeyboardTest::upgradesOne() {
+    KeyboardApp keyboard;
+    keyboard.choose(updates);
+    keyboard.app.brew.setOutdated({Samples::outdatedFormula(u"jq"_s)});
+    keyboard.goTo(u"formula-wget"_s);
+    Input::key(Qt::Key_Right);
+    Input::key(Qt::Key_Return);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Updates (1)"_s);
+    QCOMPARE(keyboard.app.brew.newRuns().constFirst(), u"upgrade wget"_s);
+}
+
+void KeyboardTest::upgradesAll() {
+    KeyboardApp keyboard;
+    keyboard.choose(updates);
+    keyboard.app.brew.setOutdated({});
+    QVERIFY(Focus::tabTo(u"updateAllButton"_s));
+    Input::key(Qt::Key_Space);
+    QTRY_COMPARE(keyboard.app.page().state(), u"All packages are up to date"_s);
+    QCOMPARE(keyboard.app.brew.newRuns().constFirst(), u"upgrade"_s);
+}
+
+void KeyboardTest::uninstalls() {
+    KeyboardApp keyboard;
+    keyboard.app.brew.setFormulae({Samples::formula(u"jq"_s)});
+    keyboard.goTo(u"formula-wget"_s);
+    Input::key(Qt::Key_Delete);
+    answer(u"Uninstall"_s);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Formulae (1)"_s);
+    QCOMPARE(keyboard.app.brew.newRuns(),
+             (QStringList{u"uninstall wget"_s, ScriptedBrew::infoFormulae}));
+}
+
+void KeyboardTest::addsATap() {
+    KeyboardApp keyboard;
+    keyboard.choose(taps);
+    keyboard.app.brew.setTaps({u"a/b"_s, u"c/d"_s, u"e/f"_s});
+    QVERIFY(Focus::tabTo(u"addTapButton"_s));
+    Input::key(Qt::Key_Space);
+    const SheetDriver sheet(keyboard.app.window);
+    Input::type(u"e/f"_s);
+    QVERIFY(Focus::tabTo(u"confirmAddTap"_s));
+    Input::key(Qt::Key_Space);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Taps (3)"_s);
+    QVERIFY(!SheetDriver::isOpen(keyboard.app.window));
+    QCOMPARE(keyboard.app.brew.newRuns(), (QStringList{u"tap e/f"_s, ScriptedBrew::tap}));
+}
+
+void KeyboardTest::removesATap() {
+    KeyboardApp keyboard;
+    keyboard.choose(taps);
+    keyboard.app.brew.setTaps({u"a/b"_s});
+    keyboard.goTo(u"c/d"_s);
+    Input::key(Qt::Key_Right);
+    Input::key(Qt::Key_Return);
+    answer(u"Remove"_s);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Taps (1)"_s);
+    QCOMPARE(keyboard.app.brew.newRuns(), (QStringList{u"untap c/d"_s, ScriptedBrew::tap}));
+}
+
+void KeyboardTest::cleansUp() {
+    KeyboardApp keyboard;
+    keyboard.app.brew.answer(u"cleanup"_s, "Removed something\n");
+    keyboard.choose(settings);
+    QVERIFY(Focus::tabTo(u"cleanupButton"_s));
+    Input::key(Qt::Key_Space);
+    answer(u"Run Cleanup"_s);
+    QTRY_VERIFY(findVisible<OutputSection>(keyboard.app.window, u"cleanupOutput"_s) != nullptr);
+    QCOMPARE(require<OutputSection>(keyboard.app.window, u"cleanupOutput"_s).text()->output(),
+             u"Removed something\n"_s);
+    QCOMPARE(keyboard.app.brew.newRuns(), QStringList{u"cleanup"_s});
+}
+
+void KeyboardTest::runsTheDoctor() {
+    KeyboardApp keyboard;
+    keyboard.app.brew.answer(u"doctor"_s, "All is well.\n");
+    keyboard.choose(settings);
+    QVERIFY(Focus::tabTo(u"doctorButton"_s));
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(findVisible<OutputSection>(keyboard.app.window, u"doctorOutput"_s) != nullptr);
+    // Its text can be reached and copied, too.
+    auto* const text = require<OutputSection>(keyboard.app.window, u"doctorOutput"_s).text();
+    QVERIFY(Focus::tabTo([&](const QWidget& widget) { return &widget == text; }));
+}
+
+void KeyboardTest::changesTheLanguage() {
+    const KeyboardApp keyboard;
+    keyboard.choose(settings);
+    QVERIFY(Focus::tabTo(u"segment-English"_s));
+    Input::key(Qt::Key_Left);
+    QTRY_COMPARE(keyboard.app.page().title(), u"설정"_s);
+    QTRY_VERIFY(QApplication::focusWidget() != nullptr);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"segment-한국어"_s);
+}
+
+void KeyboardTest::closesAFailure() {
+    KeyboardApp keyboard;
+    keyboard.app.manager.errorMessage.set(u"Something failed"_s);
+    QTRY_VERIFY(findVisible(keyboard.app.window, u"failureStrip"_s) != nullptr);
+    QVERIFY(Focus::tabTo(u"closeFailure"_s));
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(findVisible(keyboard.app.window, u"failureStrip"_s) == nullptr);
+    QVERIFY(QApplication::focusWidget() != nullptr);
+}
+
+LUMORA_UI_TEST_MAIN(KeyboardTest)
+#include "tst_keyboard.moc"

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+#include "AppWindow.h"
+#include "Find.h"
+#include "OperationOverlay.h"
+#include "OutputText.h"
+#include "Spinner.h"
+#include "Theme.h"
+#include "Typography.h"
+#include "UiTest.h"
+
+#include <QFontInfo>
+#include <QLabel>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int sideMargin = 16;
+constexpr int bottomMargin = 8;
+constexpr int padding = 12;
+constexpr int shadow = 4;
+constexpr int tallestTranscript = 80;
+
+OperationOverlay* overlay(const AppWindow& app) {
+    return findVisible<OperationOverlay>(app.window);
+}
+
+/// Shows the overlay with this transcript, as a running operation does.
+const OperationOverlay& showOverlay(AppWindow& app, const QString& transcript) {
+    app.manager.operationOutput.set(transcript);
+    app.manager.isRunningOperation.set(true);
+    QCoreApplication::processEvents();
+    return require<OperationOverlay>(app.window);
+}
+
+/// The panel without its shadow, in the coordinates of the window.
+QRect panelOf(const OperationOverlay& overlay) {
+    return QRect(overlay.mapTo(overlay.window(), QPoint(0, 0)), overlay.size())
+        .adjusted(shadow, shadow, -shadow, -shadow);
+}
+
+} // namespace
+
+class OverlayTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void isThereExactlyWhileAnOperationRuns();
+    void isAbsentWhateverTheTranscriptHolds();
+    void showsWhatTheRunningOperationSays();
+    void comesForEveryOperation_data();
+    void comesForEveryOperation();
+    void floatsAboveTheBottomOfTheWindow();
+    void givesItsContentItsPlaces();
+    void scrollsALongTranscript();
+    void showsItsHeaderAboveAnEmptyTranscript();
+    void speaksTheLanguage_data();
+    void speaksTheLanguage();
+    void takesTheTranscriptAsItIs();
+    void letsTheContentShimmerThrough();
+    void hasAShadowAroundIt();
+};
+
+void OverlayTest::isThereExactlyWhileAnOperationRuns() {
+    AppWindow app;
+    app.showLoaded();
+    QVERIFY(overlay(app) == nullptr);
+    app.brew.hold(u"install wget"_s);
+    const auto install = app.manager.install(u"wget"_s, PackageType::formula);
+    QTRY_VERIFY(overlay(app) != nullptr);
+    app.brew.release(u"install wget"_s);
+    QTRY_VERIFY(install.isReady());
+    QTRY_VERIFY(overlay(app) == nullptr);
+    QVERIFY(app.window.findChildren<OperationOverlay*>().isEmpty());
+}
+
+void OverlayTest::isAbsentWhateverTheTranscriptHolds() {
+    AppWindow app;
+    app.showLoaded();
+    app.manager.operationOutput.set(u"a transcript of earlier"_s);
+    QCoreApplication::processEvents();
+    QVERIFY(overlay(app) == nullptr);
+}
+
+void OverlayTest::showsWhatTheRunningOperationSays() {
+    AppWindow app;
+    app.showLoaded();
+    const OperationOverlay& shown = showOverlay(app, u"Upgrading wget...\n"_s);
+    QCOMPARE(shown.output(), u"Upgrading wget...\n"_s);
+    app.manager.operationOutput.set(u"Upgrading wget...\nmore"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(overlay(app), &shown);
+    QCOMPARE(require<OutputText>(shown).toPlainText(), u"Upgrading wget...\nmore"_s);
+}
+
+void OverlayTest::comesForEveryOperation_data() {
+    QTest::addColumn<SidebarCategory>("page");
+    for (const SidebarCategory category : allSidebarCategories)
+        QTest::newRow(qUtf8Printable(rawValue(category))) << category;
+}
+
+void OverlayTest::comesForEveryOperation() {
+    QFETCH(SidebarCategory, page);
+    AppWindow app;
+    app.showLoaded();
+    app.choose(page);
+    const OperationOverlay& shown = showOverlay(app, u"Adding tap a/b...\n"_s);
+    // On top of whatever the page shows there.
+    QWidget* const below = app.window.childAt(panelOf(shown).center());
+    QVERIFY(below == &shown || shown.isAncestorOf(below));
+}
+
+void OverlayTest::floatsAboveTheBottomOfTheWindow() {
+    AppWindow app;
+    app.showLoaded();
+    const OperationOverlay& shown = showOverlay(app, u"Upgrading wget...\n"_s);
+    for (const QSize size : {QSize(900, 600), QSize(700, 450), QSize(1300, 800)}) {
+        app.window.resize(size);
+        QTRY_COMPARE(panelOf(shown).left(), sideMargin);
+        QTRY_COMPARE(panelOf(shown).right(), size.width() - sideMargin - 1);
+        QTRY_COMPARE(panelOf(shown).bottom(), size.height() - bottomMargin - 1);
+    }
+}
+
+void OverlayTest::givesItsContentItsPlaces() {
+    AppWindow app;
+    app.showLoaded();
+    const OperationOverlay& shown = showOverlay(app, u"Upgrading wget...\n"_s);
+    const auto inPanel = [&shown](const QWidget& widget) {
+        return QRect(widget.mapTo(&shown, QPoint(-shadow, -shadow)), widget.size());
+    };
+    const QRect spinner = inPanel(require<Spinner>(shown));
+    const QRect label = inPanel(require<QLabel>(shown, u"runningLabel"_s));
+    const QRect transcript = inPanel(require<OutputText>(shown));
+    QCOMPARE(spinner.left(), padding);
+    QCOMPARE(qMin(spinner.top(), label.top()), padding);
+    QVERIFY(label.left() > spinner.right());
+    QCOMPARE(transcript.left(), padding);
+    QCOMPARE(transcript.width(), panelOf(shown).width() - 2 * padding);
+    QCOMPARE(transcript.top(), qMax(spinner.bottom(), label.bottom()) + 1 + 8);
+    QCOMPARE(transcript.bottom() + 1 + padding, panelOf(shown).height());
+    QVERIFY(QFontInfo(require<OutputText>(shown).font()).fixedPitch());
+    QCOMPARE(require<QLabel>(shown, u"runningLabel"_s).font(),
+             Typography::font(Typography::caption, QFont::Medium));
+    QCOMPARE(require<OutputText>(shown).font(), Typography::monospace(Typography::caption2));
+    QCOMPARE(Theme::light().overlayShadow, withOpacity(Qt::black, 0.33));
+    QCOMPARE(Theme::dark().overlayShadow, withOpacity(Qt::black, 0.33));
+}
+
+void OverlayTest::scrollsALongTranscript() {
+    AppWindow app;
+    app.showLoaded();
+    const OperationOverlay& shown = showOverlay(app, u"one line"_s);
+    const int low = panelOf(shown).height();
+    app.manager.operationOutput.set(QString(u"one line\n"_s).repeated(200));
+    QCoreApplication::processEvents();
+    auto& text = require<OutputText>(shown);
+    QCOMPARE(text.height(), tallestTranscript);
+    const int tall = panelOf(shown).height();
+    QVERIFY(tall > low && tall < low + tallestTranscript);
+    QCOMPARE(panelOf(shown).bottom(), app.window.height() - bottomMargin - 1);
+    QVERIFY(text.verticalScrollBar()->isVisible());
+    QVERIFY(text.verticalScrollBar()->maximum() > 0);
+    app.manager.operationOutput.set(u"one line"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(panelOf(shown).height(), low);
+}
+
+void OverlayTest::showsItsHeaderAboveAnEmptyTranscript() {
+    AppWindow app;
+    app.showLoaded();
+    const OperationOverlay& shown = showOverlay(app, {});
+    QVERIFY(findVisible<Spinner>(shown) != nullptr);
+    QCOMPARE(require<QLabel>(shown, u"runningLabel"_s).text(), u"Running..."_s);
+    QCOMPARE(shown.output(), QString());
+}
+
+void OverlayTest::speaksTheLanguage_data() {
+    QTest::addColumn<Lang>("lang");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("ko") << Lang::ko << u"실행 중..."_s;
+    QTest::newRow("en") << Lang::en << u"Running..."_s;
+    QTest::newRow("ja") << Lang::ja << u"実行中..."_s;
+}
+
+void OverlayTest::speaksTheLanguage() {
+    QFETCH(Lang, lang);
+    QFETCH(QString, text);
+    AppWindow app;
+    LangManager::shared().setCurrent(lang);
+    app.showLoaded();
+    QCOMPARE(require<QLabel>(showOverlay(app, {}), u"runningLabel"_s).text(), text);
+}
+
+void OverlayTest::takesTheTranscriptAsItIs() {
+    AppWindow app;
+    app.showLoaded();
+    const QString transcript = u"Installing <b>a</b>...\n\n  two\tcolumns &amp; %1\n"_s;
+    const auto& text = require<OutputText>(showOverlay(app, transcript));
+    QCOMPARE(text.output(), transcript);
+    QCOMPARE(text.toPlainText(), transcript.chopped(1));
+}
+
+void OverlayTest::letsTheContentShimmerThrough() {
+    for (const Theme* const theme : {&Theme::light(), &Theme::dark()}) {
+        QVERIFY(theme->overlay.alphaF() < 1.0F);
+        QVERIFY(theme->overlay.alphaF() > 0.8F);
+    }
+}
+
+void OverlayTest::hasAShadowAroundIt() {
+    AppWindow app;
+    app.showLoaded();
+    const QImage without = app.window.grab().toImage();
+    const QRect panel = panelOf(showOverlay(app, u"one line"_s));
+    const QImage with = app.window.grab().toImage();
+    const auto darkening = [&](const QPoint& place) {
+        return without.pixelColor(place).lightness() - with.pixelColor(place).lightness();
+    };
+    // No offset: as dark on the left as on the right and above as below.
+    for (const QPoint edge :
+         {QPoint(panel.right() + 1, panel.center().y()),
+          QPoint(panel.left() - 1, panel.center().y()), QPoint(panel.center().x(), panel.top() - 1),
+          QPoint(panel.center().x(), panel.bottom() + 1)})
+        QVERIFY(darkening(edge) > 0);
+    QVERIFY(darkening({panel.center().x(), panel.top() - 1}) >
+            darkening({panel.center().x(), panel.top() - shadow}));
+    QCOMPARE(darkening({panel.center().x(), panel.top() - shadow - 3}), 0);
+}
+
+LUMORA_UI_TEST_MAIN(OverlayTest)
+#include "tst_overlay.moc"

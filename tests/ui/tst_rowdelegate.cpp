@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#include "Input.h"
+#include "Pixels.h"
+#include "RowListView.h"
+#include "Theme.h"
+#include "Typography.h"
+#include "UiTest.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Kind = RowAction::Kind;
+
+/// The tolerance for the colour of thin strokes.
+constexpr int ofStrokes = 90;
+
+/// A list of one row.
+struct Window final {
+    explicit Window(const Row& row)
+        : view(new RowListView(48, RowListView::Selectable::Yes, &host)) {
+        view->setRows(1, [row](int) { return row; });
+        view->resize(500, 60);
+        // No mark of it in what is looked at.
+        view->setFocusPolicy(Qt::NoFocus);
+        host.resize(view->size());
+        host.show();
+        if (!QTest::qWaitForWindowExposed(&host))
+            qFatal("The list doesn't appear");
+    }
+
+    [[nodiscard]] QImage image() const { return view->viewport()->grab().toImage(); }
+
+    [[nodiscard]] QModelIndex index() const { return view->model()->index(0, 0); }
+
+    [[nodiscard]] QRect rect() const { return view->visualRect(index()); }
+
+    [[nodiscard]] QRect actionRect() const { return view->actionRect(index()); }
+
+    QWidget host;
+    RowListView* view;
+};
+
+/// Where a fill is seen behind a name and above what is below it; texts have shades of any colour.
+QRect boundsBehind(const Window& window, const QString& name, const QColor& fill) {
+    constexpr int margin = 18;
+    const int left =
+        margin + Typography::width(Typography::font(Typography::body, QFont::Medium), name);
+    const QRect area(left, 0, window.rect().width() - left, window.rect().height());
+    return Pixels::boundsOf(window.image().copy(area), fill).translated(left, 0);
+}
+
+const Theme& useTheme(bool isDark) {
+    UiTest::setDark(isDark);
+    return isDark ? Theme::dark() : Theme::light();
+}
+
+QSize textSize(const QFont& font, const QString& text) {
+    return {Typography::width(font, text), QFontMetrics(font).height()};
+}
+
+/// How opaque a colour is where it is most so, by how far it leads away from what is below it.
+double strongest(const QImage& image, const QColor& color, const QColor& below) {
+    const auto distance = [&below](const QColor& other) {
+        return qAbs(other.red() - below.red()) + qAbs(other.green() - below.green()) +
+               qAbs(other.blue() - below.blue());
+    };
+    int farthest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            farthest = qMax(farthest, distance(image.pixelColor(x, y)));
+    }
+    return static_cast<double>(farthest) / distance(color);
+}
+
+/// Whether a filled shape has round corners: none of its colour where they would be sharp, all
+/// of it where they end.
+bool isRounded(const QImage& image, const QRect& shape, int radius, const QColor& fill) {
+    const auto isFilled = [&](int x, int y) {
+        return Pixels::areAlike(image.pixelColor(x, y), fill);
+    };
+    const int middle = shape.center().y();
+    return !isFilled(shape.left(), shape.top()) && !isFilled(shape.right(), shape.bottom()) &&
+           isFilled(shape.left() + radius, shape.top()) && isFilled(shape.left(), middle) &&
+           isFilled(shape.right() - radius, shape.bottom());
+}
+
+} // namespace
+
+/// How a row is drawn, to the pixel.
+class RowDelegateTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void cleanup() { UiTest::setDark(false); }
+
+    void drawsATag_data();
+    void drawsATag();
+    void drawsItsTagsBehindTheName();
+    void drawsTheTrashCanPale_data();
+    void drawsTheTrashCanPale();
+    void drawsTheBadgeOfWhatIsInstalled_data();
+    void drawsTheBadgeOfWhatIsInstalled();
+    void drawsTheSymbolOfAType_data();
+    void drawsTheSymbolOfAType();
+    void drawsTheNewVersionInOrange();
+    void keepsAllOfItInTheRow();
+};
+
+void RowDelegateTest::drawsATag_data() {
+    QTest::addColumn<bool>("isDark");
+    QTest::addColumn<RowTag::Tone>("tone");
+    using enum RowTag::Tone;
+    QTest::newRow("outdated, light") << false << Outdated;
+    QTest::newRow("outdated, dark") << true << Outdated;
+    QTest::newRow("dependency, light") << false << Neutral;
+    QTest::newRow("dependency, dark") << true << Neutral;
+}
+
+void RowDelegateTest::drawsATag() {
+    QFETCH(bool, isDark);
+    QFETCH(RowTag::Tone, tone);
+    const Theme& theme = useTheme(isDark);
+    const QString text = u"outdated"_s;
+    const Window window({.id = u"a"_s, .title = u"wget"_s, .tags = {{text, tone}}});
+    const QColor color = tone == RowTag::Tone::Outdated ? theme.outdatedTag : theme.neutralTag;
+    QCOMPARE(qRound(color.alphaF() * 100), 15);
+    const QColor fill = Pixels::on(theme.content, color);
+    const QImage image = window.image();
+    const QRect tag = boundsBehind(window, u"wget"_s, fill);
+    // Size 9, medium, 5 points beside it and 1 above and below.
+    QCOMPARE(tag.size(), textSize(Typography::font(9, QFont::Medium), text) + QSize(10, 2));
+    QVERIFY(isRounded(image, tag, 3, fill));
+}
+
+void RowDelegateTest::drawsItsTagsBehindTheName() {
+    const Theme& theme = Theme::light();
+    const Window window({.id = u"a"_s,
+                         .title = u"wget"_s,
+                         .subtitle = u"-"_s,
+                         .tags = {{u"outdated"_s, RowTag::Tone::Outdated},
+                                  {u"dependency"_s, RowTag::Tone::Neutral}}});
+    const QRect outdated =
+        boundsBehind(window, u"wget"_s, Pixels::on(theme.content, theme.outdatedTag));
+    const QRect dependency =
+        boundsBehind(window, u"wget"_s, Pixels::on(theme.content, theme.neutralTag));
+    QVERIFY(outdated.isValid() && dependency.isValid());
+    QVERIFY(outdated.right() < dependency.left());
+    QCOMPARE(outdated.top(), dependency.top());
+    // On the first of the two lines.
+    QVERIFY(outdated.bottom() <= window.rect().center().y() + 1);
+}
+
+void RowDelegateTest::drawsTheTrashCanPale_data() {
+    QTest::addColumn<bool>("isDark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void RowDelegateTest::drawsTheTrashCanPale() {
+    QFETCH(bool, isDark);
+    const Theme& theme = useTheme(isDark);
+    const Window window({.id = u"a"_s, .title = u"wget"_s, .action = {.kind = Kind::Trash}});
+    const auto opacity = [&] {
+        return strongest(window.image().copy(window.actionRect()), theme.destructive,
+                         theme.content);
+    };
+    QVERIFY(qAbs(opacity() - 0.7) < 0.02);
+    // Below the pointer it says what it does.
+    Input::moveTo(*window.view->viewport(), QPoint(1, 1));
+    Input::moveTo(*window.view->viewport(), window.actionRect().center());
+    QTRY_VERIFY(opacity() > 0.95);
+}
+
+void RowDelegateTest::drawsTheBadgeOfWhatIsInstalled_data() {
+    drawsTheTrashCanPale_data();
+}
+
+void RowDelegateTest::drawsTheBadgeOfWhatIsInstalled() {
+    QFETCH(bool, isDark);
+    const Theme& theme = useTheme(isDark);
+    const QString text = u"Installed"_s;
+    const Window window(
+        {.id = u"a"_s, .title = u"jq"_s, .action = {.kind = Kind::Badge, .title = text}});
+    QColor tint = theme.good;
+    tint.setAlphaF(0.1F);
+    const QColor fill = Pixels::on(theme.content, tint);
+    const QImage image = window.image();
+    const QRect badge = Pixels::boundsOf(image, fill);
+    QCOMPARE(badge.size(),
+             textSize(Typography::font(Typography::caption, QFont::Medium), text) + QSize(12, 4));
+    QVERIFY(isRounded(image, badge, 4, fill));
+    QCOMPARE(badge, window.actionRect());
+}
+
+void RowDelegateTest::drawsTheSymbolOfAType_data() {
+    QTest::addColumn<QString>("symbol");
+    QTest::addColumn<Row::Tone>("tone");
+    QTest::addColumn<QColor>("color");
+    const Theme& theme = Theme::light();
+    QTest::newRow("formula") << u"shippingbox"_s << Row::Tone::Formula << theme.accent;
+    QTest::newRow("cask") << u"macwindow"_s << Row::Tone::Cask << theme.cask;
+    QTest::newRow("tap") << u"list.bullet"_s << Row::Tone::Accent << theme.accent;
+}
+
+void RowDelegateTest::drawsTheSymbolOfAType() {
+    QFETCH(QString, symbol);
+    QFETCH(Row::Tone, tone);
+    QFETCH(QColor, color);
+    const Window window({.id = u"a"_s, .title = u"wget"_s, .symbol = symbol, .symbolTone = tone});
+    const QImage image = window.image();
+    const QRect icon = Pixels::boundsOf(image, color);
+    QVERIFY(icon.isValid());
+    QVERIFY(icon.width() <= 20 && icon.height() <= 20);
+    const QRect title = Pixels::boundsOf(image, Theme::light().text, ofStrokes);
+    // A frame of 20 points, then 12 to the text; 18 in front of both.
+    QVERIFY(icon.left() >= 18 && icon.right() < 18 + 20);
+    QVERIFY(title.left() >= 18 + 20 + 12 && title.left() <= 18 + 20 + 12 + 3);
+}
+
+void RowDelegateTest::drawsTheNewVersionInOrange() {
+    const Theme& theme = Theme::light();
+    const Window window(
+        {.id = u"a"_s, .title = u"l"_s, .subtitle = u"lll"_s, .newVersion = u"HHH"_s});
+    const QImage image = window.image();
+    const QRect version = Pixels::boundsOf(image, theme.outdated, ofStrokes);
+    QVERIFY(version.isValid());
+    QVERIFY(version.top() >= window.rect().center().y());
+    // Behind the current version, the arrow and 4 points on each side of it.
+    const int behind =
+        18 + Typography::width(Typography::digits(Typography::caption), u"lll"_s) + 4 + 11 + 4;
+    QVERIFY(version.left() >= behind && version.left() <= behind + 3);
+}
+
+void RowDelegateTest::keepsAllOfItInTheRow() {
+    const QString endless(2'000, u'w');
+    const Window window({.id = u"a"_s,
+                         .title = endless,
+                         .subtitle = endless,
+                         .tags = {{u"outdated"_s, RowTag::Tone::Outdated}},
+                         .version = endless,
+                         .action = {.kind = Kind::Trash}});
+    const Theme& theme = Theme::light();
+    const QImage image = window.image();
+    const QRect tag = Pixels::boundsOf(image, Pixels::on(theme.content, theme.outdatedTag));
+    const QRect version = Pixels::boundsOf(image, theme.secondaryText, 10);
+    const QRect action = window.actionRect();
+    // The name gives way to the tag, the version to the action.
+    QVERIFY(tag.isValid() && tag.right() < window.rect().center().x());
+    QVERIFY(version.right() < action.left());
+    QVERIFY(window.rect().contains(version));
+}
+
+LUMORA_UI_TEST_MAIN(RowDelegateTest)
+#include "tst_rowdelegate.moc"

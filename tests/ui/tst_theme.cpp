@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: MIT
+#include "Theme.h"
+
+#include <QGuiApplication>
+#include <QTest>
+#include <QWidget>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A colour as it looks over an opaque one.
+QColor over(const QColor& color, const QColor& below) {
+    const auto mixed = [&](float top, float bottom) {
+        return top * color.alphaF() + bottom * (1 - color.alphaF());
+    };
+    return QColor::fromRgbF(mixed(color.redF(), below.redF()),
+                            mixed(color.greenF(), below.greenF()),
+                            mixed(color.blueF(), below.blueF()));
+}
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(static_cast<double>(color.redF())) +
+           0.7152 * linear(static_cast<double>(color.greenF())) +
+           0.0722 * linear(static_cast<double>(color.blueF()));
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double first = luminance(a);
+    const double second = luminance(b);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+/// Something that is drawn on a surface.
+struct Pair final {
+    QString what;
+    QColor drawn;
+    /// From the lowest to the one that it is drawn on.
+    QList<QColor> surfaces;
+    double goal;
+};
+
+constexpr double forText = 4.5;
+constexpr double forIcons = 3;
+
+using State = std::pair<QString, QList<QColor>>;
+
+/// What a row of a list on `base` can look like.
+QList<State> rowStates(const Theme& theme, const QColor& base) {
+    return {{u"row"_s, {base}},
+            {u"hovered row"_s, {base, theme.hover}},
+            {u"selected row"_s, {base, theme.selection}}};
+}
+
+QList<State> buttonStates(const Theme& theme, const QColor& surface) {
+    return {{u"button"_s, {surface}},
+            {u"hovered button"_s, {surface, theme.hover}},
+            {u"pressed button"_s, {surface, theme.pressed}}};
+}
+
+void addRows(QList<Pair>& pairs, const Theme& theme) {
+    constexpr double installedTint = 0.1;
+    constexpr double trashOpacity = 0.7;
+    for (const auto& [state, surfaces] : rowStates(theme, theme.content)) {
+        const bool isSelected = surfaces.constLast() == theme.selection;
+        const auto add = [&, row = state, below = surfaces](const QString& what,
+                                                            const QColor& drawn, double goal,
+                                                            const QList<QColor>& extra = {}) {
+            pairs.append({what + u" in a "_s + row, drawn, below + extra, goal});
+        };
+        add(u"name"_s, theme.text, forText);
+        add(u"description"_s, theme.secondaryText, forText);
+        add(u"new version"_s, isSelected ? theme.outdatedOnTint : theme.outdated, forText);
+        add(u"outdated tag"_s, theme.outdatedOnTint, forText, {theme.outdatedTag});
+        add(u"dependency tag"_s, theme.secondaryOnTint, forText, {theme.neutralTag});
+        add(u"installed badge"_s, theme.goodOnTint, forText,
+            {withOpacity(theme.good, installedTint)});
+        add(u"formula symbol"_s, theme.accent, forIcons);
+        add(u"cask symbol"_s, theme.cask, forIcons);
+        add(u"trash can"_s, withOpacity(theme.destructive, isSelected ? 1 : trashOpacity),
+            forIcons);
+        add(u"lit trash can"_s, theme.destructive, forIcons, {theme.hover});
+        add(u"pressed trash can"_s, theme.destructive, forIcons, {theme.pressed});
+        add(u"focus ring"_s, theme.accent, forIcons);
+        for (const auto& [button, face] : buttonStates(theme, theme.field))
+            add(u"title of a "_s + button, theme.text, forText, face);
+    }
+}
+
+void addSidebar(QList<Pair>& pairs, const Theme& theme) {
+    for (const auto& [state, surfaces] : rowStates(theme, theme.sidebar)) {
+        pairs.append({u"title in a sidebar "_s + state, theme.text, surfaces, forText});
+        const bool isSelected = surfaces.constLast() == theme.selection;
+        pairs.append({u"count in a sidebar "_s + state,
+                      isSelected ? theme.secondaryOnTint : theme.secondaryText, surfaces, forText});
+        pairs.append({u"icon in a sidebar "_s + state, theme.accent, surfaces, forIcons});
+        pairs.append({u"ring in a sidebar "_s + state, theme.accent, surfaces, forIcons});
+    }
+    pairs.append({u"section title"_s, theme.secondaryText, {theme.sidebar}, forText});
+    pairs.append({u"count pill"_s, theme.onCountPill, {theme.countPill}, forText});
+}
+
+void addDetail(QList<Pair>& pairs, const Theme& theme) {
+    constexpr double badgeTint = 0.12;
+    constexpr double chipTint = 0.1;
+    const auto badge = [&](const QString& what, const QColor& text, const QColor& color) {
+        pairs.append({what, text, {theme.content, withOpacity(color, badgeTint)}, forText});
+    };
+    badge(u"formula badge"_s, theme.accent, theme.accent);
+    badge(u"cask badge"_s, theme.cask, theme.cask);
+    badge(u"version badge"_s, theme.goodOnTint, theme.good);
+    badge(u"update badge"_s, theme.outdatedOnTint, theme.outdated);
+    pairs.append({u"chip"_s,
+                  theme.text,
+                  {theme.content, withOpacity(theme.secondaryText, chipTint)},
+                  forText});
+    pairs.append({u"link"_s, theme.accent, {theme.content}, forText});
+    pairs.append({u"sheet's button"_s, theme.text, {theme.sidebar, theme.field}, forText});
+    pairs.append({u"command output"_s, theme.secondaryText, {theme.output}, forText});
+}
+
+void addOther(QList<Pair>& pairs, const Theme& theme) {
+    constexpr double linkRowFill = 0.04;
+    const QColor linkRow = withOpacity(theme.text, linkRowFill);
+    for (const QColor& extra : {QColor(Qt::transparent), theme.hover, theme.pressed}) {
+        pairs.append({u"link row"_s, theme.text, {theme.content, linkRow, extra}, forText});
+        pairs.append({u"link row's arrow"_s,
+                      theme.secondaryText,
+                      {theme.content, linkRow, extra},
+                      forIcons});
+        pairs.append({u"icon button"_s, theme.text, {theme.content, extra}, forIcons});
+        pairs.append({u"prominent button"_s, theme.onAccent, {theme.accent, extra}, forText});
+    }
+    pairs.append({u"page title"_s, theme.text, {theme.content}, forText});
+    pairs.append({u"state's text"_s, theme.secondaryText, {theme.content}, forText});
+    pairs.append({u"symbol of a good state"_s, theme.good, {theme.content}, forIcons});
+    pairs.append({u"warning symbol"_s, theme.outdated, {theme.content}, forIcons});
+    pairs.append({u"field"_s, theme.text, {theme.field}, forText});
+    pairs.append({u"placeholder"_s, theme.secondaryText, {theme.field}, forText});
+    pairs.append({u"selected text"_s, theme.onAccent, {theme.accent}, forText});
+    pairs.append({u"failure"_s, theme.text, {theme.failure}, forText});
+    pairs.append({u"failure's symbol"_s, theme.outdated, {theme.failure}, forIcons});
+    pairs.append({u"chosen segment"_s, theme.text, {theme.trough, theme.segment}, forText});
+    pairs.append({u"other segment"_s, theme.text, {theme.trough}, forText});
+    pairs.append({u"hovered segment"_s, theme.text, {theme.trough, theme.hover}, forText});
+    for (const QColor& behind : {theme.content, theme.sidebar}) {
+        pairs.append({u"overlay"_s, theme.text, {behind, theme.overlay}, forText});
+        pairs.append({u"transcript"_s, theme.secondaryText, {behind, theme.overlay}, forText});
+    }
+    // The panel lets through whatever it floats over, even a line of text.
+    pairs.append({u"overlay over text"_s, theme.text, {theme.text, theme.overlay}, forText});
+    pairs.append(
+        {u"transcript over text"_s, theme.secondaryText, {theme.text, theme.overlay}, forText});
+}
+
+} // namespace
+
+class ThemeTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void isReadableEverywhere_data();
+    void isReadableEverywhere();
+    void hasTheColoursOfTheDesign();
+    void followsThePaletteOfAWidget();
+    void tellsTheToolkitItsColours_data();
+    void tellsTheToolkitItsColours();
+};
+
+void ThemeTest::isReadableEverywhere_data() {
+    QTest::addColumn<QColor>("drawn");
+    QTest::addColumn<QList<QColor>>("surfaces");
+    QTest::addColumn<double>("goal");
+    const QList<std::pair<QString, const Theme&>> themes{{u"light"_s, Theme::light()},
+                                                         {u"dark"_s, Theme::dark()}};
+    for (const auto& [name, theme] : themes) {
+        QList<Pair> pairs;
+        addRows(pairs, theme);
+        addSidebar(pairs, theme);
+        addDetail(pairs, theme);
+        addOther(pairs, theme);
+        for (const Pair& pair : pairs)
+            QTest::addRow("%s: %s", qUtf8Printable(name), qUtf8Printable(pair.what))
+                << pair.drawn << pair.surfaces << pair.goal;
+    }
+}
+
+void ThemeTest::isReadableEverywhere() {
+    QFETCH(QColor, drawn);
+    QFETCH(QList<QColor>, surfaces);
+    QFETCH(double, goal);
+    QColor background = surfaces.takeFirst();
+    QCOMPARE(background.alpha(), 255);
+    for (const QColor& surface : surfaces)
+        background = over(surface, background);
+    const double reached = contrast(over(drawn, background), background);
+    QVERIFY2(reached >= goal, qPrintable(u"%1 of %2"_s.arg(reached).arg(goal)));
+}
+
+void ThemeTest::hasTheColoursOfTheDesign() {
+    const Theme& light = Theme::light();
+    const Theme& dark = Theme::dark();
+    const auto isOpacity = [](const QColor& color, const QColor& base, double opacity) {
+        return color == withOpacity(base, opacity);
+    };
+    QCOMPARE(light.content.name(), u"#ffffff"_s);
+    QCOMPARE(dark.content.name(), u"#1e1f22"_s);
+    QCOMPARE(light.accent.name(), u"#0b62d6"_s);
+    QCOMPARE(dark.accent.name(), u"#5aa2ff"_s);
+    QVERIFY(isOpacity(light.hairline, Qt::black, 0.08));
+    QVERIFY(isOpacity(dark.hairline, Qt::white, 0.09));
+    QVERIFY(isOpacity(light.selection, light.accent, 0.12));
+    QVERIFY(isOpacity(dark.selection, dark.accent, 0.18));
+    QVERIFY(isOpacity(light.hover, Qt::black, 0.04));
+    QVERIFY(isOpacity(dark.hover, Qt::white, 0.05));
+    QVERIFY(isOpacity(light.outdatedTag, QColor(0xF59E0B), 0.15));
+    QVERIFY(isOpacity(dark.outdatedTag, QColor(0xF59E0B), 0.15));
+    QCOMPARE(light.neutralTag.alphaF(), dark.neutralTag.alphaF());
+    QVERIFY(isOpacity(light.overlayShadow, Qt::black, 0.33));
+    QVERIFY(isOpacity(dark.overlayShadow, Qt::black, 0.33));
+    QCOMPARE(light.countPill, dark.countPill);
+}
+
+void ThemeTest::followsThePaletteOfAWidget() {
+    QWidget parent;
+    const QWidget child(&parent);
+    parent.setPalette(Theme::light().palette());
+    QCOMPARE(&Theme::of(&child), &Theme::light());
+    parent.setPalette(Theme::dark().palette());
+    QCOMPARE(&Theme::of(&child), &Theme::dark());
+}
+
+void ThemeTest::tellsTheToolkitItsColours_data() {
+    QTest::addColumn<bool>("isDark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void ThemeTest::tellsTheToolkitItsColours() {
+    QFETCH(bool, isDark);
+    const Theme& theme = isDark ? Theme::dark() : Theme::light();
+    const QPalette palette = theme.palette();
+    QCOMPARE(palette.color(QPalette::Window), theme.content);
+    QCOMPARE(palette.color(QPalette::WindowText), theme.text);
+    QCOMPARE(palette.color(QPalette::Base), theme.field);
+    QCOMPARE(palette.color(QPalette::PlaceholderText), theme.secondaryText);
+    QCOMPARE(palette.color(QPalette::Highlight), theme.accent);
+    // The toolkit's own pieces (message boxes, menus, tool tips) are to be readable, too.
+    const auto isReadable = [&palette](QPalette::ColorRole text, QPalette::ColorRole surface) {
+        return contrast(palette.color(text), palette.color(surface)) >= forText;
+    };
+    QVERIFY(isReadable(QPalette::WindowText, QPalette::Window));
+    QVERIFY(isReadable(QPalette::Text, QPalette::Base));
+    QVERIFY(isReadable(QPalette::ButtonText, QPalette::Button));
+    QVERIFY(isReadable(QPalette::ToolTipText, QPalette::ToolTipBase));
+    QVERIFY(isReadable(QPalette::HighlightedText, QPalette::Highlight));
+    QVERIFY(isReadable(QPalette::Link, QPalette::Window));
+}
+
+QTEST_MAIN(ThemeTest)
+#include "tst_theme.moc"
