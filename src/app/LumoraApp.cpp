@@ -24,7 +24,8 @@ BrewDiscovery discoveryFor(const CommandLineOptions& options) {
 
 } // namespace
 
-LumoraApp::LumoraApp(int& argc, char** argv) : m_application(argc, argv) {
+LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
+    : m_application(argc, argv) {
     QApplication::setOrganizationName(u"Lumora"_s);
     QApplication::setApplicationName(u"Lumora"_s);
     QApplication::setApplicationVersion(u"" LUMORA_VERSION ""_s);
@@ -40,14 +41,24 @@ LumoraApp::LumoraApp(int& argc, char** argv) : m_application(argc, argv) {
     applyAppearance();
 
     m_brewManager.emplace(discoveryFor(m_options));
-    m_window.emplace(*m_brewManager, LangManager::shared(), QString());
+    const ApplicationBundle bundle = ApplicationBundle::running();
+    m_window.emplace(*m_brewManager, LangManager::shared(), bundle.picturePath());
+
+    m_alerts.emplace(&*m_window);
+    m_updater.emplace(releases, bundle, *m_alerts);
+    QObject::connect(&*m_window, &MainWindow::updateCheckRequested, &*m_updater,
+                     &AutoUpdater::checkForUpdatesManually);
+    QObject::connect(&*m_updater, &AutoUpdater::terminationRequested, &m_application,
+                     &QApplication::quit, Qt::QueuedConnection);
+    m_updater->checkAfterLaunch();
 }
 
 int LumoraApp::run() {
     m_window->show();
     const int status = QApplication::exec();
-    // A brew at work goes on without us; the threads that wait for it can't be joined.
-    if (m_brewManager->leaveRunningCommands() > 0)
+    // A brew at work goes on without us; the threads that wait for it can't be joined. Neither
+    // can one that asks for the address of a host.
+    if (m_brewManager->leaveRunningCommands() > 0 || m_updater->isUsingNetwork())
         std::_Exit(status);
     return status;
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "AutoUpdater.h"
 #include "BrewManager.h"
 #include "CommandLineOptions.h"
 #include "MainWindow.h"
 #include "SystemAppearance.h"
+#include "UpdateAlertBoxes.h"
 
 #include <QApplication>
 
@@ -14,7 +16,8 @@
 /// its window.
 class LumoraApp final {
 public:
-    LumoraApp(int& argc, char** argv);
+    /// Updates come from `releases`.
+    LumoraApp(int& argc, char** argv, const ReleaseSource& releases);
 
     /// Returns the process's exit status once the window is closed.
     int run();
@@ -27,4 +30,6 @@ private:
     std::optional<SystemAppearance> m_appearance;
     std::optional<BrewManager> m_brewManager;
     std::optional<MainWindow> m_window;
+    std::optional<UpdateAlertBoxes> m_alerts;
+    std::optional<AutoUpdater> m_updater;
 };

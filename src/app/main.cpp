@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "Addresses.h"
 #include "LumoraApp.h"
 #include "ProcessSetup.h"
 
 int main(int argc, char* argv[]) {
     prepareForChildProcesses();
-    LumoraApp app(argc, argv);
+    LumoraApp app(argc, argv, {.api = Addresses::releaseApi, .owner = Addresses::releaseOwner});
     return app.run();
 }

@@ -1,0 +1,38 @@
+# lay_out_bundle(<target> <folder>)
+#
+# Makes the executable the one of the bundle <folder>/Lumora.app. The self-updater swaps
+# bundles, hence there is one on every system: Linux's has macOS's layout, with its
+# executable in Contents/bin.
+function(lay_out_bundle target folder)
+    set(plist "${CMAKE_CURRENT_BINARY_DIR}/${target}.plist")
+    set(picture "${PROJECT_SOURCE_DIR}/assets/Lumora.png")
+    configure_file("${PROJECT_SOURCE_DIR}/packaging/Info.plist.in" "${plist}" @ONLY)
+    set_target_properties(${target} PROPERTIES OUTPUT_NAME Lumora)
+
+    if(APPLE)
+        target_sources(${target} PRIVATE "${picture}")
+        set_source_files_properties("${picture}" PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
+        set_target_properties(
+            ${target}
+            PROPERTIES
+                MACOSX_BUNDLE TRUE
+                MACOSX_BUNDLE_INFO_PLIST "${plist}"
+                RUNTIME_OUTPUT_DIRECTORY "${folder}"
+        )
+        return()
+    endif()
+
+    set(contents "${folder}/Lumora.app/Contents")
+    configure_file("${plist}" "${contents}/Info.plist" COPYONLY)
+    configure_file("${picture}" "${contents}/Resources/Lumora.png" COPYONLY)
+    set_target_properties(
+        ${target}
+        PROPERTIES
+            RUNTIME_OUTPUT_DIRECTORY "${contents}/bin"
+            # Where a packaged bundle has the libraries that came with it.
+            BUILD_WITH_INSTALL_RPATH TRUE
+            INSTALL_RPATH "$ORIGIN/../lib"
+    )
+    # The newer kind of run path doesn't hold for the libraries' own libraries.
+    target_link_options(${target} PRIVATE LINKER:--disable-new-dtags)
+endfunction()

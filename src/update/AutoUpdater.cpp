@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "AutoUpdater.h"
+
+#include "CompareVersions.h"
+#include "HttpGet.h"
+#include "L10n.h"
+#include "UpdateAlerts.h"
+#include "UpdateFailure.h"
+#include "UpdatedVersion.h"
+
+#include <QBuffer>
+#include <QCoroTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+#include <QPointer>
+#include <QUrl>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString repoName = u"Lumora-releases"_s;
+
+/// The address of the first archive among a release's assets, if there is one.
+std::optional<QString> archiveAddress(const QJsonArray& assets) {
+    const auto isArchive = [](const QJsonValue& asset) {
+        return asset["name"_L1].toString().endsWith(".tar.gz"_L1);
+    };
+    const auto isObject = [](const QJsonValue& asset) { return asset.isObject(); };
+    const auto archive = std::ranges::find_if(assets, isArchive);
+    if (!std::ranges::all_of(assets, isObject) || archive == assets.end())
+        return std::nullopt;
+    const QJsonValue address = (*archive)["browser_download_url"_L1];
+    return address.isString() ? std::optional(address.toString()) : std::nullopt;
+}
+
+UpdateAlerts::Alert updateOffer(const QString& version, const QString& current) {
+    return {
+        .style = UpdateAlerts::Style::Informational,
+        .title = L10n::newVersionAvailable(version),
+        .text = L10n::updateInfoText(current),
+        .buttons = {L10n::updateNow(), L10n::later()},
+    };
+}
+
+} // namespace
+
+AutoUpdater::AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts)
+    : m_source(std::move(source)), m_bundle(std::move(bundle)), m_alerts(alerts) {}
+
+void AutoUpdater::checkAfterLaunch() {
+    if (const auto version = UpdatedVersion::take())
+        tellOfUpdate(*version);
+    checkLater();
+}
+
+QCoro::Task<> AutoUpdater::tellOfUpdate(QString version) {
+    const QPointer<AutoUpdater> self(this);
+    co_await QCoro::sleepFor(1s);
+    if (self)
+        showInformation(L10n::updateComplete(), L10n::updatedTo(version));
+}
+
+QCoro::Task<> AutoUpdater::checkLater() {
+    const QPointer<AutoUpdater> self(this);
+    co_await QCoro::sleepFor(3s);
+    if (self)
+        co_await checkForUpdates(Manner::Silent);
+}
+
+void AutoUpdater::checkForUpdatesManually() {
+    checkForUpdates(Manner::Answering);
+}
+
+QCoro::Task<> AutoUpdater::checkForUpdates(Manner manner) {
+    const QPointer<AutoUpdater> self(this);
+    const QUrl address(m_source.api + u"/repos/"_s + m_source.owner + u'/' + repoName +
+                           u"/releases/latest"_s,
+                       QUrl::StrictMode);
+    if (!address.isValid())
+        co_return;
+    QNetworkRequest request(address);
+    request.setRawHeader("Accept", "application/vnd.github+json");
+    constexpr std::chrono::milliseconds patience = 15s;
+    request.setTransferTimeout(static_cast<int>(patience.count()));
+
+    QBuffer body;
+    body.open(QIODevice::WriteOnly);
+    std::optional<int> status;
+    try {
+        status = co_await httpGet(network(), request, &body);
+    } catch (const UpdateFailure&) {
+    }
+    if (!self)
+        co_return;
+    const auto fail = [this, manner](const QString& message) {
+        if (manner == Manner::Answering)
+            showErrorAlert(message);
+    };
+    constexpr int ok = 200;
+    if (!status)
+        co_return fail(L10n::updateCheckError());
+    if (*status != ok)
+        co_return fail(L10n::cannotConnect());
+    const QJsonDocument document = QJsonDocument::fromJson(body.data());
+    if (document.isNull())
+        co_return fail(L10n::updateCheckError());
+    reportRelease(document.object(), manner);
+}
+
+void AutoUpdater::reportRelease(const QJsonObject& release, Manner manner) {
+    const QJsonValue tag = release["tag_name"_L1];
+    if (!tag.isString())
+        return;
+    QString latest = tag.toString();
+    if (latest.startsWith(u'v'))
+        latest.remove(0, 1);
+    const QString current = currentVersion();
+    if (compareVersions(latest, current) < 1) {
+        if (manner == Manner::Answering)
+            showInformation(L10n::upToDate(), L10n::runningLatest(current));
+        return;
+    }
+    if (const auto address = archiveAddress(release["assets"_L1].toArray()))
+        showUpdateAlert(latest, *address);
+}
+
+QCoro::Task<> AutoUpdater::showUpdateAlert(QString version, QString downloadURL) {
+    const QPointer<AutoUpdater> self(this);
+    constexpr qsizetype updateNow = 0;
+    const qsizetype choice = co_await m_alerts.show(updateOffer(version, currentVersion()));
+    if (!self || choice != updateNow)
+        co_return;
+    QString failure;
+    try {
+        co_await downloadAndInstall(version, downloadURL);
+    } catch (const UpdateFailure& reason) {
+        failure = reason.description();
+    }
+    if (self && !failure.isEmpty())
+        showErrorAlert(failure);
+}
+
+void AutoUpdater::showInformation(const QString& title, const QString& text) {
+    m_alerts.show({
+        .style = UpdateAlerts::Style::Informational,
+        .title = title,
+        .text = text,
+        .buttons = {L10n::ok()},
+    });
+}
+
+void AutoUpdater::showErrorAlert(const QString& message) {
+    m_alerts.show({
+        .style = UpdateAlerts::Style::Warning,
+        .title = L10n::updateCheckFailed(),
+        .text = message,
+        .buttons = {L10n::ok()},
+    });
+}
+
+bool AutoUpdater::isUsingNetwork() const {
+    return m_network.use_count() > 1;
+}
+
+std::shared_ptr<QNetworkAccessManager> AutoUpdater::network() {
+    if (!m_network) {
+        // The last one to let go of it may well be called by it.
+        m_network = {new QNetworkAccessManager,
+                     [](QNetworkAccessManager* manager) { manager->deleteLater(); }};
+    }
+    return m_network;
+}

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ApplicationBundle.h"
+#include "ReleaseSource.h"
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <memory>
+
+class QJsonObject;
+class QNetworkAccessManager;
+class UpdateAlerts;
+
+/// Keeps the application up to date: asks for the latest release, tells the user, and
+/// installs it if the user wishes.
+///
+/// Interface thread only. Checks don't know of each other and keep nothing between them.
+class AutoUpdater final : public QObject {
+    Q_OBJECT
+
+public:
+    enum class UpdateError { downloadFailed, appBundleNotFound, extractFailed };
+
+    /// The alerts outlive the updater.
+    AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts);
+
+    /// Tells of an update that has just been installed, and looks for the next one; returns
+    /// at once.
+    void checkAfterLaunch();
+    /// A check that always answers, but for a release that offers nothing to download.
+    void checkForUpdatesManually();
+
+    /// Whether a request is under way. A look-up of a host that doesn't answer could keep
+    /// the process from ending.
+    [[nodiscard]] bool isUsingNetwork() const;
+
+    [[nodiscard]] static QString description(UpdateError error);
+
+Q_SIGNALS:
+    /// The new bundle waits for the application to end.
+    void terminationRequested();
+
+private:
+    /// Silent checks tell of nothing but a newer release.
+    enum class Manner { Silent, Answering };
+
+    QCoro::Task<> tellOfUpdate(QString version);
+    QCoro::Task<> checkLater();
+    QCoro::Task<> checkForUpdates(Manner manner);
+    void reportRelease(const QJsonObject& release, Manner manner);
+    QCoro::Task<> showUpdateAlert(QString version, QString downloadURL);
+    void showInformation(const QString& title, const QString& text);
+    void showErrorAlert(const QString& message);
+
+    /// Throws UpdateFailure.
+    QCoro::Task<> downloadAndInstall(QString version, QString downloadURL);
+
+    [[nodiscard]] QString currentVersion() const { return m_bundle.version(); }
+
+    [[nodiscard]] std::shared_ptr<QNetworkAccessManager> network();
+
+    ReleaseSource m_source;
+    ApplicationBundle m_bundle;
+    UpdateAlerts& m_alerts;
+    /// Made for the first check: it is neither small nor quick to make. Every request under
+    /// way shares it.
+    std::shared_ptr<QNetworkAccessManager> m_network;
+};

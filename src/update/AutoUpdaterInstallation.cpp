@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "AutoUpdater.h"
+#include "HttpGet.h"
+#include "L10n.h"
+#include "Replacement.h"
+#include "RunTool.h"
+#include "UnpackedBundle.h"
+#include "UpdateFailure.h"
+#include "UpdateFolder.h"
+#include "UpdateScript.h"
+#include "UpdatedVersion.h"
+#include "WriteAtomically.h"
+
+#include <QNetworkRequest>
+#include <QPointer>
+#include <QTemporaryFile>
+#include <QUrl>
+
+#include <algorithm>
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The version becomes part of paths in a shell script.
+void checkVersion(const QString& version) {
+    const auto isHarmless = [](QChar character) {
+        return (character.unicode() < 0x80 && character.isLetterOrNumber()) ||
+               QStringView(u"._+-").contains(character);
+    };
+    if (!std::ranges::all_of(version, isHarmless))
+        throw UpdateFailure(u"The version \""_s + version + u"\" is not a valid version."_s);
+}
+
+void checkPath(const QString& path) {
+    if (!UpdateScript::canName(path))
+        throw UpdateFailure(path + u": a path with quotes, $ or \\ can't be updated."_s);
+}
+
+/// Only what is in the way may stay if it can't be removed: a folder that isn't empty.
+void makeEmptyFolder(const QString& path) {
+    std::error_code error;
+    std::filesystem::remove_all(path.toStdString(), error);
+    std::filesystem::create_directories(path.toStdString(), error);
+    if (error)
+        throw UpdateFailure(path, error);
+}
+
+QCoro::Task<> download(std::shared_ptr<QNetworkAccessManager> network, QUrl address, QString path) {
+    QTemporaryFile file(path + u".XXXXXX"_s);
+    if (!file.open())
+        throw UpdateFailure(path + u": "_s + file.errorString());
+    QNetworkRequest request(address);
+    constexpr std::chrono::milliseconds patience = std::chrono::minutes(1);
+    request.setTransferTimeout(static_cast<int>(patience.count()));
+    // Otherwise a server could have the archive unpacked half-way.
+    request.setRawHeader("Accept-Encoding", "identity");
+    constexpr int ok = 200;
+    if (co_await httpGet(std::move(network), request, &file) != ok)
+        throw UpdateFailure(AutoUpdater::description(AutoUpdater::UpdateError::downloadFailed));
+    std::error_code ignored;
+    std::filesystem::remove_all(path.toStdString(), ignored);
+    moveInto(file, path);
+}
+
+QCoro::Task<> unpack(const QString& archive, const QString& folder) {
+    return runTool(u"/usr/bin/tar"_s, {u"-xzf"_s, archive, u"-C"_s, folder});
+}
+
+QCoro::Task<> makeExecutable(const QString& script) {
+    return runTool(u"/bin/chmod"_s, {u"+x"_s, script});
+}
+
+/// The script outlives the application.
+void startDetached(const QString& script) {
+    startTool(u"/bin/sh"_s, {u"-c"_s, u"nohup '"_s + script + u"' > /dev/null 2>&1 &"_s});
+}
+
+} // namespace
+
+QString AutoUpdater::description(UpdateError error) {
+    switch (error) {
+    case UpdateError::downloadFailed:
+        return L10n::downloadFailed();
+    case UpdateError::appBundleNotFound:
+        return L10n::appBundleNotFound();
+    case UpdateError::extractFailed:
+        break;
+    }
+    return L10n::extractFailed();
+}
+
+QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadURL) {
+    const QPointer<AutoUpdater> self(this);
+    const ApplicationBundle bundle = m_bundle;
+    const QUrl address(downloadURL, QUrl::StrictMode);
+    if (!address.isValid())
+        co_return;
+    checkVersion(version);
+    // Before anything is downloaded: the next launch tells of the update even if it fails.
+    UpdatedVersion::store(version);
+
+    const QString folder = UpdateFolder::prepare();
+    checkPath(folder);
+    UpdateScript script;
+    script.archivePath = folder + u"/lumora-update-"_s + version + u".tar.gz"_s;
+    co_await download(network(), address, script.archivePath);
+    if (!self)
+        co_return;
+
+    const auto appPath = bundle.outermostPath();
+    if (!appPath)
+        throw UpdateFailure(description(UpdateError::appBundleNotFound));
+    script.appPath = *appPath;
+    checkPath(script.appPath);
+    Replacement::checkRemovable(script.appPath, bundle);
+
+    script.unpackFolder = folder + u"/lumora-update-extract"_s;
+    makeEmptyFolder(script.unpackFolder);
+    // Its exit status says less than what has come out of it.
+    co_await unpack(script.archivePath, script.unpackFolder);
+    script.newPath = script.unpackFolder + u"/Lumora.app"_s;
+    if (!UnpackedBundle::isWhole(script.newPath))
+        throw UpdateFailure(description(UpdateError::extractFailed));
+    Replacement::checkRoom(script.appPath, script.newPath);
+
+    script.scriptPath = folder + u"/lumora-update.sh"_s;
+    writeAtomically(script.scriptPath, script.text().toUtf8());
+    co_await makeExecutable(script.scriptPath);
+    if (!self)
+        co_return;
+    startDetached(script.scriptPath);
+    Q_EMIT terminationRequested();
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "RunTool.h"
+
+#include "UpdateFailure.h"
+
+#include <QCoroFuture>
+#include <QFileInfo>
+#include <QProcess>
+#include <QPromise>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void prepare(QProcess& process, const QString& path, const QStringList& arguments) {
+    const QFileInfo usual(path);
+    const QString found =
+        usual.isExecutable() ? path : QStandardPaths::findExecutable(usual.fileName());
+    process.setProgram(found.isEmpty() ? path : found);
+    process.setArguments(arguments);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+}
+
+UpdateFailure notStarted(const QProcess& process) {
+    return UpdateFailure(process.program() + u": "_s + process.errorString());
+}
+
+} // namespace
+
+QCoro::Task<> runTool(QString path, QStringList arguments) {
+    QProcess process;
+    prepare(process, path, arguments);
+    QPromise<bool> wasStarted;
+    wasStarted.start();
+    const auto end = [&wasStarted](bool value) {
+        wasStarted.addResult(value);
+        wasStarted.finish();
+    };
+    QObject::connect(&process, &QProcess::finished, &process, [end] { end(true); });
+    QObject::connect(&process, &QProcess::errorOccurred, &process,
+                     [end](QProcess::ProcessError error) {
+                         if (error == QProcess::FailedToStart)
+                             end(false);
+                     });
+    process.start();
+    if (!co_await wasStarted.future())
+        throw notStarted(process);
+}
+
+void startTool(const QString& path, const QStringList& arguments) {
+    QProcess process;
+    prepare(process, path, arguments);
+    if (!process.startDetached())
+        throw notStarted(process);
+}

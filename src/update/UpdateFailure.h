@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <exception>
+#include <system_error>
+
+/// Ends an update, with a description in words for the user.
+class UpdateFailure final : public std::exception {
+public:
+    explicit UpdateFailure(QString description) : m_description(std::move(description)) {}
+
+    /// What the system says about this file.
+    UpdateFailure(const QString& path, std::error_code error);
+    /// The same for an errno value.
+    UpdateFailure(const QString& path, int error);
+
+    [[nodiscard]] const QString& description() const { return m_description; }
+
+    [[nodiscard]] const char* what() const noexcept override;
+
+private:
+    QString m_description;
+};

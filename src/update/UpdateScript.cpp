@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "UpdateScript.h"
+
+#include "ApplicationBundle.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString quoted(const QString& path) {
+    return u'"' + path + u'"';
+}
+
+QString startingLine(const QString& appPath) {
+#ifdef Q_OS_MACOS
+    return u"open "_s + quoted(appPath);
+#else
+    // A session of its own keeps it out of reach of whatever ends the script's.
+    return u"setsid "_s + quoted(ApplicationBundle::executableIn(appPath)) +
+           u" > /dev/null 2>&1 &"_s;
+#endif
+}
+
+} // namespace
+
+QString UpdateScript::text() const {
+    const QStringList lines{
+        u"#!/bin/bash"_s,
+        u"for i in $(seq 1 30); do"_s,
+        u"    if ! pgrep -x \"Lumora\" > /dev/null 2>&1; then"_s,
+        u"        break"_s,
+        u"    fi"_s,
+        u"    sleep 1"_s,
+        u"done"_s,
+        u"sleep 1"_s,
+        u"rm -rf "_s + quoted(appPath),
+        u"mv "_s + quoted(newPath) + u' ' + quoted(appPath),
+        u"rm -f "_s + quoted(archivePath),
+        u"rm -rf "_s + quoted(unpackFolder),
+        u"rm -f "_s + quoted(scriptPath),
+        startingLine(appPath),
+    };
+    return lines.join(u'\n');
+}
+
+bool UpdateScript::canName(const QString& path) {
+    return std::ranges::none_of(
+        path, [](QChar character) { return QStringView(u"\"'$`\\").contains(character); });
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// The shell script that swaps the bundles once the application is gone, and starts the
+/// new one.
+struct UpdateScript final {
+    /// The bundle to replace.
+    QString appPath;
+    /// The bundle to replace it with.
+    QString newPath;
+    QString archivePath;
+    QString unpackFolder;
+    QString scriptPath;
+
+    /// The lines, without a line feed after the last. Paths stand in double quotes as they
+    /// are: see canName().
+    [[nodiscard]] QString text() const;
+
+    /// Whether this path means itself between quotes of either kind.
+    [[nodiscard]] static bool canName(const QString& path);
+};

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "Shortage.h"
+
+#include <QFile>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <system_error>
+
+#ifdef __linux__
+#include <sys/mount.h>
+#endif
+
+namespace {
+
+#ifdef __linux__
+bool mountReadOnly(const char* path) {
+    return ::mount(path, path, nullptr, MS_BIND, nullptr) == 0 &&
+           ::mount(nullptr, path, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
+}
+
+bool mountSmallDisk(const char* path, qint64 bytes) {
+    const QByteArray options = "mode=0777,size=" + QByteArray::number(bytes);
+    return ::mount("lumora", path, "tmpfs", 0, options.constData()) == 0;
+}
+
+void unmount(const char* path) {
+    ::umount2(path, MNT_DETACH);
+}
+#else
+bool mountReadOnly(const char*) {
+    return false;
+}
+
+bool mountSmallDisk(const char*, qint64) {
+    return false;
+}
+
+void unmount(const char*) {}
+#endif
+
+} // namespace
+
+ReadOnlyFolder::ReadOnlyFolder(const QString& path)
+    : m_path(QFile::encodeName(path)), m_isMounted(mountReadOnly(m_path.constData())) {
+    if (m_isMounted)
+        return;
+    ::chmod(m_path.constData(), S_IRUSR | S_IXUSR);
+    if (::access(m_path.constData(), W_OK) == 0)
+        qFatal("%s stays writable: the test needs to be able to mount", m_path.constData());
+}
+
+ReadOnlyFolder::~ReadOnlyFolder() {
+    if (m_isMounted)
+        unmount(m_path.constData());
+    else
+        ::chmod(m_path.constData(), S_IRWXU);
+}
+
+TightSpace::TightSpace(const QString& path, qint64 bytes)
+    : m_path(QFile::encodeName(path)), m_isMounted(mountSmallDisk(m_path.constData(), bytes)) {
+    if (m_isMounted)
+        return;
+    std::signal(SIGXFSZ, SIG_IGN);
+    ::getrlimit(RLIMIT_FSIZE, &m_before);
+    rlimit limit = m_before;
+    limit.rlim_cur = static_cast<rlim_t>(bytes);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+TightSpace::~TightSpace() {
+    if (m_isMounted)
+        unmount(m_path.constData());
+    else
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+}
+
+QString TightSpace::complaint() const {
+    const int error = m_isMounted ? ENOSPC : EFBIG;
+    return QString::fromStdString(std::generic_category().message(error));
+}

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <sys/resource.h>
+
+/// Makes a folder one that nobody can write to, for as long as it lives. Root ignores modes:
+/// for it the folder becomes read-only.
+class ReadOnlyFolder final {
+public:
+    explicit ReadOnlyFolder(const QString& path);
+    ReadOnlyFolder(const ReadOnlyFolder&) = delete;
+    ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
+    ~ReadOnlyFolder();
+
+private:
+    QByteArray m_path;
+    bool m_isMounted{false};
+};
+
+/// Makes space short in an empty folder, for as long as it lives: root gets a small disk
+/// there, others can't write long files anywhere.
+class TightSpace final {
+public:
+    TightSpace(const QString& path, qint64 bytes);
+    TightSpace(const TightSpace&) = delete;
+    TightSpace& operator=(const TightSpace&) = delete;
+    ~TightSpace();
+
+    /// How the system puts it.
+    [[nodiscard]] QString complaint() const;
+
+private:
+    QByteArray m_path;
+    bool m_isMounted{false};
+    rlimit m_before{};
+};

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "FreshHome.h"
+#include "OwnProcesses.h"
+#include "UpdateScene.h"
+#include "UpdateScript.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+class InstallationTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void installsWhatTheUserAgreesTo();
+    void doesNothingLater();
+    void keepsTheVersionBeforeItDownloads();
+    void leavesAScriptThatWaits();
+    void replacesWhatAnEarlierAttemptHasLeft();
+    void acceptsPlainVersions_data();
+    void acceptsPlainVersions();
+    void followsAllowedRedirects();
+    void givesUpWhenTheApplicationEndsMeanwhile();
+    void keepsItsHandsOffFilesItDoesNotKnow();
+
+private:
+    FreshHome m_home;
+    ReleaseServer m_server;
+};
+
+namespace {
+
+/// An application that goes on running: the script waits for it.
+class RunningApplication final {
+public:
+    explicit RunningApplication(const UpdateScene& scene) {
+        const QString program = scene.path(u"Lumora"_s);
+        if (!QFile::copy(u"/bin/sh"_s, program))
+            qFatal("No shell could be copied");
+        m_process.start(program, {u"-c"_s, u"read line"_s});
+        if (!m_process.waitForStarted())
+            qFatal("The copied shell could not be started");
+    }
+
+    ~RunningApplication() { end(); }
+
+    void end() {
+        m_process.closeWriteChannel();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+void InstallationTest::installsWhatTheUserAgreesTo() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isAskedToEnd(), scene.description(), UpdateScene::patience);
+    QCOMPARE(scene.alerts().shown().size(), 1);
+    QCOMPARE(scene.alerts().shown().first().title, u"New Version v0.2.0 Available"_s);
+    QCOMPARE(UpdateScene::storedVersion(), u"0.2.0"_s);
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+    QCOMPARE(SampleBundle::startedVersion(scene.bundle().path()), u"0.2.0"_s);
+    QCOMPARE(scene.alerts().shown().size(), 1);
+}
+
+void InstallationTest::doesNothingLater() {
+    UpdateScene scene(m_server, RecordedAlerts::Answer::Later);
+    scene.offerArchive();
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE(scene.alerts().shown().size(), 1);
+    QVERIFY(!scene.updater().isUsingNetwork());
+    QCOMPARE(UpdateScene::storedVersion(), QString());
+    QVERIFY(QDir(scene.temporaryFolder()).isEmpty());
+    QCOMPARE(m_server.requests().size(), 1);
+}
+
+void InstallationTest::keepsTheVersionBeforeItDownloads() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    m_server.answer(u"/archive.tar.gz"_s,
+                    {{u"gate"_s, m_server.gate(u"answer"_s)}, {u"status"_s, 404}});
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 1);
+    QCOMPARE(UpdateScene::storedVersion(), u"0.2.0"_s);
+    QVERIFY(!QFile::exists(scene.updateFile(u"lumora-update-0.2.0.tar.gz"_s)));
+    m_server.open(u"answer"_s);
+    QTRY_COMPARE(scene.alerts().shown().size(), 2);
+    // What the next launch tells of, though it isn't true.
+    QCOMPARE(UpdateScene::storedVersion(), u"0.2.0"_s);
+}
+
+void InstallationTest::leavesAScriptThatWaits() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    RunningApplication application(scene);
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isAskedToEnd(), scene.description(), UpdateScene::patience);
+    const UpdateScript script{.appPath = scene.bundle().path(),
+                              .newPath = scene.updateFile(u"lumora-update-extract/Lumora.app"_s),
+                              .archivePath = scene.updateFile(u"lumora-update-0.2.0.tar.gz"_s),
+                              .unpackFolder = scene.updateFile(u"lumora-update-extract"_s),
+                              .scriptPath = scene.updateFile(u"lumora-update.sh"_s)};
+    QCOMPARE(QString::fromUtf8(contentOf(script.scriptPath)), script.text());
+    QVERIFY(QFileInfo(script.scriptPath).isExecutable());
+    QCOMPARE(contentOf(script.archivePath), contentOf(scene.servedArchive()));
+    QCOMPARE(SampleBundle::startedVersion(script.newPath), u"0.2.0"_s);
+    QCOMPARE(QDir(scene.updateFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
+             3);
+    QVERIFY(scene.isBundleUntouched());
+    application.end();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+}
+
+void InstallationTest::replacesWhatAnEarlierAttemptHasLeft() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    QVERIFY(QDir().mkpath(scene.updateFile(u"lumora-update-extract/Lumora.app/Contents"_s)));
+    QVERIFY(QFile::setPermissions(scene.updateFolder(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    const QStringList stale{u"lumora-update-extract/Lumora.app/Contents/stale"_s,
+                            u"lumora-update-0.2.0.tar.gz"_s, u"lumora-update.sh"_s};
+    for (const QString& name : stale) {
+        QFile file(scene.updateFile(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("stale") > 0);
+    }
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+    QVERIFY(!QFile::exists(scene.bundle().path() + u"/Contents/stale"_s));
+    QCOMPARE(scene.alerts().shown().size(), 1);
+}
+
+void InstallationTest::acceptsPlainVersions_data() {
+    QTest::addColumn<QString>("version");
+    QTest::newRow("everything that is allowed") << u"9.Az_+-09"_s;
+    QTest::newRow("dots") << u"..9.."_s;
+}
+
+void InstallationTest::acceptsPlainVersions() {
+    QFETCH(const QString, version);
+    UpdateScene scene(m_server);
+    scene.offerArchive(u"honest"_s, version);
+    RunningApplication application(scene);
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isAskedToEnd(), scene.description(), UpdateScene::patience);
+    QVERIFY(QFile::exists(scene.updateFile(u"lumora-update-"_s + version + u".tar.gz"_s)));
+    QCOMPARE(UpdateScene::storedVersion(), version);
+    application.end();
+    QTRY_COMPARE_WITH_TIMEOUT(scene.bundle().lastStarted(), version, UpdateScene::patience);
+}
+
+void InstallationTest::followsAllowedRedirects() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    m_server.offer(u"0.2.0"_s, u"/first"_s);
+    const QString archive = m_server.address() + u"/archive.tar.gz"_s;
+    m_server.redirect(u"/first"_s, u"/second"_s, 301);
+    m_server.redirect(u"/second"_s, m_server.address() + u"/third"_s);
+    m_server.redirect(u"/third"_s, archive, 308);
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isAskedToEnd(), scene.description(), UpdateScene::patience);
+    for (const QString& path : {u"/first"_s, u"/second"_s, u"/third"_s, u"/archive.tar.gz"_s})
+        QCOMPARE(m_server.requestsFor(path), 1);
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+}
+
+void InstallationTest::givesUpWhenTheApplicationEndsMeanwhile() {
+    RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    m_server.answer(u"/archive.tar.gz"_s,
+                    {{u"halfway"_s, m_server.gate(u"rest"_s)}, {u"file"_s, scene.servedArchive()}});
+    std::optional<AutoUpdater> updater;
+    updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
+                    ApplicationBundle(scene.bundle().path()), alerts);
+    updater->checkForUpdatesManually();
+    QTRY_VERIFY(m_server.hasReached(u"rest"_s));
+    updater.reset();
+    m_server.open(u"rest"_s);
+    QTRY_VERIFY(QFile::exists(scene.updateFile(u"lumora-update-0.2.0.tar.gz"_s)));
+    QVERIFY(!QFile::exists(scene.updateFile(u"lumora-update-extract"_s)));
+    QCOMPARE(alerts.shown().size(), 1);
+}
+
+void InstallationTest::keepsItsHandsOffFilesItDoesNotKnow() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    QVERIFY(QDir().mkdir(scene.updateFolder()));
+    QVERIFY(QFile::setPermissions(scene.updateFolder(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QFile note(scene.updateFile(u"note"_s));
+    QVERIFY(note.open(QIODevice::WriteOnly));
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE_WITH_TIMEOUT(scene.bundle().lastStarted(), u"0.2.0"_s, UpdateScene::patience);
+    QCOMPARE(QDir(scene.updateFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList{u"note"_s});
+}
+
+int main(int argc, char* argv[]) {
+    return OwnProcesses::main<InstallationTest>(argc, argv);
+}
+
+#include "tst_installation.moc"

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "ApplicationBundle.h"
+#include "OwnProcesses.h"
+#include "Replacement.h"
+#include "SampleBundle.h"
+#include "Shortage.h"
+#include "UpdateFailure.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+class ReplacementTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void takesTheRunningBundle();
+    void takesAPathWithNothingAtIt();
+    void refusesAnUnwritableFolder_data();
+    void refusesAnUnwritableFolder();
+    void refusesAnothersFolder();
+    void refusesADiskThatIsTooSmall();
+    void countsTheOldBundlesRoom();
+    void needsNoRoomOnTheSameDisk();
+
+private:
+    [[nodiscard]] QString path(const QString& name) const { return m_folder->filePath(name); }
+
+    [[nodiscard]] QString app() const { return path(u"apps/Lumora.app"_s); }
+
+    std::optional<QTemporaryDir> m_folder;
+};
+
+namespace {
+
+constexpr qint64 mebibyte = 1024 * 1024;
+
+QString failureOf(const std::function<void()>& check) {
+    try {
+        check();
+    } catch (const UpdateFailure& failure) {
+        return failure.description();
+    }
+    return {};
+}
+
+QString removalFailure(const QString& app, const QString& running) {
+    return failureOf([&] { Replacement::checkRemovable(app, ApplicationBundle(running)); });
+}
+
+QString roomFailure(const QString& app, const QString& newBundle) {
+    return failureOf([&] { Replacement::checkRoom(app, newBundle); });
+}
+
+} // namespace
+
+void ReplacementTest::init() {
+    m_folder.emplace();
+    QDir().mkpath(path(u"apps"_s));
+}
+
+void ReplacementTest::cleanup() {
+    m_folder.reset();
+}
+
+void ReplacementTest::takesTheRunningBundle() {
+    const SampleBundle bundle(app(), u"0.1.9"_s);
+    QCOMPARE(removalFailure(app(), app()), QString());
+    QCOMPARE(removalFailure(app(), app() + u"/Contents/Inner.app"_s), QString());
+}
+
+void ReplacementTest::takesAPathWithNothingAtIt() {
+    QCOMPARE(removalFailure(app(), path(u"apps/Lumora"_s)), QString());
+}
+
+void ReplacementTest::refusesAnUnwritableFolder_data() {
+    QTest::addColumn<QString>("unwritable");
+    QTest::newRow("around the bundle") << u"apps"_s;
+    QTest::newRow("the bundle") << u"apps/Lumora.app"_s;
+    QTest::newRow("in the bundle") << u"apps/Lumora.app/Contents/Resources"_s;
+}
+
+void ReplacementTest::refusesAnUnwritableFolder() {
+    QFETCH(const QString, unwritable);
+    const SampleBundle bundle(app(), u"0.1.9"_s);
+    const ReadOnlyFolder folder(path(unwritable));
+    const QString failure = removalFailure(app(), app());
+    QVERIFY2(failure == path(unwritable) + u": Read-only file system"_s ||
+                 failure == path(unwritable) + u": Permission denied"_s,
+             qPrintable(failure));
+}
+
+void ReplacementTest::refusesAnothersFolder() {
+    // The path of /…/my.apps/Lumora.app up to the first ".app".
+    QDir().mkpath(path(u"my.app"_s));
+    QCOMPARE(removalFailure(path(u"my.app"_s), path(u"my.apps/Lumora.app"_s)),
+             u"App bundle not found"_s);
+}
+
+void ReplacementTest::refusesADiskThatIsTooSmall() {
+    const TightSpace disk(path(u"apps"_s), mebibyte);
+    const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s, mebibyte / 2);
+    QCOMPARE(roomFailure(app(), newBundle.path()), QString());
+    const SampleBundle larger(path(u"larger/Lumora.app"_s), u"0.2.0"_s, 2 * mebibyte);
+    QCOMPARE(roomFailure(app(), larger.path()), app() + u": "_s + disk.complaint());
+}
+
+void ReplacementTest::countsTheOldBundlesRoom() {
+    const TightSpace disk(path(u"apps"_s), mebibyte);
+    const SampleBundle old(app(), u"0.1.9"_s, mebibyte * 3 / 4);
+    const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s, mebibyte / 2);
+    QCOMPARE(roomFailure(app(), newBundle.path()), QString());
+}
+
+void ReplacementTest::needsNoRoomOnTheSameDisk() {
+    const TightSpace disk(path(u"apps"_s), mebibyte);
+    const SampleBundle newBundle(path(u"apps/new/Lumora.app"_s), u"0.2.0"_s, mebibyte * 3 / 4);
+    QCOMPARE(roomFailure(app(), newBundle.path()), QString());
+}
+
+int main(int argc, char* argv[]) {
+    return OwnProcesses::main<ReplacementTest>(argc, argv);
+}
+
+#include "tst_replacement.moc"
