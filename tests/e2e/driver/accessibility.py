@@ -1,0 +1,164 @@
+# SPDX-License-Identifier: MIT
+"""Reads what an application shows from the accessibility bus."""
+
+from __future__ import annotations
+
+from collections.abc import Iterable
+from typing import Any, NamedTuple
+
+import gi
+
+gi.require_version("Gio", "2.0")
+from gi.repository import Gio, GLib  # noqa: E402
+
+from .tree import Node, Rect, Tree
+
+_REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+_ACCESSIBLE = "org.a11y.atspi.Accessible"
+_COMPONENT = "org.a11y.atspi.Component"
+_TEXT = "org.a11y.atspi.Text"
+_PROPERTIES = "org.freedesktop.DBus.Properties"
+_PATIENCE_MS = 30_000
+_SHOWING = 25
+_STATES = {4: "checked", 8: "enabled", 11: "focusable", 12: "focused", 23: "selected"}
+# In coordinates of the screen, not of the window.
+_SCREEN = 0
+_LONGEST_TEXT = 200_000
+
+
+class Ref(NamedTuple):
+    bus: str
+    path: str
+
+
+class Call(NamedTuple):
+    ref: Ref
+    interface: str
+    method: str
+    arguments: GLib.Variant | None = None
+
+
+class AccessibilityBus:
+    def __init__(self, session_address: str) -> None:
+        session = _connect(session_address)
+        reply = session.call_sync(
+            # fmt: off
+            "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+            Gio.DBusCallFlags.NONE, _PATIENCE_MS, None,
+            # fmt: on
+        )
+        session.close_sync(None)
+        self._bus = _connect(reply.unpack()[0])
+
+    def close(self) -> None:
+        if not self._bus.is_closed():
+            self._bus.close_sync(None)
+
+    def application_of(self, process: int) -> Ref | None:
+        """The application that a process has announced on the bus, if it has by now."""
+        (answer,) = self._call_all([Call(Ref(*_REGISTRY), _ACCESSIBLE, "GetChildren")])
+        for bus, path in answer or []:
+            (owner,) = self._call_all(
+                [
+                    Call(
+                        Ref("org.freedesktop.DBus", "/org/freedesktop/DBus"),
+                        "org.freedesktop.DBus",
+                        "GetConnectionUnixProcessID",
+                        GLib.Variant("(s)", (bus,)),
+                    )
+                ]
+            )
+            if owner == process:
+                return Ref(bus, path)
+        return None
+
+    def read(self, application: Ref) -> Tree:
+        """What is showing now. Things that go while they are being read are left out."""
+        level: list[tuple[Ref, list[Node]]] = []
+        windows: list[Node] = []
+        (children,) = self._call_all([Call(application, _ACCESSIBLE, "GetChildren")])
+        level = [(Ref(*child), windows) for child in children or []]
+        # The whole of a level is asked for at once, and only what is showing is asked again.
+        while level:
+            states = self._call_all([Call(ref, _ACCESSIBLE, "GetState") for ref, _ in level])
+            showing = [
+                (ref, siblings, state)
+                for (ref, siblings), state in zip(level, states)
+                if state and state[0] >> _SHOWING & 1
+            ]
+            questions = [question for ref, _, _ in showing for question in _questions(ref)]
+            answers = iter(self._call_all(questions))
+            level = []
+            texts: list[tuple[Ref, Node]] = []
+            for ref, siblings, state in showing:
+                name, description, role, rect, children = (next(answers) for _ in range(5))
+                if role is None:
+                    continue
+                names = frozenset(word for bit, word in _STATES.items() if state[0] >> bit & 1)
+                node = Node(role, name or "", description or "", "", Rect(*rect or (0, 0, 0, 0)), names)
+                siblings.append(node)
+                if role == "text":
+                    texts.append((ref, node))
+                level += [(Ref(*child), node.children) for child in children or []]
+            self._read_texts(texts)
+        return Tree(windows)
+
+    def _read_texts(self, texts: list[tuple[Ref, Node]]) -> None:
+        lengths = self._call_all(
+            Call(ref, _PROPERTIES, "Get", GLib.Variant("(ss)", (_TEXT, "CharacterCount")))
+            for ref, _ in texts
+        )
+        # An end beyond the text's own gives nothing at all.
+        contents = self._call_all(
+            Call(ref, _TEXT, "GetText", GLib.Variant("(ii)", (0, min(length or 0, _LONGEST_TEXT))))
+            for (ref, _), length in zip(texts, lengths)
+        )
+        for (_, node), content in zip(texts, contents):
+            node.text = content or ""
+
+    def _call_all(self, calls: Iterable[Call]) -> list[Any]:
+        """The answers in the order of the questions; none where the thing asked is gone."""
+        calls = list(calls)
+        answers: list[Any] = [None] * len(calls)
+        waiting = len(calls)
+
+        def answered(bus: Gio.DBusConnection, result: Gio.AsyncResult, place: int) -> None:
+            nonlocal waiting
+            waiting -= 1
+            try:
+                (answers[place],) = bus.call_finish(result).unpack()
+            except GLib.Error as error:
+                if error.matches(Gio.io_error_quark(), Gio.IOErrorEnum.TIMED_OUT):
+                    failures.append(error)
+
+        failures: list[GLib.Error] = []
+        for place, call in enumerate(calls):
+            self._bus.call(
+                # fmt: off
+                call.ref.bus, call.ref.path, call.interface, call.method, call.arguments, None,
+                Gio.DBusCallFlags.NO_AUTO_START, _PATIENCE_MS, None, answered, place,
+                # fmt: on
+            )
+        context = GLib.MainContext.default()
+        while waiting:
+            context.iteration(True)
+        if failures:
+            raise TimeoutError(f"the application does not answer: {failures[0].message}")
+        return answers
+
+
+def _questions(ref: Ref) -> list[Call]:
+    return [
+        Call(ref, _PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "Name"))),
+        Call(ref, _PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "Description"))),
+        Call(ref, _ACCESSIBLE, "GetRoleName"),
+        Call(ref, _COMPONENT, "GetExtents", GLib.Variant("(u)", (_SCREEN,))),
+        Call(ref, _ACCESSIBLE, "GetChildren"),
+    ]
+
+
+def _connect(address: str) -> Gio.DBusConnection:
+    flags = Gio.DBusConnectionFlags
+    return Gio.DBusConnection.new_for_address_sync(
+        address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None
+    )

@@ -1,0 +1,293 @@
+# SPDX-License-Identifier: MIT
+"""The application on a desk: looked at through its accessible tree, told by mouse and keys."""
+
+from __future__ import annotations
+
+import os
+import re
+import time
+from pathlib import Path
+
+from .desk import Desk
+from .home import Home
+from .processes import start, stop
+from .tree import Node, NotSeen, Tree, Wanted
+from .waiting import PATIENCE, NotHappened, wait_until
+
+# From a row's right end to within its button, whether a trash can or one with a word in it.
+_ROW_ACTION_INSET = 28
+# More than there are things on any page.
+_MOST_TABS = 30
+_CONTAINERS = ("filler", "panel")
+_BUTTON_LEFT = 1
+_BUTTON_RIGHT = 3
+_WHEEL_DOWN = 5
+_MANY_TURNS = 30
+
+
+class Application:
+    """Everything that is looked for is waited for."""
+
+    def __init__(
+        self,
+        desk: Desk,
+        program: Path,
+        home: Home,
+        arguments: list[str],
+        environment: dict[str, str] | None = None,
+        wrapper: list[str] | None = None,
+        scale: float = 1,
+    ) -> None:
+        """`wrapper` is a command that ends by becoming the one behind it; `scale` is how many
+        pixels of the screen make one of the window's own."""
+        self.desk = desk
+        self._scale = scale
+        self.home = home
+        self.screen = desk.screen
+        self.log = home.folder / "application.log"
+        self._process = start(
+            [*(wrapper or []), str(program), *arguments],
+            self.log,
+            env={
+                **desk.environment(home),
+                "QT_SCALE_FACTOR": f"{scale:g}",
+                **(environment or {}),
+            },
+            cwd=home.folder,
+        )
+        self._accessible = self._wait(
+            lambda: desk.accessibility.application_of(self.process_id),
+            lambda: "the application appears on the accessibility bus",
+        )
+
+    @property
+    def process_id(self) -> int:
+        return self._process.pid
+
+    def stop(self) -> None:
+        stop(self._process)
+
+    def busy_seconds(self) -> float:
+        """The processor time that the thread with the window has used so far."""
+        pid = self.process_id
+        stat = Path(f"/proc/{pid}/task/{pid}/stat").read_text()
+        user, system = stat.rpartition(")")[2].split()[11:13]
+        return (int(user) + int(system)) / os.sysconf("SC_CLK_TCK")
+
+    # What it shows
+
+    def tree(self) -> Tree:
+        return self.desk.accessibility.read(self._accessible)
+
+    def find(
+        self,
+        name: Wanted | None = None,
+        role: str | None = None,
+        text: Wanted | None = None,
+        patience: float = PATIENCE,
+    ) -> Node:
+        """The one thing that fits, as soon as it is there."""
+        found: list[Node] = []
+        tree = Tree([])
+
+        def look() -> bool:
+            nonlocal found, tree
+            tree = self.tree()
+            found = tree.find_all(name, role, text)
+            return len(found) == 1
+
+        def what() -> str:
+            sought = ", ".join(
+                f"{key} {value!r}"
+                for key, value in (("name", name), ("role", role), ("text", text))
+                if value is not None
+            )
+            return f"one thing with {sought} ({len(found)} there) in\n{tree.describe()}"
+
+        try:
+            self._wait(look, what, patience)
+        except NotHappened as error:
+            raise NotSeen(str(error)) from None
+        return found[0]
+
+    def shows(
+        self, name: Wanted | None = None, role: str | None = None, text: Wanted | None = None
+    ) -> bool:
+        """Whether it is there at this moment."""
+        return bool(self.tree().find_all(name, role, text))
+
+    def wait_gone(
+        self, name: Wanted | None = None, role: str | None = None, text: Wanted | None = None
+    ) -> None:
+        self._wait(
+            lambda: not self.shows(name, role, text),
+            lambda: f"{name or text or role!r} goes from\n{self.tree().describe()}",
+        )
+
+    def button(self, name: Wanted) -> Node:
+        return self.find(name, role="push button")
+
+    def enabled_button(self, name: Wanted) -> Node:
+        """The button, once it can be pressed."""
+        return self._wait(
+            lambda: next(
+                (node for node in self.tree().find_all(name, "push button") if node.is_enabled),
+                None,
+            ),
+            lambda: f"button {name!r} can be pressed in\n{self.tree().describe()}",
+        )
+
+    def row(self, package: str) -> Node:
+        """The row of a package or tap on the page."""
+        return self.find(_begins_with(package), role="list item")
+
+    def rows(self) -> list[str]:
+        """What the rows on the page say, as far as they can be seen; headings among them."""
+        return [
+            node.name
+            for page_list in self.tree().find_all(lambda name: name != "Lumora", role="list")
+            for node in page_list.find_all(role="list item")
+        ]
+
+    # What it is told
+
+    def click(self, node: Node, button: int = _BUTTON_LEFT) -> None:
+        self.click_at(*node.rect.centre, button)
+
+    def click_at(self, x: int, y: int, button: int = _BUTTON_LEFT) -> None:
+        self.screen.focus_topmost()
+        self.screen.click(round(x * self._scale), round(y * self._scale), button)
+
+    def scroll_down(self, node: Node) -> None:
+        """With the mouse's wheel, to the end of whatever scrolls below the pointer."""
+        x, y = node.rect.x + 1, node.rect.y + 1
+        for _ in range(_MANY_TURNS):
+            self.click_at(x, y, _WHEEL_DOWN)
+
+    def click_button(self, name: Wanted) -> None:
+        self.click(self.enabled_button(name))
+
+    def click_row_action(self, package: str) -> None:
+        """The trash can or the button at the end of a row."""
+        rect = self.row(package).rect
+        self.click_at(rect.right - _ROW_ACTION_INSET, rect.centre[1])
+
+    def open_context_menu(self, node: Node) -> None:
+        self.click(node, _BUTTON_RIGHT)
+        self.wait_for_menu()
+
+    def open_application_menu(self) -> None:
+        self.click_button("Lumora")
+        self.wait_for_menu()
+
+    def wait_for_menu(self) -> None:
+        self._wait(self.screen.has_popup, "a menu opens")
+
+    def choose_category(self, name: str) -> None:
+        """By a click in the sidebar."""
+        self.click(self.find(lambda found: found.split(", ")[0] == name, role="list item"))
+
+    def press(self, *keys: str) -> None:
+        self.screen.focus_topmost()
+        for key in keys:
+            self.screen.press(key)
+
+    def type(self, text: str) -> None:
+        self.screen.focus_topmost()
+        self.screen.type(text)
+
+    def focused(self) -> Node | None:
+        """What has the keyboard; a list rather than the row that is current in it."""
+        focused = [
+            node
+            for window in self.tree().windows
+            for node in window.walk()
+            if node.is_in("focused") and node.role != "list item"
+        ]
+        # Containers say of themselves what is true of what is in them.
+        innermost = [node for node in focused if node.role not in _CONTAINERS] or focused
+        return innermost[0] if innermost else None
+
+    def wait_for_focus(self, name: str) -> None:
+        self._wait(
+            lambda: (focused := self.focused()) is not None and focused.name == name,
+            lambda: f"{name!r} has the keyboard rather than {self.focused()}",
+        )
+
+    def press_to_leave(self, key: str) -> None:
+        """Presses a key that moves the keyboard to something else, and waits until it has."""
+        before = _place(self.focused())
+        self.press(key)
+        self._wait(
+            lambda: _place(self.focused()) not in (before, None),
+            lambda: f"{key} moves the keyboard away from {before}",
+        )
+
+    def tab_to(self, name: Wanted, role: str | None = None) -> None:
+        """Presses the Tab key until something has the keyboard."""
+        passed: list[str] = []
+        self.screen.focus_topmost()
+        while len(passed) < _MOST_TABS:
+            node = self.focused()
+            if node and node.matches(role, name, None):
+                return
+            passed.append(f"{node.role} {node.name!r}" if node else "nothing")
+            self.press_to_leave("Tab")
+        raise NotSeen(f"the Tab key does not reach {name!r}; it went through {passed}")
+
+    def close_window(self) -> None:
+        self.screen.close_window(self.screen.windows()[0])
+
+    def resize(self, width: int, height: int) -> None:
+        self.screen.resize(
+            self.screen.windows()[0], round(width * self._scale), round(height * self._scale)
+        )
+
+        def is_resized() -> bool:
+            rect = self.tree().windows[0].rect
+            return (rect.width, rect.height) == (width, height)
+
+        self._wait(is_resized, lambda: f"the window becomes {width} × {height}")
+
+    def wait_ended(self, patience: float = PATIENCE) -> tuple[int, float]:
+        """Its exit status, and how many seconds it took from now on."""
+        started = time.monotonic()
+        status = wait_until(
+            lambda: None if self._process.poll() is None else (self._process.returncode,),
+            "the application ends",
+            patience,
+        )
+        return status[0], time.monotonic() - started
+
+    def tab_round(self) -> list[str]:
+        """What the Tab key goes through until it is where it began."""
+        names: list[str] = []
+        begun = _place(self.focused())
+        while not names or _place(self.focused()) != begun:
+            if len(names) == _MOST_TABS:
+                raise NotSeen(f"the Tab key does not come back; it went through {names}")
+            self.press_to_leave("Tab")
+            focused = self.focused()
+            names.append(focused.name if focused else "")
+        return names
+
+    def _wait(self, condition, what, patience: float = PATIENCE):
+        """Waits, but not for a process that has ended."""
+
+        def still_running():
+            if self._process.poll() is not None:
+                raise NotHappened(
+                    f"the application ended with status {self._process.returncode}:\n"
+                    + self.log.read_text(errors="replace")
+                )
+            return condition()
+
+        return wait_until(still_running, what, patience)
+
+
+def _begins_with(package: str) -> re.Pattern[str]:
+    return re.compile(rf"^{re.escape(package)}(, |$)")
+
+
+def _place(node: Node | None) -> object:
+    return (node.role, node.name, node.rect) if node else None

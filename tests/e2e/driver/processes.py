@@ -1,0 +1,68 @@
+# SPDX-License-Identifier: MIT
+"""Child processes that never outlive the one who started them."""
+
+from __future__ import annotations
+
+import ctypes
+import os
+import signal
+import subprocess
+from pathlib import Path
+from typing import Any
+
+from .waiting import NotHappened, wait_until
+
+_PR_SET_PDEATHSIG = 1
+_PR_SET_CHILD_SUBREAPER = 36
+_libc = ctypes.CDLL(None)
+
+
+def adopt_orphans() -> None:
+    """Makes this process the parent of every descendant whose own parent ends before it."""
+    _libc.prctl(_PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
+
+
+def end_orphans() -> None:
+    """Ends what is still there of the descendants."""
+    while children := _children():
+        for child in children:
+            try:
+                os.kill(child, signal.SIGKILL)
+                os.waitpid(child, 0)
+            except (ChildProcessError, ProcessLookupError):
+                continue
+
+
+def _children() -> list[int]:
+    # Children of other threads of ours would stand in other files; there are no such threads.
+    me = os.getpid()
+    return [int(word) for word in Path(f"/proc/{me}/task/{me}/children").read_text().split()]
+
+
+def _end_with_parent() -> None:
+    _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGTERM, 0, 0, 0)
+
+
+def start(command: list[str], log: Path, **options: Any) -> subprocess.Popen[bytes]:
+    """Starts a program that ends when this process ends, however that happens."""
+    with log.open("ab") as file:
+        return subprocess.Popen(
+            command,
+            stdin=subprocess.DEVNULL,
+            stdout=options.pop("stdout", file),
+            stderr=file,
+            preexec_fn=_end_with_parent,
+            **options,
+        )
+
+
+def stop(child: subprocess.Popen[bytes]) -> None:
+    if child.poll() is None:
+        child.terminate()
+        try:
+            wait_until(lambda: child.poll() is not None, f"{child.args} ends", patience=5)
+        except NotHappened:
+            child.kill()
+    child.wait()
+    if child.stdout:
+        child.stdout.close()

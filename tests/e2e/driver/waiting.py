@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: MIT
+"""Waiting for what is expected to happen, and no longer."""
+
+from __future__ import annotations
+
+import time
+from collections.abc import Callable
+from typing import TypeVar
+
+T = TypeVar("T")
+
+# Far above anything that happens at all; only what never happens takes that long.
+PATIENCE = 20.0
+_INTERVAL = 0.02
+
+
+class NotHappened(AssertionError):
+    """What was waited for did not come in time."""
+
+
+def wait_until(
+    condition: Callable[[], T | None], what: str | Callable[[], str], patience: float = PATIENCE
+) -> T:
+    """The first result of `condition` that counts as true."""
+    end = time.monotonic() + patience
+    while True:
+        result = condition()
+        if result:
+            return result
+        if time.monotonic() > end:
+            described = what if isinstance(what, str) else what()
+            raise NotHappened(f"not within {patience:g} s: {described}")
+        time.sleep(_INTERVAL)

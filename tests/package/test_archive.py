@@ -1,0 +1,200 @@
+# SPDX-License-Identifier: MIT
+"""The release archive: what is in it, and that it runs where there is no Qt."""
+
+from __future__ import annotations
+
+import os
+import platform
+import plistlib
+import re
+import subprocess
+import tarfile
+import unittest
+from pathlib import Path, PurePosixPath
+
+from driver.application import Application
+from driver.namespaces import own
+from driver.testcase import DesktopTest
+from driver.waiting import wait_until
+
+PACKAGE = Path(__file__).resolve().parents[2] / "scripts/package"
+# Belong to the system: its drivers, its fonts, its bus and its security updates.
+NEVER_BUNDLED = {
+    # fmt: off
+    "libc.so.6", "libm.so.6", "libstdc++.so.6", "libgcc_s.so.1", "libGL.so.1", "libEGL.so.1",
+    "libX11.so.6", "libxcb.so.1", "libfontconfig.so.1", "libdbus-1.so.3", "libssl.so.3",
+    "libcrypto.so.3",
+    # fmt: on
+}
+# What one starts that has brought libraries along: the system's own ones are made unusable
+# for it. Parameters: a folder with bundled libraries, and the folder of the system's plugins.
+HIDE = """
+libraries=$1 plugins=$2
+shift 2
+for library in "$libraries"/*; do
+    for folder in /lib /usr/lib /lib/*-linux-gnu* /usr/lib/*-linux-gnu* /usr/local/lib; do
+        [ ! -e "$folder/${library##*/}" ] || mount --bind /dev/null "$folder/${library##*/}"
+    done
+done
+[ ! -d "$plugins" ] || mount -t tmpfs none "$plugins"
+exec "$@"
+"""
+
+
+def make_archive(output: Path) -> Path:
+    command = [PACKAGE, "--build-dir", os.environ["LUMORA_BUILD_DIR"], "--output", output]
+    result = subprocess.run(command, stdout=subprocess.PIPE, check=True, text=True)
+    return Path(result.stdout.rstrip("\n"))
+
+
+def system_plugins() -> str:
+    command = ["qmake6", "-query", "QT_INSTALL_PLUGINS"]
+    return subprocess.run(command, capture_output=True, check=True, text=True).stdout.strip()
+
+
+def mapped_files(process: int) -> set[Path]:
+    """The libraries and plugins that a process has loaded."""
+    lines = Path(f"/proc/{process}/maps").read_text().splitlines()
+    paths = (line.split(maxsplit=5)[5] for line in lines if ".so" in line)
+    return {Path(path) for path in paths}
+
+
+class ReleaseArchive(DesktopTest):
+    prefix_options = ("--small", "--pace", "0")
+    archive: Path
+    bundle: Path
+
+    @classmethod
+    def setUpClass(cls) -> None:
+        super().setUpClass()
+        cls.archive = make_archive(cls.desk.folder / "archive")
+        elsewhere = cls.desk.folder / "où que ce soit"
+        elsewhere.mkdir()
+        subprocess.run(["tar", "-xzf", cls.archive, "-C", elsewhere], check=True)
+        cls.bundle = elsewhere / "Lumora.app"
+        cls.contents = cls.bundle / "Contents"
+        cls.libraries = {path.name for path in (cls.contents / "lib").iterdir()}
+
+    def test_its_name_says_what_it_is_for(self) -> None:
+        version = os.environ["LUMORA_VERSION"]
+        self.assertEqual(
+            self.archive.name, f"Lumora-{version}-linux-{platform.machine()}.tar.gz"
+        )
+        self.assertEqual(os.listdir(self.archive.parent), [self.archive.name])
+
+    def test_it_keeps_to_its_one_folder(self) -> None:
+        with tarfile.open(self.archive) as archive:
+            members = archive.getmembers()
+        self.assertGreater(len(members), 50)
+        for member in members:
+            path = PurePosixPath(member.name)
+            with self.subTest(member.name):
+                self.assertEqual(path.parts[0], "Lumora.app")
+                self.assertNotIn("..", path.parts)
+                self.assertTrue(member.isfile() or member.isdir(), "neither file nor folder")
+                self.assertEqual((member.uid, member.gid), (0, 0))
+                self.assertEqual(member.mode & 0o7022, 0, f"mode {member.mode:o}")
+        self.assertEqual(len({member.name for member in members}), len(members))
+
+    def test_it_is_a_bundle(self) -> None:
+        entries = plistlib.loads((self.contents / "Info.plist").read_bytes())
+        self.assertEqual(entries["CFBundleShortVersionString"], os.environ["LUMORA_VERSION"])
+        self.assertEqual(entries["CFBundleExecutable"], "Lumora")
+        self.assertTrue(os.access(self.contents / "bin/Lumora", os.X_OK))
+        picture = (self.contents / "Resources/Lumora.png").read_bytes()
+        self.assertTrue(picture.startswith(b"\x89PNG"))
+
+    def test_its_manifest_names_every_file(self) -> None:
+        manifest = self.contents / "Resources/manifest.txt"
+        number, *lines = manifest.read_text(encoding="utf-8").splitlines()
+        listed = {line.partition(" ")[2]: int(line.partition(" ")[0]) for line in lines}
+        self.assertEqual(int(number), len(listed))
+        files = {
+            str(path.relative_to(self.bundle)): path.stat().st_size
+            for path in self.bundle.rglob("*")
+            if path.is_file() and path not in (manifest, self.contents / "Info.plist")
+        }
+        self.assertEqual(listed, files)
+
+    def test_it_is_the_same_every_time(self) -> None:
+        again = make_archive(self.desk.folder / "again")
+        self.assertTrue(again.read_bytes() == self.archive.read_bytes(), "other bytes")
+
+    def test_it_leaves_to_the_system_what_is_the_systems(self) -> None:
+        self.assertEqual(self.libraries & NEVER_BUNDLED, set())
+        licences = {path.name for path in (self.contents / "Resources/licences").iterdir()}
+        self.assertIn("libqt6core6.txt", licences)
+        self.assertIn("LGPL-3", licences)
+
+    def start_bundle(self, *wrapper: str) -> Application:
+        app = Application(
+            self.desk,
+            self.contents / "bin/Lumora",
+            self.home,
+            ["--brew", self.prefix.brew, "--appearance", "light"],
+            {"QT_IM_MODULE": "ibus"},
+            list(wrapper),
+        )
+        self._application = app
+        self.addCleanup(app.stop)
+        return app
+
+    def assert_runs_on_its_own(self, app: Application) -> None:
+        app.find(re.compile("^Formulae, [0-9]+"), role="list item")
+        # What is needed later: encryption for the release check, a few seconds after launch.
+        expected = {
+            self.contents / "plugins" / name
+            for name in (
+                "platforms/libqxcb.so",
+                "platforminputcontexts/libibusplatforminputcontextplugin.so",
+                "tls/libqopensslbackend.so",
+            )
+        }
+        wait_until(
+            lambda: expected <= mapped_files(app.process_id),
+            lambda: f"it loads {expected} among {mapped_files(app.process_id)}",
+        )
+        strangers = {
+            path
+            for path in mapped_files(app.process_id)
+            if self.bundle not in path.parents
+            and (path.name in self.libraries or re.search("[Qq]t|QCoro|simdjson", str(path)))
+        }
+        self.assertEqual(strangers, set())
+        self.assertIn("libQt6Widgets.so.6", self.libraries)
+
+    def test_it_prefers_what_it_has_brought(self) -> None:
+        self.assert_runs_on_its_own(self.start_bundle(*(own("net") or [])))
+
+    def test_it_runs_where_there_is_no_qt(self) -> None:
+        alone = own("mount", "net")
+        if alone is None:
+            self.skipTest("This system lets nobody have a mount namespace.")
+        hide = ["sh", "-ec", HIDE, "sh", str(self.contents / "lib"), system_plugins()]
+        # The built application needs what is hidden.
+        built = subprocess.run(
+            [*alone, *hide, os.environ["LUMORA_APP"], "--version"],
+            capture_output=True,
+            check=False,
+            text=True,
+        )
+        self.assertEqual(built.returncode, 127, built.stdout + built.stderr)
+        self.assertIn("error while loading shared libraries", built.stderr)
+        app = self.start_bundle(*alone, *hide)
+        self.assert_runs_on_its_own(app)
+        app.close_window()
+        self.assertEqual(app.wait_ended()[0], 0)
+
+    def test_it_runs_without_a_display(self) -> None:
+        result = subprocess.run(
+            [self.contents / "bin/Lumora", "--version"],
+            env={"QT_QPA_PLATFORM": "offscreen", "HOME": str(self.home.folder)},
+            capture_output=True,
+            check=False,
+            text=True,
+        )
+        self.assertEqual(result.stdout, f"Lumora {os.environ['LUMORA_VERSION']}\n", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
