@@ -18,8 +18,8 @@ debian_build="ca-certificates ccache cmake g++ git libgl-dev libsimdjson-dev nin
     qcoro-qt6-dev qt6-base-dev qt6-base-dev-tools"
 debian_run="libqt6svg6 procps python3 qt6-qpa-plugins tar zsh"
 # A virtual display, something to drive it and look at it with, and fonts for three languages.
-debian_display="at-spi2-core dbus fonts-inter fonts-liberation fonts-noto-cjk python3-gi python3-xlib
-    xvfb"
+debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation fonts-noto-cjk
+    python3-gi python3-xlib xvfb"
 debian_test="openssl xz-utils"
 debian_lint="clang clang-format clang-tidy shellcheck"
 debian_bench="libbenchmark-dev"

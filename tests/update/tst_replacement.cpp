@@ -103,10 +103,10 @@ void ReplacementTest::refusesAnothersFolder() {
 }
 
 void ReplacementTest::refusesADiskThatIsTooSmall() {
-    const TightSpace disk(path(u"apps"_s), mebibyte);
     const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s, mebibyte / 2);
-    QCOMPARE(roomFailure(app(), newBundle.path()), QString());
     const SampleBundle larger(path(u"larger/Lumora.app"_s), u"0.2.0"_s, 2 * mebibyte);
+    const TightSpace disk(path(u"apps"_s), mebibyte);
+    QCOMPARE(roomFailure(app(), newBundle.path()), QString());
     QCOMPARE(roomFailure(app(), larger.path()), app() + u": "_s + disk.complaint());
 }
 

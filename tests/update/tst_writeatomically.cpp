@@ -85,7 +85,7 @@ void WriteAtomicallyTest::leavesWhatIsThereWhenSpaceIsShort() {
     const TightSpace disk(m_folder->path(), space);
     QCOMPARE(failure("old"), QString());
     // Little enough to be kept in memory until the last moment, too.
-    for (const qint64 size : {4 * space, space}) {
+    for (const qint64 size : {4 * space, space + 1}) {
         const QString reason = failure(QByteArray(size, 'n'));
         QCOMPARE(reason, path() + u": "_s + disk.complaint());
         QCOMPARE(contentOf(u"file"_s), "old");
