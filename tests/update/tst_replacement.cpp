@@ -106,12 +106,16 @@ void ReplacementTest::refusesADiskThatIsTooSmall() {
     const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s, mebibyte / 2);
     const SampleBundle larger(path(u"larger/Lumora.app"_s), u"0.2.0"_s, 2 * mebibyte);
     const TightSpace disk(path(u"apps"_s), mebibyte);
+    if (!disk.isDisk())
+        QSKIP("Nobody may mount a small disk here.");
     QCOMPARE(roomFailure(app(), newBundle.path()), QString());
     QCOMPARE(roomFailure(app(), larger.path()), app() + u": "_s + disk.complaint());
 }
 
 void ReplacementTest::countsTheOldBundlesRoom() {
     const TightSpace disk(path(u"apps"_s), mebibyte);
+    if (!disk.isDisk())
+        QSKIP("Nobody may mount a small disk here.");
     const SampleBundle old(app(), u"0.1.9"_s, mebibyte * 3 / 4);
     const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s, mebibyte / 2);
     QCOMPARE(roomFailure(app(), newBundle.path()), QString());
@@ -119,6 +123,8 @@ void ReplacementTest::countsTheOldBundlesRoom() {
 
 void ReplacementTest::needsNoRoomOnTheSameDisk() {
     const TightSpace disk(path(u"apps"_s), mebibyte);
+    if (!disk.isDisk())
+        QSKIP("Nobody may mount a small disk here.");
     const SampleBundle newBundle(path(u"apps/new/Lumora.app"_s), u"0.2.0"_s, mebibyte * 3 / 4);
     QCOMPARE(roomFailure(app(), newBundle.path()), QString());
 }

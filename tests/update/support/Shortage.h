@@ -31,6 +31,9 @@ public:
     /// How the system puts it.
     [[nodiscard]] QString complaint() const;
 
+    /// False where only the size of a file could be limited.
+    [[nodiscard]] bool isDisk() const { return m_isMounted; }
+
 private:
     QByteArray m_path;
     bool m_isMounted{false};
