@@ -19,7 +19,7 @@ QString UpdateFolder::prepare() {
 #ifdef Q_OS_MACOS
     return QDir::tempPath();
 #else
-    const QString path = QDir::tempPath() + u"/lumora-"_s + QString::number(::geteuid());
+    QString path = QDir::tempPath() + u"/lumora-"_s + QString::number(::geteuid());
     makePrivate(path);
     return path;
 #endif
