@@ -3,8 +3,6 @@
 
 #include "BrewManager.h"
 
-#include <QTimer>
-
 View::View(BrewManager& manager, QWidget* parent) : QWidget(parent), m_manager(manager) {
     connect(&manager, &BrewManager::objectWillChange, this, &View::scheduleRender);
     scheduleRender();
@@ -13,7 +11,7 @@ View::View(BrewManager& manager, QWidget* parent) : QWidget(parent), m_manager(m
 void View::scheduleRender() {
     if (std::exchange(m_isRenderDue, true))
         return;
-    QTimer::singleShot(0, this, &View::renderNow);
+    QMetaObject::invokeMethod(this, &View::renderNow, Qt::QueuedConnection);
 }
 
 void View::renderNow() {
