@@ -6,11 +6,11 @@
 #include "BrewManager.h"
 #include "FirstFrame.h"
 #include "LangManager.h"
-#include "LumoraStyle.h"
-#include "MainWindow.h"
-#include "SystemAppearance.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "shell/MainWindow.h"
+#include "style/LumoraStyle.h"
+#include "style/SystemAppearance.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QIcon>
 

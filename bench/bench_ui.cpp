@@ -4,13 +4,13 @@
 // painting included.
 #include "BrewDiscovery.h"
 #include "BrewManager.h"
-#include "FormulaListView.h"
-#include "LumoraStyle.h"
-#include "PackageSelection.h"
-#include "RowListView.h"
-#include "SearchField.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "pages/FormulaListView.h"
+#include "style/LumoraStyle.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "views/PackageSelection.h"
+#include "widgets/RowListView.h"
+#include "widgets/SearchField.h"
 
 #include <QApplication>
 #include <QScrollBar>

@@ -1,5 +1,5 @@
 # add_layer(NAME <layer> SOURCES <file>... [DEPENDS <layer>...] [USES <layer>...]
-#           [LIBRARIES <target>...] [PRIVATE_LIBRARIES <target>...])
+#           [LIBRARIES <target>...] [PRIVATE_LIBRARIES <target>...] [FLOORS <folder>...])
 #
 # Declares the static library of one folder of src/.
 #
@@ -7,13 +7,15 @@
 # USES     layers that only this layer's sources see: whoever links this layer
 #          can't include their headers
 # LIBRARIES / PRIVATE_LIBRARIES   the same distinction for libraries from outside
+# FLOORS   the layer's own folders from the ground up: each includes only itself and
+#          those before it
 #
 # Every declaration adds a line to the layer table, which the test `layers`
 # holds against the #include lines: a header that needs no linking would
 # otherwise slip past the linker.
 function(add_layer)
     cmake_parse_arguments(
-        PARSE_ARGV 0 LAYER "" "NAME" "SOURCES;DEPENDS;USES;LIBRARIES;PRIVATE_LIBRARIES"
+        PARSE_ARGV 0 LAYER "" "NAME" "SOURCES;DEPENDS;USES;LIBRARIES;PRIVATE_LIBRARIES;FLOORS"
     )
     if(LAYER_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "add_layer: unknown arguments ${LAYER_UNPARSED_ARGUMENTS}")
@@ -33,6 +35,7 @@ function(add_layer)
 
     set_property(
         GLOBAL APPEND_STRING
-        PROPERTY LUMORA_LAYER_TABLE "${LAYER_NAME}: ${LAYER_DEPENDS};${LAYER_USES}\n"
+        PROPERTY LUMORA_LAYER_TABLE
+            "${LAYER_NAME}: ${LAYER_DEPENDS};${LAYER_USES} | ${LAYER_FLOORS}\n"
     )
 endfunction()

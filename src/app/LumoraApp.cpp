@@ -3,9 +3,9 @@
 
 #include "BrewDiscovery.h"
 #include "LangManager.h"
-#include "LumoraStyle.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/LumoraStyle.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QIcon>
 #include <QToolTip>

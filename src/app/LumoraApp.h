@@ -4,9 +4,9 @@
 #include "AutoUpdater.h"
 #include "BrewManager.h"
 #include "CommandLineOptions.h"
-#include "MainWindow.h"
-#include "SystemAppearance.h"
 #include "UpdateAlertBoxes.h"
+#include "shell/MainWindow.h"
+#include "style/SystemAppearance.h"
 
 #include <QApplication>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UpdateAlertBoxes.h"
 
-#include "Alert.h"
-#include "DisplayText.h"
+#include "widgets/Alert.h"
+#include "widgets/DisplayText.h"
 
 #include <QCoroFuture>
 #include <QMessageBox>

@@ -6,9 +6,12 @@ A header that needs no linking can be included from anywhere without the linker'
 noticing, so the directions between the layers are read from the sources themselves.
 
 The table has a line for each layer, as the build writes it: `name: layer;layer`. A layer
-includes its own headers and those of the layers on its line, no others. The folder of
-the program (--program) has no line: it puts the layers together and nobody includes it.
-Headers that the build generates (--generated) belong to no layer and to all.
+includes its own headers and those of the layers on its line, no others. Behind a bar stand
+the floors of a layer that has some, `name: layer;layer | floor;floor`, from the ground up:
+each is a folder that includes itself and those before it, and whose headers are included
+with the name of their folder. The folder of the program (--program) has no line: it puts
+the layers together and nobody includes it. Headers that the build generates (--generated)
+belong to no layer and to all.
 """
 
 import argparse
@@ -25,13 +28,27 @@ QT_NAME = re.compile(r"^(Q\w+(/.*)?|q[a-z]\w*\.h)$")
 QT_MODULES = {"core": set(), "model": {"QtCore"}, "l10n": {"QtCore"}}
 
 
+def parts_of(text):
+    return [part.strip() for part in text.split(";") if part.strip()]
+
+
 def read_table(text):
     """The layers and what each depends on."""
     table = {}
     for line in text.splitlines():
-        name, _, dependencies = line.partition(":")
-        table[name.strip()] = {part.strip() for part in dependencies.split(";") if part.strip()}
+        name, _, dependencies = line.partition("|")[0].partition(":")
+        table[name.strip()] = set(parts_of(dependencies))
     return table
+
+
+def read_floors(text):
+    """The layers that have floors, and those from the ground up."""
+    floors = {}
+    for line in text.splitlines():
+        name = line.partition(":")[0].strip()
+        if names := parts_of(line.partition("|")[2]):
+            floors[name] = names
+    return floors
 
 
 def table_problems(table):
@@ -77,15 +94,17 @@ def qt_modules_of(name, qt_headers):
 class Tree:
     """The sources of one tree and what is wrong with their includes."""
 
-    def __init__(self, root, table, program=None, qt_headers=None, generated=None):
+    def __init__(self, root, table, program=None, qt_headers=None, generated=None, floors=None):
         self.root = root
         self.table = table
+        self.floors = floors or {}
         self.program = program
         self.qt_headers = qt_headers
         self.generated = {path.name for path in generated.glob("*.h")} if generated else set()
         self.problems = table_problems(table)
         self.checked = 0
         self.layer_of_header = {}
+        self.folder_of_header = {}
 
     def check(self):
         files = list(sources_of(self.root))
@@ -115,6 +134,9 @@ class Tree:
         if name in self.layer_of_header:
             self.complain(path, 1, f"there is another {name}: which one is meant can't be told")
         self.layer_of_header.setdefault(name, layer)
+        self.folder_of_header.setdefault(name, path.parent.name)
+        if layer in self.floors and path.parent.name not in self.floors[layer]:
+            self.complain(path, 1, f"{path.parent.name} is no floor of {layer}")
 
     def check_header(self, path, text):
         if len(PRAGMA_ONCE.findall(text)) != 1:
@@ -134,6 +156,18 @@ class Tree:
                 self.complain(path, number, f"{name} is no header of src/")
         elif target != layer and not self.may_include(layer, target):
             self.complain(path, number, f"{layer} includes {name} of {target}")
+        elif target in self.floors:
+            self.check_floor(path, layer, number, name, target)
+
+    def check_floor(self, path, layer, number, name, target):
+        """An include of a header that stands on a floor of the layer `target`."""
+        folder = self.folder_of_header[Path(name).name]
+        if name != f"{folder}/{Path(name).name}":
+            self.complain(path, number, f"{name} is included without its folder {folder}/")
+        floors = self.floors[target]
+        if layer == target and {folder, path.parent.name} <= set(floors):
+            if floors.index(folder) > floors.index(path.parent.name):
+                self.complain(path, number, f"{path.parent.name} includes {name}, a floor above")
 
     def may_include(self, layer, target):
         if layer == self.program:
@@ -152,8 +186,16 @@ def main():
     if options.qt_headers and not (options.qt_headers / "QtCore").is_dir():
         parser.error(f"{options.qt_headers} has no QtCore/")
 
-    table = read_table(options.table.read_text(encoding="utf-8"))
-    tree = Tree(options.source, table, options.program, options.qt_headers, options.generated)
+    text = options.table.read_text(encoding="utf-8")
+    table = read_table(text)
+    tree = Tree(
+        options.source,
+        table,
+        options.program,
+        options.qt_headers,
+        options.generated,
+        read_floors(text),
+    )
     for problem in tree.check():
         print(problem)
     print(f"{tree.checked} files of {len(table)} layers, {len(tree.problems)} problems")

@@ -8,7 +8,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from check_includes import Tree, read_table
+from check_includes import Tree, read_floors, read_table
 
 CHECKER = Path(__file__).with_name("check_includes.py")
 TABLE = "core: ;\nmodel: ;\nmanager: model;core\nui: manager;\n"
@@ -41,7 +41,10 @@ class CheckIncludesTest(unittest.TestCase):
 
     def problems(self, table=TABLE):
         generated = self.root.parent / "generated"
-        return Tree(self.root, read_table(table), "app", self.qt_headers, generated).check()
+        floors = read_floors(table)
+        return Tree(
+            self.root, read_table(table), "app", self.qt_headers, generated, floors
+        ).check()
 
     def assert_complains(self, *expected, table=TABLE):
         self.assertEqual(self.problems(table), list(expected))
@@ -165,6 +168,39 @@ class CheckIncludesTest(unittest.TestCase):
             "core/C.h:1: a header has one #pragma once",
             "core/C.h:1: a header has exactly one SPDX line",
         )
+
+    def add_floors(self):
+        """Puts ui on two floors and returns the table that says so."""
+        (self.root / "ui" / "Shell.cpp").unlink()
+        self.add("app/main.cpp", '#include "pages/Page.h"\n')
+        self.add("ui/widgets/Row.h", START)
+        self.add("ui/pages/Page.cpp", '#include "pages/Page.h"\n#include "widgets/Row.h"\n')
+        return TABLE.replace("ui: manager;", "ui: manager; | widgets;pages")
+
+    def test_accepts_includes_that_point_down(self):
+        self.assert_complains(table=self.add_floors())
+
+    def test_refuses_an_include_of_a_floor_above(self):
+        table = self.add_floors()
+        self.add("ui/widgets/Row.cpp", '#include "widgets/Row.h"\n#include "pages/Page.h"\n')
+        self.assert_complains(
+            "ui/widgets/Row.cpp:2: widgets includes pages/Page.h, a floor above", table=table
+        )
+
+    def test_wants_the_floor_in_the_name(self):
+        table = self.add_floors()
+        self.add("ui/pages/Peek.cpp", '#include "Row.h"\n')
+        self.add("app/main.cpp", '#include "Page.h"\n')
+        self.assert_complains(
+            "app/main.cpp:1: Page.h is included without its folder pages/",
+            "ui/pages/Peek.cpp:1: Row.h is included without its folder widgets/",
+            table=table,
+        )
+
+    def test_refuses_a_folder_that_is_no_floor(self):
+        table = self.add_floors()
+        self.add("ui/attic/Trunk.h", START)
+        self.assert_complains("ui/attic/Trunk.h:1: attic is no floor of ui", table=table)
 
     def test_refuses_an_empty_tree(self):
         empty = self.root / "core" / "none"

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "AboutView.h"
 #include "Addresses.h"
 #include "BrowserDouble.h"
 #include "Find.h"
 #include "Input.h"
 #include "LangManager.h"
-#include "LinkRow.h"
-#include "OpenAddress.h"
 #include "PageWindow.h"
 #include "Pixels.h"
-#include "Theme.h"
 #include "UiTest.h"
+#include "pages/AboutView.h"
+#include "style/Theme.h"
+#include "widgets/LinkRow.h"
+#include "widgets/OpenAddress.h"
 
 #include <QApplication>
 #include <QFile>

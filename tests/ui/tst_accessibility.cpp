@@ -4,10 +4,10 @@
 #include "ControlTree.h"
 #include "Find.h"
 #include "Input.h"
-#include "RowListView.h"
 #include "Samples.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "widgets/RowListView.h"
 
 #include <QAccessible>
 #include <QLabel>

@@ -4,9 +4,9 @@
 #include "Input.h"
 #include "L10n.h"
 #include "Samples.h"
-#include "SearchField.h"
-#include "SidebarView.h"
 #include "UiTest.h"
+#include "shell/SidebarView.h"
+#include "widgets/SearchField.h"
 
 #include <QApplication>
 #include <QMenu>

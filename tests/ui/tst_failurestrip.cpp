@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "AppWindow.h"
-#include "DetailColumn.h"
-#include "ElidedLabel.h"
-#include "FailureStrip.h"
 #include "Find.h"
 #include "Input.h"
-#include "Page.h"
-#include "PageHeader.h"
 #include "Samples.h"
 #include "UiTest.h"
+#include "shell/DetailColumn.h"
+#include "shell/FailureStrip.h"
+#include "shell/PageHeader.h"
+#include "views/Page.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QSignalSpy>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "FlowLayout.h"
 #include "UiTest.h"
+#include "widgets/FlowLayout.h"
 
 #include <QSignalSpy>
 #include <QVBoxLayout>

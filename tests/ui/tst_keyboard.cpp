@@ -4,12 +4,12 @@
 #include "Find.h"
 #include "Focus.h"
 #include "Input.h"
-#include "OutputSection.h"
-#include "OutputText.h"
 #include "Samples.h"
-#include "SearchField.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "widgets/OutputSection.h"
+#include "widgets/OutputText.h"
+#include "widgets/SearchField.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -2,12 +2,12 @@
 #include "AppWindow.h"
 #include "Find.h"
 #include "Input.h"
-#include "OperationOverlay.h"
 #include "Samples.h"
-#include "SearchField.h"
-#include "SegmentedPicker.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "shell/OperationOverlay.h"
+#include "widgets/SearchField.h"
+#include "widgets/SegmentedPicker.h"
 
 #include <QApplication>
 #include <QLabel>

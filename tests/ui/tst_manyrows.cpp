@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "AppWindow.h"
 #include "Input.h"
-#include "RowListView.h"
 #include "Samples.h"
-#include "SearchField.h"
 #include "ThreadTime.h"
 #include "UiTest.h"
+#include "widgets/RowListView.h"
+#include "widgets/SearchField.h"
 
 #include <QAccessible>
 #include <QScrollBar>

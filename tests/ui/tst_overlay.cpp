@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "AppWindow.h"
 #include "Find.h"
-#include "OperationOverlay.h"
-#include "OutputText.h"
-#include "Spinner.h"
-#include "Theme.h"
-#include "Typography.h"
 #include "UiTest.h"
+#include "shell/OperationOverlay.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/OutputText.h"
+#include "widgets/Spinner.h"
 
 #include <QFontInfo>
 #include <QLabel>

@@ -3,8 +3,8 @@
 #include "LangManager.h"
 #include "PackageListCase.h"
 #include "Samples.h"
-#include "SearchField.h"
 #include "UiTest.h"
+#include "widgets/SearchField.h"
 
 #include <QLocale>
 #include <QScopeGuard>

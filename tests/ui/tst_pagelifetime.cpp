@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "AlertDriver.h"
 #include "BrewManager.h"
-#include "ContentView.h"
-#include "DetailColumn.h"
 #include "Find.h"
 #include "Input.h"
 #include "LangManager.h"
-#include "MainWindow.h"
-#include "Page.h"
 #include "PageDriver.h"
-#include "RowListView.h"
 #include "Samples.h"
 #include "ScriptedBrew.h"
-#include "SearchField.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "shell/ContentView.h"
+#include "shell/DetailColumn.h"
+#include "shell/MainWindow.h"
+#include "views/Page.h"
+#include "widgets/RowListView.h"
+#include "widgets/SearchField.h"
 
 #include <QApplication>
 #include <QMenu>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Input.h"
 #include "Pixels.h"
-#include "RowListView.h"
-#include "Theme.h"
-#include "Typography.h"
 #include "UiTest.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/RowListView.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,8 +2,8 @@
 #include "Find.h"
 #include "Input.h"
 #include "ListDriver.h"
-#include "RowListView.h"
 #include "UiTest.h"
+#include "widgets/RowListView.h"
 
 #include <QApplication>
 #include <QMenu>

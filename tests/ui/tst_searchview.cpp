@@ -3,9 +3,9 @@
 #include "LangManager.h"
 #include "PageWindow.h"
 #include "Samples.h"
-#include "SearchField.h"
-#include "SearchView.h"
 #include "UiTest.h"
+#include "pages/SearchView.h"
+#include "widgets/SearchField.h"
 
 #include <QElapsedTimer>
 #include <QKeyEvent>

@@ -3,14 +3,14 @@
 #include "Find.h"
 #include "Input.h"
 #include "LangManager.h"
-#include "OutputSection.h"
-#include "OutputText.h"
 #include "PageWindow.h"
-#include "SegmentedPicker.h"
-#include "SettingsView.h"
-#include "Spinner.h"
-#include "SymbolLabel.h"
 #include "UiTest.h"
+#include "pages/SettingsView.h"
+#include "widgets/OutputSection.h"
+#include "widgets/OutputText.h"
+#include "widgets/SegmentedPicker.h"
+#include "widgets/Spinner.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QFontInfo>
 #include <QLabel>

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "AppWindow.h"
-#include "DetailColumn.h"
-#include "ElidedLabel.h"
 #include "Find.h"
 #include "Input.h"
-#include "Page.h"
-#include "RowListView.h"
 #include "Samples.h"
-#include "SearchField.h"
-#include "SecondaryLabel.h"
 #include "SheetDriver.h"
-#include "SidebarView.h"
-#include "StateView.h"
 #include "UiTest.h"
+#include "shell/DetailColumn.h"
+#include "shell/SidebarView.h"
+#include "views/Page.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/RowListView.h"
+#include "widgets/SearchField.h"
+#include "widgets/SecondaryLabel.h"
+#include "widgets/StateView.h"
 
 #include <QApplication>
 #include <QLabel>

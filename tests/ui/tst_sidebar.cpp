@@ -4,9 +4,9 @@
 #include "Pixels.h"
 #include "Samples.h"
 #include "SheetDriver.h"
-#include "Theme.h"
-#include "Typography.h"
 #include "UiTest.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QApplication>
 #include <QListView>

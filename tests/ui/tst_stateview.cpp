@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Find.h"
-#include "Spinner.h"
-#include "StateView.h"
-#include "SymbolLabel.h"
-#include "Theme.h"
 #include "UiTest.h"
+#include "style/Theme.h"
+#include "widgets/Spinner.h"
+#include "widgets/StateView.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QLabel>
 

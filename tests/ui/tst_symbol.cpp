@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "SidebarCategory.h"
-#include "Symbol.h"
 #include "UiTest.h"
+#include "shell/SidebarCategory.h"
+#include "style/Symbol.h"
 
 #include <QApplication>
 #include <QPainter>

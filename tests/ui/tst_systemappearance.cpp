@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SecondProcess.h"
-#include "SystemAppearance.h"
-#include "Theme.h"
+#include "style/SystemAppearance.h"
+#include "style/Theme.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -4,11 +4,11 @@
 #include "Input.h"
 #include "LangManager.h"
 #include "PageWindow.h"
-#include "RowListView.h"
 #include "SheetDriver.h"
-#include "Spinner.h"
-#include "TapsView.h"
 #include "UiTest.h"
+#include "pages/TapsView.h"
+#include "widgets/RowListView.h"
+#include "widgets/Spinner.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Theme.h"
+#include "style/Theme.h"
 
 #include <QGuiApplication>
 #include <QTest>

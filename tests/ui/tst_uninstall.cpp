@@ -3,8 +3,8 @@
 #include "Input.h"
 #include "LangManager.h"
 #include "PackageListCase.h"
-#include "RowListView.h"
 #include "UiTest.h"
+#include "widgets/RowListView.h"
 
 #include <QMenu>
 #include <QScopeGuard>

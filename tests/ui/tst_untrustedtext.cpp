@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "AlertDriver.h"
 #include "AppScene.h"
-#include "Badge.h"
 #include "ControlTree.h"
-#include "ElidedLabel.h"
-#include "FailureStrip.h"
 #include "Find.h"
 #include "Input.h"
-#include "OperationOverlay.h"
-#include "OutputSection.h"
-#include "OutputText.h"
-#include "RowListView.h"
 #include "Samples.h"
 #include "SheetDriver.h"
 #include "ThreadTime.h"
 #include "UiTest.h"
+#include "shell/FailureStrip.h"
+#include "shell/OperationOverlay.h"
+#include "widgets/Badge.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/OutputSection.h"
+#include "widgets/OutputText.h"
+#include "widgets/RowListView.h"
 
 #include <QApplication>
 #include <QHelpEvent>

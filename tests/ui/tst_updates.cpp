@@ -4,7 +4,7 @@
 #include "PageWindow.h"
 #include "Samples.h"
 #include "UiTest.h"
-#include "UpdatesView.h"
+#include "pages/UpdatesView.h"
 
 #include <QScopeGuard>
 

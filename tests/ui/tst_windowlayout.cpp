@@ -2,10 +2,10 @@
 #include "AppScene.h"
 #include "BrewAt.h"
 #include "ControlTree.h"
-#include "ElidedLabel.h"
 #include "Find.h"
-#include "PageHeader.h"
 #include "UiTest.h"
+#include "shell/PageHeader.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QListView>
 

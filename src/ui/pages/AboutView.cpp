@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "AboutView.h"
+#include "pages/AboutView.h"
 
 #include "Addresses.h"
 #include "L10n.h"
-#include "LinkRow.h"
-#include "OpenAddress.h"
-#include "RoundedPicture.h"
-#include "SecondaryLabel.h"
-#include "Typography.h"
+#include "style/Typography.h"
+#include "widgets/LinkRow.h"
+#include "widgets/OpenAddress.h"
+#include "widgets/RoundedPicture.h"
+#include "widgets/SecondaryLabel.h"
 
 #include <QGuiApplication>
 #include <QIcon>

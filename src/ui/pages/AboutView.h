@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Page.h"
+#include "views/Page.h"
 
 /// The application's icon, name and version, and where to find more about it.
 class AboutView final : public Page {

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "AddTapSheet.h"
+#include "pages/AddTapSheet.h"
 
 #include "Blanks.h"
-#include "DisplayText.h"
 #include "L10n.h"
-#include "Metrics.h"
-#include "SecondaryLabel.h"
-#include "Sheet.h"
-#include "Spinner.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
+#include "widgets/SecondaryLabel.h"
+#include "widgets/Sheet.h"
+#include "widgets/Spinner.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "BrewNotFoundView.h"
+#include "pages/BrewNotFoundView.h"
 
 #include "Addresses.h"
-#include "DisplayText.h"
 #include "L10n.h"
-#include "LumoraStyle.h"
-#include "OpenAddress.h"
-#include "SecondaryLabel.h"
-#include "SymbolLabel.h"
-#include "Typography.h"
+#include "style/LumoraStyle.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
+#include "widgets/OpenAddress.h"
+#include "widgets/SecondaryLabel.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CaskListView.h"
+#include "pages/CaskListView.h"
 
 #include "BrewManager.h"
 #include "L10n.h"

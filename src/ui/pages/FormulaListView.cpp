@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FormulaListView.h"
+#include "pages/FormulaListView.h"
 
 #include "BrewManager.h"
 #include "L10n.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PackageListPage.h"
+#include "views/PackageListPage.h"
 
 /// The page of the installed formulae.
 class FormulaListView final : public PackageListPage {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "PackageDetailView.h"
+#include "pages/PackageDetailView.h"
 
 #include "BrewManager.h"
 #include "L10n.h"
-#include "OutputSection.h"
-#include "PackageFacts.h"
-#include "Spinner.h"
-#include "StateView.h"
+#include "pages/PackageFacts.h"
+#include "widgets/OutputSection.h"
+#include "widgets/Spinner.h"
+#include "widgets/StateView.h"
 
 #include <QLabel>
 #include <QPointer>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "BrewPackage.h"
-#include "View.h"
+#include "views/View.h"
 
 #include <QCoroTask>
 

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "PackageFacts.h"
+#include "pages/PackageFacts.h"
 
 #include "Addresses.h"
-#include "Badge.h"
 #include "BrewPackage.h"
-#include "DetailRow.h"
-#include "DisplayText.h"
-#include "ElidedLabel.h"
-#include "FlowLayout.h"
-#include "HairlineDivider.h"
 #include "L10n.h"
-#include "LinkButton.h"
-#include "SymbolLabel.h"
-#include "Typography.h"
+#include "style/Typography.h"
+#include "widgets/Badge.h"
+#include "widgets/DetailRow.h"
+#include "widgets/DisplayText.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/FlowLayout.h"
+#include "widgets/HairlineDivider.h"
+#include "widgets/LinkButton.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QLabel>
 #include <QUrl>

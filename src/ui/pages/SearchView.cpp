@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "SearchView.h"
+#include "pages/SearchView.h"
 
 #include "BrewManager.h"
 #include "L10n.h"
-#include "PackageSelection.h"
-#include "RowListView.h"
-#include "SearchField.h"
-#include "StateView.h"
+#include "views/PackageSelection.h"
+#include "widgets/RowListView.h"
+#include "widgets/SearchField.h"
+#include "widgets/StateView.h"
 
 #include <QPointer>
 #include <QStackedLayout>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Page.h"
 #include "SearchResult.h"
-#include "SectionedRows.h"
+#include "views/Page.h"
+#include "views/SectionedRows.h"
 
 #include <QCoroTask>
 #include <QTimer>

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
-#include "SettingsView.h"
+#include "pages/SettingsView.h"
 
-#include "Alert.h"
 #include "BrewManager.h"
-#include "DisplayText.h"
-#include "HairlineDivider.h"
 #include "L10n.h"
 #include "LangManager.h"
-#include "OutputSection.h"
-#include "SecondaryLabel.h"
-#include "SegmentedPicker.h"
-#include "Spinner.h"
-#include "Symbol.h"
-#include "SymbolLabel.h"
-#include "Typography.h"
+#include "style/Symbol.h"
+#include "style/Typography.h"
+#include "widgets/Alert.h"
+#include "widgets/DisplayText.h"
+#include "widgets/HairlineDivider.h"
+#include "widgets/OutputSection.h"
+#include "widgets/SecondaryLabel.h"
+#include "widgets/SegmentedPicker.h"
+#include "widgets/Spinner.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QLabel>
 #include <QPointer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Page.h"
+#include "views/Page.h"
 
 #include <QCoroTask>
 

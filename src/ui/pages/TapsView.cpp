@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "TapsView.h"
+#include "pages/TapsView.h"
 
-#include "AddTapSheet.h"
-#include "Alert.h"
 #include "Blanks.h"
 #include "BrewManager.h"
-#include "IconButton.h"
 #include "L10n.h"
-#include "RowListView.h"
-#include "StateView.h"
+#include "pages/AddTapSheet.h"
+#include "widgets/Alert.h"
+#include "widgets/IconButton.h"
+#include "widgets/RowListView.h"
+#include "widgets/StateView.h"
 
 #include <QStackedLayout>
 

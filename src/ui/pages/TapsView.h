@@ -2,7 +2,7 @@
 #pragma once
 
 #include "BrewTap.h"
-#include "Page.h"
+#include "views/Page.h"
 
 #include <QCoroTask>
 #include <QPointer>

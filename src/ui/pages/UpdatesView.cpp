@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "UpdatesView.h"
+#include "pages/UpdatesView.h"
 
 #include "BrewManager.h"
-#include "DisplayText.h"
-#include "IconButton.h"
 #include "L10n.h"
-#include "LumoraStyle.h"
-#include "PackageSelection.h"
-#include "RowListView.h"
-#include "StateView.h"
-#include "Symbol.h"
+#include "style/LumoraStyle.h"
+#include "style/Symbol.h"
+#include "views/PackageSelection.h"
+#include "widgets/DisplayText.h"
+#include "widgets/IconButton.h"
+#include "widgets/RowListView.h"
+#include "widgets/StateView.h"
 
 #include <QPointer>
 #include <QPushButton>

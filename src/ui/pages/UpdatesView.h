@@ -2,8 +2,8 @@
 #pragma once
 
 #include "OutdatedPackage.h"
-#include "Page.h"
-#include "SectionedRows.h"
+#include "views/Page.h"
+#include "views/SectionedRows.h"
 
 #include <QCoroTask>
 #include <QSet>

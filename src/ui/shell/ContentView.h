@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "PackageSelection.h"
-#include "SidebarCategory.h"
-#include "View.h"
+#include "shell/SidebarCategory.h"
+#include "views/PackageSelection.h"
+#include "views/View.h"
 
 #include <QPointer>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "DetailColumn.h"
+#include "shell/DetailColumn.h"
 
-#include "FailureStrip.h"
-#include "Page.h"
-#include "PageHeader.h"
-#include "SecondaryLabel.h"
-#include "Typography.h"
+#include "shell/FailureStrip.h"
+#include "shell/PageHeader.h"
+#include "style/Typography.h"
+#include "views/Page.h"
+#include "widgets/SecondaryLabel.h"
 
 #include <QVBoxLayout>
 

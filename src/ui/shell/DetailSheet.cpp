@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "DetailSheet.h"
+#include "shell/DetailSheet.h"
 
-#include "DisplayText.h"
 #include "L10n.h"
-#include "PackageDetailView.h"
-#include "Sheet.h"
-#include "SheetFooter.h"
+#include "pages/PackageDetailView.h"
+#include "widgets/DisplayText.h"
+#include "widgets/Sheet.h"
+#include "widgets/SheetFooter.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>

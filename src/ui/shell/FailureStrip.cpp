@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "FailureStrip.h"
+#include "shell/FailureStrip.h"
 
 #include "BrewManager.h"
-#include "ElidedLabel.h"
-#include "IconButton.h"
 #include "L10n.h"
-#include "Metrics.h"
-#include "Painting.h"
-#include "SymbolLabel.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/IconButton.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

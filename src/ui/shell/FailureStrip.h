@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "View.h"
+#include "views/View.h"
 
 #include <optional>
 

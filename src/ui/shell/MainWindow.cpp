@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "MainWindow.h"
+#include "shell/MainWindow.h"
 
 #include "BrewManager.h"
-#include "ContentView.h"
-#include "DetailColumn.h"
-#include "DisplayText.h"
-#include "IconButton.h"
 #include "L10n.h"
 #include "LangManager.h"
-#include "Metrics.h"
-#include "Page.h"
-#include "Sheet.h"
+#include "shell/ContentView.h"
+#include "shell/DetailColumn.h"
+#include "style/Metrics.h"
+#include "views/Page.h"
+#include "widgets/DisplayText.h"
+#include "widgets/IconButton.h"
+#include "widgets/Sheet.h"
 
 #include <QMenu>
 #include <QMenuBar>

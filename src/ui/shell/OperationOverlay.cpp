@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "OperationOverlay.h"
+#include "shell/OperationOverlay.h"
 
 #include "L10n.h"
-#include "OutputText.h"
-#include "Painting.h"
-#include "Spinner.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/OutputText.h"
+#include "widgets/Spinner.h"
 
 #include <QEvent>
 #include <QLabel>

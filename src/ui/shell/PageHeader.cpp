@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "PageHeader.h"
+#include "shell/PageHeader.h"
 
-#include "ElidedLabel.h"
-#include "Metrics.h"
-#include "Painting.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

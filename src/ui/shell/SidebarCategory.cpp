@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SidebarCategory.h"
+#include "shell/SidebarCategory.h"
 
 #include "L10n.h"
 

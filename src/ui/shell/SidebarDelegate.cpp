@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "SidebarDelegate.h"
+#include "shell/SidebarDelegate.h"
 
-#include "Painting.h"
-#include "Symbol.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Painting.h"
+#include "style/Symbol.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QPainter>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "SidebarView.h"
+#include "shell/SidebarView.h"
 
 #include "BrewManager.h"
 #include "L10n.h"
-#include "SidebarDelegate.h"
-#include "Theme.h"
+#include "shell/SidebarDelegate.h"
+#include "style/Theme.h"
 
 #include <QListView>
 #include <QPainter>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SidebarCategory.h"
-#include "View.h"
+#include "shell/SidebarCategory.h"
+#include "views/View.h"
 
 class QListView;
 class QModelIndex;

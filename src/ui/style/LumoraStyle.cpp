@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "LumoraStyle.h"
+#include "style/LumoraStyle.h"
 
-#include "Metrics.h"
-#include "Painting.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "Painting.h"
+#include "style/Painting.h"
 
-#include "Metrics.h"
-#include "Theme.h"
+#include "style/Metrics.h"
+#include "style/Theme.h"
 
 #include <QPainter>
 #include <QPainterPath>

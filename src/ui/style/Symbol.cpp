@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Symbol.h"
+#include "style/Symbol.h"
 
-#include "Theme.h"
+#include "style/Theme.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>

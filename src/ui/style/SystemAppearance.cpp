@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "SystemAppearance.h"
+#include "style/SystemAppearance.h"
 
-#include "Theme.h"
+#include "style/Theme.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Typography.h"
+#include "style/Typography.h"
 
 #include <QFontDatabase>
 #include <QFontMetricsF>

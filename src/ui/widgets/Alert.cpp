@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Alert.h"
+#include "widgets/Alert.h"
 
-#include "DisplayText.h"
+#include "widgets/DisplayText.h"
 
 #include <QLabel>
 #include <QMessageBox>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "Badge.h"
+#include "widgets/Badge.h"
 
-#include "DisplayText.h"
-#include "Painting.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
 
 #include <QPainter>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "DetailRow.h"
+#include "widgets/DetailRow.h"
 
-#include "DisplayText.h"
-#include "LinkButton.h"
-#include "SecondaryLabel.h"
-#include "Typography.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
+#include "widgets/LinkButton.h"
+#include "widgets/SecondaryLabel.h"
 
 #include <QHBoxLayout>
 

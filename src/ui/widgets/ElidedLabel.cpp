@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "ElidedLabel.h"
+#include "widgets/ElidedLabel.h"
 
-#include "DisplayText.h"
-#include "Typography.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
 
 #include <QEvent>
 

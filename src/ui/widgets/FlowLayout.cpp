@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FlowLayout.h"
+#include "widgets/FlowLayout.h"
 
 FlowLayout::FlowLayout(int spacing, QWidget* parent) : QLayout(parent) {
     setContentsMargins(0, 0, 0, 0);

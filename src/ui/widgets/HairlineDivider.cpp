@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "HairlineDivider.h"
+#include "widgets/HairlineDivider.h"
 
-#include "Theme.h"
+#include "style/Theme.h"
 
 #include <QPainter>
 

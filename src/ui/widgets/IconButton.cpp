@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "IconButton.h"
+#include "widgets/IconButton.h"
 
-#include "DisplayText.h"
-#include "Metrics.h"
-#include "Painting.h"
-#include "Symbol.h"
-#include "Theme.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Symbol.h"
+#include "style/Theme.h"
+#include "widgets/DisplayText.h"
 
 #include <QPainter>
 

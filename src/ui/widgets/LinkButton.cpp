@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "LinkButton.h"
+#include "widgets/LinkButton.h"
 
-#include "DisplayText.h"
-#include "OpenAddress.h"
-#include "Painting.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
+#include "widgets/OpenAddress.h"
 
 #include <QPainter>
 

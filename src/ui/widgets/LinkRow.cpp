@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "LinkRow.h"
+#include "widgets/LinkRow.h"
 
-#include "Metrics.h"
-#include "Painting.h"
-#include "Symbol.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Symbol.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QPainter>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "OpenAddress.h"
+#include "widgets/OpenAddress.h"
 
 #include <QDesktopServices>
 #include <QUrl>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "OutputSection.h"
+#include "widgets/OutputSection.h"
 
-#include "OutputText.h"
-#include "Typography.h"
+#include "style/Typography.h"
+#include "widgets/OutputText.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

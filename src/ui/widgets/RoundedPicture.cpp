@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "RoundedPicture.h"
+#include "widgets/RoundedPicture.h"
 
 #include <QPainter>
 #include <QPainterPath>

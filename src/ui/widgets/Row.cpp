@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Row.h"
+#include "widgets/Row.h"
 
-#include "DisplayText.h"
+#include "widgets/DisplayText.h"
 
 using namespace Qt::StringLiterals;
 

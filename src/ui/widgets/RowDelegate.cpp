@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "RowDelegate.h"
+#include "widgets/RowDelegate.h"
 
-#include "DisplayText.h"
-#include "Metrics.h"
-#include "Painting.h"
-#include "RowListView.h"
-#include "Spinner.h"
-#include "Symbol.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Symbol.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
+#include "widgets/RowListView.h"
+#include "widgets/Spinner.h"
 
 #include <QPainter>
 

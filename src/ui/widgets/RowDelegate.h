@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Row.h"
+#include "widgets/Row.h"
 
 #include <QFont>
 #include <QStyledItemDelegate>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "RowListView.h"
+#include "widgets/RowListView.h"
 
-#include "DisplayText.h"
 #include "L10n.h"
-#include "Spinner.h"
+#include "widgets/DisplayText.h"
+#include "widgets/Spinner.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "RowDelegate.h"
-#include "RowModel.h"
+#include "widgets/RowDelegate.h"
+#include "widgets/RowModel.h"
 
 #include <QBasicTimer>
 #include <QListView>

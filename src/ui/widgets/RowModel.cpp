@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "RowModel.h"
+#include "widgets/RowModel.h"
 
-#include "DisplayText.h"
+#include "widgets/DisplayText.h"
 
 void RowModel::reset(int count, Describe describe) {
     beginResetModel();

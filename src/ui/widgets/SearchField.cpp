@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "SearchField.h"
+#include "widgets/SearchField.h"
 
-#include "Metrics.h"
-#include "Symbol.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Symbol.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "SecondaryLabel.h"
+#include "widgets/SecondaryLabel.h"
 
-#include "Typography.h"
+#include "style/Typography.h"
 
 SecondaryLabel::SecondaryLabel(const QString& text, double size, QWidget* parent)
     : QLabel(text, parent) {

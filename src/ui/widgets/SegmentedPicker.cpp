@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "SegmentedPicker.h"
+#include "widgets/SegmentedPicker.h"
 
-#include "DisplayText.h"
-#include "Metrics.h"
-#include "Painting.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+#include "widgets/DisplayText.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "Sheet.h"
+#include "widgets/Sheet.h"
 
-#include "Metrics.h"
-#include "Painting.h"
-#include "Theme.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
 
 #include <QApplication>
 #include <QGraphicsOpacityEffect>

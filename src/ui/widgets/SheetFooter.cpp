@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "SheetFooter.h"
+#include "widgets/SheetFooter.h"
 
-#include "Metrics.h"
-#include "Theme.h"
+#include "style/Metrics.h"
+#include "style/Theme.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Spinner.h"
+#include "widgets/Spinner.h"
 
-#include "Theme.h"
+#include "style/Theme.h"
 
 #include <QDateTime>
 #include <QPainter>

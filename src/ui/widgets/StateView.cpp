@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "StateView.h"
+#include "widgets/StateView.h"
 
-#include "Metrics.h"
-#include "SecondaryLabel.h"
-#include "Spinner.h"
-#include "SymbolLabel.h"
-#include "Typography.h"
+#include "style/Metrics.h"
+#include "style/Typography.h"
+#include "widgets/SecondaryLabel.h"
+#include "widgets/Spinner.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QVBoxLayout>
 

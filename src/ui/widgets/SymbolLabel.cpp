@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "SymbolLabel.h"
+#include "widgets/SymbolLabel.h"
 
-#include "Symbol.h"
-#include "Theme.h"
+#include "style/Symbol.h"
+#include "style/Theme.h"
 
 #include <QPainter>
 

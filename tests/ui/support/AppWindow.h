@@ -2,12 +2,12 @@
 #pragma once
 
 #include "BrewManager.h"
-#include "ContentView.h"
 #include "LangManager.h"
-#include "MainWindow.h"
 #include "PageDriver.h"
 #include "ScriptedBrew.h"
 #include "SidebarDriver.h"
+#include "shell/ContentView.h"
+#include "shell/MainWindow.h"
 
 /// The application's window over a manager and a brew of its own, in English at first.
 struct AppWindow final {

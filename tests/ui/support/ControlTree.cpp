@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "ControlTree.h"
 
-#include "Badge.h"
-#include "ElidedLabel.h"
-#include "LinkRow.h"
-#include "OperationOverlay.h"
-#include "Sheet.h"
-#include "Spinner.h"
-#include "SymbolLabel.h"
+#include "shell/OperationOverlay.h"
+#include "widgets/Badge.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/LinkRow.h"
+#include "widgets/Sheet.h"
+#include "widgets/Spinner.h"
+#include "widgets/SymbolLabel.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>

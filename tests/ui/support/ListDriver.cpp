@@ -3,7 +3,7 @@
 
 #include "Find.h"
 #include "Input.h"
-#include "RowListView.h"
+#include "widgets/RowListView.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>

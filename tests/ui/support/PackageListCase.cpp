@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "PackageListCase.h"
 
-#include "CaskListView.h"
-#include "FormulaListView.h"
 #include "Samples.h"
+#include "pages/CaskListView.h"
+#include "pages/FormulaListView.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,10 +3,10 @@
 
 #include "Find.h"
 #include "Input.h"
-#include "PageHeader.h"
-#include "SearchField.h"
-#include "StateView.h"
-#include "SymbolLabel.h"
+#include "shell/PageHeader.h"
+#include "widgets/SearchField.h"
+#include "widgets/StateView.h"
+#include "widgets/SymbolLabel.h"
 
 QString PageDriver::title() const {
     return require<PageHeader>(m_root).title();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PageWindow.h"
 
-#include "Page.h"
+#include "views/Page.h"
 
 #include <QTest>
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "BrewManager.h"
-#include "DetailColumn.h"
-#include "PackageSelection.h"
 #include "PageDriver.h"
 #include "ScriptedBrew.h"
+#include "shell/DetailColumn.h"
+#include "views/PackageSelection.h"
 
 class Page;
 

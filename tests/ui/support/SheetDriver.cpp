@@ -3,7 +3,7 @@
 
 #include "Find.h"
 #include "Input.h"
-#include "Sheet.h"
+#include "widgets/Sheet.h"
 
 #include <QTest>
 

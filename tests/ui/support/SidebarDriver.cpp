@@ -3,7 +3,7 @@
 
 #include "Find.h"
 #include "Input.h"
-#include "SidebarDelegate.h"
+#include "shell/SidebarDelegate.h"
 
 #include <QListView>
 

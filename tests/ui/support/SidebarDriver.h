@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SidebarCategory.h"
+#include "shell/SidebarCategory.h"
 
 #include <QRect>
 #include <QStringList>

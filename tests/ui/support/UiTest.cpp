@@ -2,9 +2,9 @@
 #include "UiTest.h"
 
 #include "LangManager.h"
-#include "LumoraStyle.h"
-#include "Theme.h"
-#include "Typography.h"
+#include "style/LumoraStyle.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
 
 #include <QApplication>
 #include <QToolTip>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "View.h"
+#include "views/View.h"
 
 #include "BrewManager.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "Page.h"
+#include "views/Page.h"
 
-#include "IconButton.h"
-#include "SearchField.h"
+#include "widgets/IconButton.h"
+#include "widgets/SearchField.h"
 
 #include <QHBoxLayout>
 

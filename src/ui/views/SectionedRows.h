@@ -2,7 +2,7 @@
 #pragma once
 
 #include "L10n.h"
-#include "RowModel.h"
+#include "widgets/RowModel.h"
 
 #include <QList>
 

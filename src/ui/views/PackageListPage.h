@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FilteredPackages.h"
-#include "Page.h"
+#include "views/FilteredPackages.h"
+#include "views/Page.h"
 
 #include <QCoroTask>
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "PackageListPage.h"
+#include "views/PackageListPage.h"
 
-#include "Alert.h"
 #include "BrewManager.h"
-#include "IconButton.h"
 #include "L10n.h"
-#include "PackageSelection.h"
-#include "RowListView.h"
-#include "SearchField.h"
-#include "StateView.h"
+#include "views/PackageSelection.h"
+#include "widgets/Alert.h"
+#include "widgets/IconButton.h"
+#include "widgets/RowListView.h"
+#include "widgets/SearchField.h"
+#include "widgets/StateView.h"
 
 #include <QStackedLayout>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "FilteredPackages.h"
+#include "views/FilteredPackages.h"
 
-#include "TextFilter.h"
+#include "views/TextFilter.h"
 
 bool FilteredPackages::update(const QList<BrewPackage>& packages, const QString& typed) {
     if (packages.isSharedWith(m_packages) && typed == m_typed)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "TextFilter.h"
+#include "views/TextFilter.h"
 
 TextFilter::TextFilter(const QString& typed)
     : m_needsLocale(m_locale.language() == QLocale::Turkish ||
