@@ -36,8 +36,8 @@ private:
 
 namespace {
 
-using PlainText = QString (*)();
-using Template = QString (*)(const QString& argument);
+using PlainText = const L10n::Text*;
+using Template = const L10n::TextWith<QString>*;
 
 const QMap<QString, PlainText>& plainTexts() {
     static const QMap<QString, PlainText> texts{
@@ -158,9 +158,9 @@ QString textOf(const QString& key, const QString& argument) {
     if (key == countKey)
         return L10n::dependencies(argument.toInt());
     if (const PlainText plain = plainTexts().value(key))
-        return plain();
+        return (*plain)();
     const Template withArgument = templates().value(key);
-    return withArgument != nullptr ? withArgument(argument) : u"no such entry"_s;
+    return withArgument != nullptr ? (*withArgument)(argument) : u"no such entry"_s;
 }
 
 /// Adds rows for each entry in each language, and the table's text of it.
