@@ -3,12 +3,12 @@
 
 #include "BrewInfoResponse.h"
 #include "BrewListResponse.h"
-#include "JsonSyntax.h"
 #include "OutdatedResponse.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <simdjson.h>
 
 #include <algorithm>
@@ -221,28 +221,50 @@ private:
 
 /// The parser refuses numbers beyond 64 bits, which JSON allows and brew may print under a key
 /// that is not read. No field is a number, so that any other will do.
-std::string withSmallNumbers(std::string utf8) {
-    bool isInText = false;
-    for (std::size_t at = 0; at < utf8.size(); ++at) {
-        const char character = utf8[at];
-        if (character == '"') {
-            isInText = !isInText;
-        } else if (isInText) {
-            at += character == '\\' ? 1U : 0U;
-        } else if (character == '-' || (character >= '0' && character <= '9')) {
-            const auto end = std::min(utf8.find_first_not_of("+-.0123456789Ee", at), utf8.size());
-            utf8.replace(at, end - at, end - at, ' ');
-            utf8[at] = '0';
-            at = end - 1;
-        }
+std::string withSmallNumbers(const std::string& utf8) {
+    static const QRegularExpression number(
+        uR"("(?:[^"\\]|\\.)*+"(*SKIP)(*FAIL))"
+        uR"(|(?<![\w.+-])-?(?:0|[1-9]\d*+)(?:\.\d++)?+(?:[Ee][+-]?\d++)?+(?![\w.+-]))"_s);
+    return QString::fromStdString(utf8).replace(number, u"0"_s).toStdString();
+}
+
+/// Where and why Qt's parser, which unlike the strict one notes the place, gives up; null if it
+/// accepts the text. A user whose shell profile prints a greeting into every report needs to
+/// see that line.
+QString syntaxError(std::string_view utf8) {
+    QJsonParseError error;
+    QJsonDocument::fromJson(
+        QByteArray::fromRawData(utf8.data(), static_cast<qsizetype>(utf8.size())), &error);
+    if (error.error == QJsonParseError::NoError)
+        return {};
+
+    // The last byte that was taken is what it stumbled over. npos + 1 is the text's start.
+    const auto taken = static_cast<std::size_t>(error.offset);
+    const std::string_view before = utf8.substr(0, taken);
+    const std::size_t lineStart = before.rfind('\n') + 1;
+    const auto lineNumber = std::ranges::count(before, '\n') + 1;
+    const qsizetype column = std::max<qsizetype>(text(before.substr(lineStart)).size(), 1);
+
+    constexpr qsizetype context = 20;
+    const std::string_view line = utf8.substr(lineStart, utf8.find('\n', taken) - lineStart);
+    QString excerpt = text(line).mid(std::max<qsizetype>(column - context, 0), 2 * context);
+    for (QChar& character : excerpt) {
+        if (!character.isPrint() && !character.isSurrogate())
+            character = u' ';
     }
-    return utf8;
+    excerpt = excerpt.trimmed();
+    return u"line %1, column %2: %3 near %4"_s.arg(
+        QString::number(lineNumber), QString::number(column), error.errorString(),
+        excerpt.isEmpty() ? u"the end"_s : u'"' + excerpt + u'"');
 }
 
 /// The whole document, which lives as long as the parser, or why the text is not JSON.
 std::variant<Element, DecodingError> parse(const std::string& utf8, simdjson::dom::parser& parser) {
+    // JSON has none; some versions of the parser skip it all the same.
+    if (utf8.starts_with("\xEF\xBB\xBF"))
+        return DecodingError{u"line 1, column 1: expected object, found a byte order mark"_s};
     Element document;
-    auto error = parser.parse(utf8).get(document);
+    const auto error = parser.parse(utf8).get(document);
     if (error == simdjson::SUCCESS)
         return document;
     if (utf8.find_first_not_of(" \t\r\n") == std::string::npos) {
@@ -252,12 +274,11 @@ std::variant<Element, DecodingError> parse(const std::string& utf8, simdjson::do
     }
     if (error == simdjson::UTF8_ERROR)
         return DecodingError{u"the report: expected valid UTF-8, found other bytes"_s};
-    if (const auto place = JsonSyntaxError::find(utf8))
-        return DecodingError{place->description(utf8)};
-    error = parser.parse(withSmallNumbers(utf8)).get(document);
-    if (error == simdjson::SUCCESS)
+    if (parser.parse(withSmallNumbers(utf8)).get(document) == simdjson::SUCCESS)
         return document;
-    return DecodingError{u"the report: "_s + text(simdjson::error_message(error))};
+    const QString place = syntaxError(utf8);
+    return DecodingError{place.isNull() ? u"the report: "_s + text(simdjson::error_message(error))
+                                        : place};
 }
 
 } // namespace

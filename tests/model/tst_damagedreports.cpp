@@ -77,11 +77,12 @@ template <class Report>
 bool isSound(const std::string& json) {
     const auto outcome = decodeReport<Report>(json);
     if (const auto* error = std::get_if<DecodingError>(&outcome)) {
-        // One readable line that names the place; and the two readers agree on what is JSON.
+        // One readable line that names the place, or the parser's own words.
         constexpr qsizetype longest = 200;
-        static const QRegularExpression shape(u"^(line \\d+, column \\d+|the report( is empty or "
-                                              u"not valid UTF-8)?|(formulae|casks)[\\w.\\[\\]]*)"
-                                              ": expected .+, found .+$"_s);
+        static const QRegularExpression shape(
+            u"^(line \\d+, column \\d+: .+ near .+"
+            u"|(line 1, column 1|the report( is empty or not valid UTF-8)?|"
+            u"(formulae|casks)[\\w.\\[\\]]*): expected .+, found .+|the report: .+)$"_s);
         return error->description.size() <= longest && shape.match(error->description).hasMatch() &&
                std::ranges::all_of(error->description,
                                    [](QChar c) { return c.isPrint() || c.isSurrogate(); });
