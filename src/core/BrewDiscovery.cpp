@@ -2,7 +2,8 @@
 #include "BrewDiscovery.h"
 
 #include "ShellProcess.h"
-#include "Utf8.h"
+
+#include <simdjson.h>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -15,9 +16,10 @@
 
 namespace {
 
+/// A path that is no UTF-8 couldn't be handed on as text: as good as none.
 bool exists(const std::string& path) {
     std::error_code ignored;
-    return std::filesystem::exists(path, ignored);
+    return simdjson::validate_utf8(path) && std::filesystem::exists(path, ignored);
 }
 
 /// White space and line ends as Unicode knows them, in UTF-8.
@@ -28,20 +30,14 @@ constexpr std::array<std::string_view, 25> whiteSpace{
     "\xE2\x80\x89", "\xE2\x80\x8A", "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F",
     "\xE3\x80\x80"};
 
-std::size_t sizeOfSpace(bool (*isAtEdge)(std::string_view text, std::string_view space),
-                        std::string_view text) {
-    const auto* const space = std::ranges::find_if(
-        whiteSpace, [&](std::string_view candidate) { return isAtEdge(text, candidate); });
-    return space != whiteSpace.end() ? space->size() : 0;
-}
-
 std::string_view trimmed(std::string_view text) {
-    const auto atStart = [](std::string_view t, std::string_view s) { return t.starts_with(s); };
-    const auto atEnd = [](std::string_view t, std::string_view s) { return t.ends_with(s); };
-    while (const std::size_t size = sizeOfSpace(atStart, text))
-        text.remove_prefix(size);
-    while (const std::size_t size = sizeOfSpace(atEnd, text))
-        text.remove_suffix(size);
+    const auto startsText = [&text](std::string_view space) { return text.starts_with(space); };
+    const auto endsText = [&text](std::string_view space) { return text.ends_with(space); };
+    const auto* space = whiteSpace.begin();
+    while ((space = std::ranges::find_if(whiteSpace, startsText)) != whiteSpace.end())
+        text.remove_prefix(space->size());
+    while ((space = std::ranges::find_if(whiteSpace, endsText)) != whiteSpace.end())
+        text.remove_suffix(space->size());
     return text;
 }
 
@@ -55,7 +51,7 @@ std::string askShellForBrew() {
         return {};
     const std::string output = shell->standardOutput().readToEnd();
     static_cast<void>(shell->waitForExit());
-    return isValidUtf8(output) ? std::string(trimmed(output)) : std::string();
+    return std::string(trimmed(output));
 }
 
 } // namespace

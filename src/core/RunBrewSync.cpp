@@ -2,8 +2,8 @@
 #include "RunBrewSync.h"
 
 #include "OpenPipes.h"
-#include "ShellProcess.h"
-#include "Utf8.h"
+
+#include <simdjson.h>
 
 namespace {
 
@@ -19,7 +19,7 @@ void appendQuoted(std::string& line, const std::string& argument) {
 }
 
 std::string textOrNothing(std::string bytes) {
-    return isValidUtf8(bytes) ? std::move(bytes) : std::string();
+    return simdjson::validate_utf8(bytes) ? std::move(bytes) : std::string();
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "FileDescriptor.h"
-#include "LaunchError.h"
 
 #include <sys/types.h>
 
@@ -10,6 +9,13 @@
 #include <string>
 #include <variant>
 #include <vector>
+
+/// Why a child process could not be started, in words for the user (UTF-8).
+struct LaunchError final {
+    std::string description;
+
+    bool operator==(const LaunchError&) const = default;
+};
 
 /// A running child shell with its standard output and standard error on two pipes.
 ///

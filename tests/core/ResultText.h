@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommandResult.h"
+#include "RunBrewSync.h"
 
 #include <QByteArray>
 #include <QtTest>

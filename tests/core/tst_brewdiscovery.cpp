@@ -8,6 +8,8 @@
 
 #include <pwd.h>
 
+#include <filesystem>
+
 using namespace Qt::StringLiterals;
 
 class BrewDiscoveryTest final : public QObject {
@@ -20,6 +22,7 @@ private Q_SLOTS:
     void takesTheFirstThatExists_data();
     void takesTheFirstThatExists();
     void acceptsADoubledSlash();
+    void passesOverAPathThatIsNotUtf8();
     void asksOnlyWhenNoCandidateExists();
     void findsWhatAProfilePutsOnThePath_data();
     void findsWhatAProfilePutsOnThePath();
@@ -106,6 +109,16 @@ void BrewDiscoveryTest::acceptsADoubledSlash() {
         BrewDiscovery::usual(m_home->path().toStdString() + '/').candidates[2];
     QCOMPARE((BrewDiscovery{.candidates = {candidate}, .askShell = false}.run()),
              path(u"/.homebrew/bin/brew"_s));
+}
+
+void BrewDiscoveryTest::passesOverAPathThatIsNotUtf8() {
+    const std::string home = path(u"caf"_s) + '\xE9';
+    const std::string candidate = BrewDiscovery::usual(home).candidates[2];
+    std::filesystem::create_directories(candidate);
+    QVERIFY(std::filesystem::exists(candidate));
+    QCOMPARE((BrewDiscovery{.candidates = {candidate}, .askShell = false}.run()), std::string());
+    QCOMPARE((BrewDiscovery{.candidates = {candidate, path(u"."_s)}, .askShell = false}.run()),
+             path(u"."_s));
 }
 
 void BrewDiscoveryTest::asksOnlyWhenNoCandidateExists() {

@@ -177,6 +177,21 @@ void RunBrewSyncTest::blanksOnlyTheStreamThatIsNotUtf8_data() {
     QTest::newRow("both") << "{ " + broken + "; } >&2; " + broken << CommandResult{};
     QTest::newRow("neither") << QByteArray("printf '한국어'; printf '🍺' >&2")
                              << CommandResult{"한국어", "🍺", 0};
+    QTest::newRow("first and last of all")
+        << QByteArray("printf '\\177\\302\\200'; printf '\\364\\217\\277\\277' >&2")
+        << CommandResult{"\x7F\xC2\x80", "\xF4\x8F\xBF\xBF", 0};
+    const std::pair<const char*, QByteArray> slips[]{
+        {"cut short", "caf\\303"},
+        {"lone continuation", "\\251"},
+        {"overlong", "\\300\\200"},
+        {"surrogate", "\\355\\240\\200"},
+        {"beyond Unicode", "\\364\\220\\200\\200"},
+    };
+    for (const auto& [name, bytes] : slips) {
+        // Both near the beginning and far behind it.
+        QTest::newRow(name) << "printf '" + bytes + "'; printf '%0200d" + bytes + "' 0 >&2"
+                            << CommandResult{};
+    }
 }
 
 void RunBrewSyncTest::blanksOnlyTheStreamThatIsNotUtf8() {
