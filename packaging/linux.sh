@@ -122,11 +122,8 @@ complete_bundle() {
     done < <(needed_libraries "${files[@]}")
     copy_common_licences "$licences"
 
-    # A run path of a library's own would keep the executable's from it.
-    for path in "$libraries"/* "${files[@]:1}"; do
-        ! readelf -d "$path" | grep -qE '\((RPATH|RUNPATH)\)' ||
-            die "${path##*/} looks for its libraries by itself"
-    done
+    # A run path of a library's own, such as libproxy's, would keep the executable's from it.
+    patchelf --remove-rpath "$libraries"/* "${files[@]:1}"
 
     printf '[Paths]\nPrefix = ..\nLibraries = lib\nPlugins = plugins\n' > "$contents/bin/qt.conf"
 }

@@ -14,8 +14,8 @@ has() { command -v "$1" > /dev/null 2>&1; }
 jobs() { nproc 2> /dev/null || sysctl -n hw.ncpu; }
 
 # Debian and Ubuntu package names, by what they are needed for.
-debian_build="ca-certificates ccache cmake g++ git libgl-dev libsimdjson-dev ninja-build pkg-config
-    qcoro-qt6-dev qt6-base-dev qt6-base-dev-tools"
+debian_build="ca-certificates ccache cmake g++ git libgl-dev libsimdjson-dev ninja-build patchelf
+    pkg-config qcoro-qt6-dev qt6-base-dev qt6-base-dev-tools"
 debian_run="libqt6svg6 procps python3 qt6-qpa-plugins tar zsh"
 # A virtual display, something to drive it and look at it with, and fonts for three languages.
 debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation fonts-noto-cjk
