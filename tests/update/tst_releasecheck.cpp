@@ -257,7 +257,7 @@ void ReleaseCheckTest::asksTheReleaseService() {
     QCOMPARE(requests.size(), 1);
     QCOMPARE(requests.first()["path"_L1].toString(),
              u"/repos/an-account/Lumora-releases/releases/latest"_s);
-    QCOMPARE(requests.first()["headers"_L1]["Accept"_L1].toString(),
+    QCOMPARE(requests.first()["headers"_L1]["accept"_L1].toString(),
              u"application/vnd.github+json"_s);
 }
 

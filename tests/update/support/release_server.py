@@ -38,7 +38,9 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def do_GET(self):
         plan = json.loads((self.server.folder / "plan.json").read_text())
         answer = plan.get(self.path, {"status": 404})
-        request = {"path": self.path, "headers": dict(self.headers)}
+        # How their names are written is the client's business.
+        headers = {name.lower(): value for name, value in self.headers.items()}
+        request = {"path": self.path, "headers": headers}
         with self.log_lock, open(self.server.folder / "requests.jsonl", "a") as log:
             log.write(json.dumps(request) + "\n")
         self.close_connection = True
