@@ -18,7 +18,6 @@ from pathlib import Path
 from typing import Any
 
 from driver.application import Application
-from driver.namespaces import own
 from driver.testcase import DesktopTest
 from driver.waiting import wait_until
 
@@ -26,7 +25,6 @@ SERVER = Path(__file__).resolve().parents[1] / "update/support/release_server.py
 LATEST = "/repos/someone/Lumora-releases/releases/latest"
 ARCHIVE = "/Lumora.tar.gz"
 PREFERENCE = "Lumora.updatedToVersion"
-# The script waits for up to half a minute for other applications of the same name.
 RESTART_PATIENCE = 60
 
 
@@ -165,11 +163,24 @@ class SelfUpdate(DesktopTest):
             program_in(self.bundle),
             self.home,
             ["--brew", self.prefix.brew, "--appearance", "light"],
-            {"LUMORA_RELEASE_API": self.service.address},
+            {
+                "LUMORA_RELEASE_API": self.service.address,
+                "PATH": f"{self.own_tools()}:{self.desk.environment(self.home)['PATH']}",
+            },
         )
         self._application = app
         self.addCleanup(app.stop)
         return app
+
+    def own_tools(self) -> Path:
+        """A folder with a `pgrep` that sees the applications of this test only: the update's
+        script waits for every one of that name."""
+        folder = self.place / "tools"
+        folder.mkdir(exist_ok=True)
+        pgrep = folder / "pgrep"
+        pgrep.write_text(f'#!/bin/sh\nexec {shutil.which("pgrep")} -P {os.getpid()} "$@"\n')
+        pgrep.chmod(0o700)
+        return folder
 
     def wait_for_restart(self, app: Application) -> Restarted:
         self.assertEqual(app.wait_ended()[0], 0)
@@ -260,14 +271,5 @@ class SelfUpdate(DesktopTest):
         self.assertNotIn(PREFERENCE, self.home.preferences())
 
 
-def main() -> None:
-    alone = own("pid", "mount")
-    # As the first process of its own namespace it is where it wants to be.
-    if alone is not None and os.getpid() != 1:
-        here = [*alone, "--fork", "--mount-proc", "--kill-child", sys.executable, "-B", *sys.argv]
-        os.execvp(here[0], here)
-    unittest.main()
-
-
 if __name__ == "__main__":
-    main()
+    unittest.main()

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "FreshHome.h"
-#include "OwnProcesses.h"
 #include "UpdateScene.h"
 
 #include <QSslConfiguration>
@@ -90,8 +89,5 @@ void EncryptionTest::neverGivesUpEncryption() {
     QVERIFY(scene.isBundleUntouched());
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<EncryptionTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(EncryptionTest)
 #include "tst_encryption.moc"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "FreshHome.h"
-#include "OwnProcesses.h"
 #include "UpdateScene.h"
 #include "UpdateScript.h"
 
@@ -207,8 +206,5 @@ void InstallationTest::keepsItsHandsOffFilesItDoesNotKnow() {
              QStringList{u"note"_s});
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<InstallationTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(InstallationTest)
 #include "tst_installation.moc"

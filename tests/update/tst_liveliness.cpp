@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "FreshHome.h"
-#include "OwnProcesses.h"
 #include "UpdateScene.h"
 
 #include <QRandomGenerator>
@@ -94,8 +93,5 @@ void LivelinessTest::keepsTheEventLoopGoing() {
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<LivelinessTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(LivelinessTest)
 #include "tst_liveliness.moc"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "ApplicationBundle.h"
-#include "OwnProcesses.h"
 #include "Replacement.h"
 #include "SampleBundle.h"
 #include "Shortage.h"
@@ -8,6 +7,7 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QtTest>
 
 #include <functional>
 
@@ -129,8 +129,5 @@ void ReplacementTest::needsNoRoomOnTheSameDisk() {
     QCOMPARE(roomFailure(app(), newBundle.path()), QString());
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<ReplacementTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(ReplacementTest)
 #include "tst_replacement.moc"

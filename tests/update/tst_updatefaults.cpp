@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "FreshHome.h"
-#include "OwnProcesses.h"
 #include "Shortage.h"
 #include "UpdateScene.h"
 
@@ -363,8 +362,5 @@ void UpdateFaultsTest::tellsNothingOfAnAddressThatIsNone() {
     QVERIFY(scene.isBundleUntouched());
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<UpdateFaultsTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(UpdateFaultsTest)
 #include "tst_updatefaults.moc"

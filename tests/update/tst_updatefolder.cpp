@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "OwnProcesses.h"
 #include "Shortage.h"
 #include "UpdateFailure.h"
 #include "UpdateFolder.h"
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QtTest>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -140,8 +140,5 @@ void UpdateFolderTest::reportsAnUnwritableDirectory() {
              qPrintable(failure));
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<UpdateFolderTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(UpdateFolderTest)
 #include "tst_updatefolder.moc"

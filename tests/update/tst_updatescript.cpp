@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "ApplicationBundle.h"
-#include "OwnProcesses.h"
+#include "OwnPgrep.h"
 #include "SampleBundle.h"
 #include "UpdateScript.h"
 
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QtTest>
 
 #include <csignal>
 
@@ -91,6 +92,7 @@ private:
             qFatal("%s could not be written", qUtf8Printable(path));
     }
 
+    OwnPgrep m_pgrep;
     QTemporaryDir m_folder;
     SampleBundle m_old;
     QByteArray m_newBundle;
@@ -221,8 +223,5 @@ void UpdateScriptTest::goesOnAfterThirtyTries() {
     QTRY_COMPARE(process.state(), QProcess::NotRunning);
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<UpdateScriptTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(UpdateScriptTest)
 #include "tst_updatescript.moc"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "OwnProcesses.h"
 #include "SampleBundle.h"
 #include "Shortage.h"
 #include "UpdateFailure.h"
@@ -7,6 +6,7 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -93,8 +93,5 @@ void WriteAtomicallyTest::leavesWhatIsThereWhenSpaceIsShort() {
     }
 }
 
-int main(int argc, char* argv[]) {
-    return OwnProcesses::main<WriteAtomicallyTest>(argc, argv);
-}
-
+QTEST_GUILESS_MAIN(WriteAtomicallyTest)
 #include "tst_writeatomically.moc"

@@ -10,20 +10,29 @@
 #include <system_error>
 
 #ifdef __linux__
+#include <sched.h>
 #include <sys/mount.h>
 #endif
 
 namespace {
 
 #ifdef __linux__
+/// What is mounted in a namespace of the test's own nobody else sees, and it goes when the
+/// test does.
+bool hasOwnMounts() {
+    static const bool has = ::unshare(CLONE_NEWNS) == 0 &&
+                            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return has;
+}
+
 bool mountReadOnly(const char* path) {
-    return ::mount(path, path, nullptr, MS_BIND, nullptr) == 0 &&
+    return hasOwnMounts() && ::mount(path, path, nullptr, MS_BIND, nullptr) == 0 &&
            ::mount(nullptr, path, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
 }
 
 bool mountSmallDisk(const char* path, qint64 bytes) {
     const QByteArray options = "mode=0777,size=" + QByteArray::number(bytes);
-    return ::mount("lumora", path, "tmpfs", 0, options.constData()) == 0;
+    return hasOwnMounts() && ::mount("lumora", path, "tmpfs", 0, options.constData()) == 0;
 }
 
 void unmount(const char* path) {

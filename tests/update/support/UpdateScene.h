@@ -2,6 +2,7 @@
 #pragma once
 
 #include "AutoUpdater.h"
+#include "OwnPgrep.h"
 #include "RecordedAlerts.h"
 #include "ReleaseServer.h"
 #include "SampleBundle.h"
@@ -65,6 +66,7 @@ public:
     [[nodiscard]] QByteArray description() const;
 
 private:
+    OwnPgrep m_pgrep;
     QTemporaryDir m_folder;
     ReleaseServer& m_server;
     RecordedAlerts m_alerts;

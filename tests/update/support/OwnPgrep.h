@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTemporaryDir>
+
+/// A `pgrep` that comes first on the path for as long as this lives, and sees this process's
+/// children only.
+///
+/// The update's script waits for every process called Lumora: the user may well have one, and
+/// so may the test beside this one.
+class OwnPgrep final {
+public:
+    OwnPgrep();
+    OwnPgrep(const OwnPgrep&) = delete;
+    OwnPgrep& operator=(const OwnPgrep&) = delete;
+    ~OwnPgrep();
+
+private:
+    QTemporaryDir m_folder;
+    QByteArray m_pathBefore{qgetenv("PATH")};
+};
