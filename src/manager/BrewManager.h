@@ -48,9 +48,10 @@ public:
     Published<bool> isSearching{*this};
     /// A package or tap operation is running.
     Published<bool> isRunningOperation{*this};
-    /// What the running operation, or else the last one, has printed.
+    /// The transcript of the running operation, or else of the last one. What brew prints joins
+    /// it as a whole when brew has ended.
     Published<QString> operationOutput{*this};
-    /// The last failure in words for the user.
+    /// The last failed load or search in words for the user, until the next one starts.
     Published<std::optional<QString>> errorMessage{*this};
     Published<bool> brewAvailable{*this, true};
 

@@ -5,7 +5,7 @@
 
 class OutputText;
 
-/// The floating panel that says that a command is running and shows what it has printed.
+/// The floating panel that says that a command is running and shows the operation's transcript.
 ///
 /// It has no buttons: it is there as long as the operation is.
 class OperationOverlay final : public QWidget {

@@ -6,11 +6,10 @@
 
 class QDBusVariant;
 
-/// The desktop's wish for light or dark surroundings, and for less motion.
+/// The desktop's wish for light or dark surroundings.
 ///
-/// On Linux it is read from the desktop portal, and followed while the application runs;
-/// without a portal the toolkit's own palette decides. On macOS the toolkit follows the
-/// system by itself.
+/// It is read from the desktop portal, and followed while the application runs. Without a
+/// portal, as on macOS, the palette that the toolkit starts with decides for good.
 class SystemAppearance final : public QObject {
     Q_OBJECT
 

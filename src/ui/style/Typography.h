@@ -17,7 +17,8 @@ inline constexpr double headerTitle = 15;
 inline constexpr double pageTitle = 20;
 
 [[nodiscard]] QFont font(double size, QFont::Weight weight = QFont::Normal);
-/// With digits of equal width where the font has them: counts and versions don't jitter.
+/// With digits of equal width where the font has them and Qt, from 6.7 on, can ask for them:
+/// counts and versions don't jitter.
 [[nodiscard]] QFont digits(double size, QFont::Weight weight = QFont::Normal);
 /// For command output.
 [[nodiscard]] QFont monospace(double size);
