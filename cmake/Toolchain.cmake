@@ -18,6 +18,10 @@ endif()
 
 add_library(lumora_settings INTERFACE)
 
+# For the sources that include QCoro's headers of awaitable things: those connect without a
+# context themselves, which QT_NO_CONTEXTLESS_CONNECT takes away (since Qt 6.7).
+set(LUMORA_QCORO_OPTIONS -UQT_NO_CONTEXTLESS_CONNECT)
+
 target_compile_definitions(
     lumora_settings
     INTERFACE
