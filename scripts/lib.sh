@@ -91,6 +91,9 @@ install_packages() {
     fi
 }
 
+# What build() tells CMake beyond the preset.
+configure_options=()
+
 # build PRESET [TARGET...]
 build() {
     local preset=$1 target arguments=()
@@ -98,7 +101,8 @@ build() {
     for target in "$@"; do arguments+=(--target "$target"); done
     (
         cd "$root"
-        cmake --preset "$preset" > "$root/.configure.log" 2>&1 ||
+        cmake --preset "$preset" ${configure_options[@]+"${configure_options[@]}"} \
+            > "$root/.configure.log" 2>&1 ||
             { cat "$root/.configure.log" >&2; rm -f "$root/.configure.log"; exit 1; }
         rm -f "$root/.configure.log"
         cmake --build --preset "$preset" --parallel "$(jobs)" ${arguments[@]+"${arguments[@]}"}
