@@ -36,7 +36,7 @@ qt_svg_package() {
     printf 'qt6-svg-dev'
 }
 
-homebrew_build="ccache cmake ninja pkgconf qcoro qt simdjson"
+homebrew_build="ccache cmake ninja pkgconf qcoro6 qtbase qtsvg simdjson"
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then
