@@ -8,12 +8,17 @@
 
 #include <QtTest>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 class RunBrewSyncTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void init() { m_home = std::make_unique<FreshHome>(); }
+
     void buildsTheCommandLine_data();
     void buildsTheCommandLine();
     void handsArgumentsOverUnchanged_data();
@@ -35,7 +40,7 @@ private Q_SLOTS:
     void reportsThatNoDescriptorIsLeft();
 
 private:
-    FreshHome m_home;
+    std::unique_ptr<FreshHome> m_home;
 };
 
 namespace {
@@ -155,10 +160,10 @@ void RunBrewSyncTest::returnsFailuresBehindTheShellAsResults() {
     QFETCH(QString, name);
     QFETCH(std::int32_t, status);
     QFETCH(QByteArray, complaint);
-    m_home.write(u"bin/plain"_s, "#!/bin/sh\n");
+    m_home->write(u"bin/plain"_s, "#!/bin/sh\n");
 
     const RunOutcome outcome =
-        runBrewSync((m_home.path() + u"/bin/"_s + name).toStdString(), {"tap"});
+        runBrewSync((m_home->path() + u"/bin/"_s + name).toStdString(), {"tap"});
 
     const auto& result = std::get<CommandResult>(outcome);
     QCOMPARE(result.status, status);
@@ -213,17 +218,15 @@ void RunBrewSyncTest::readsALargeOutputWhole() {
 }
 
 void RunBrewSyncTest::runsInALoginShellThatIsNotInteractive() {
-    const FreshHome home;
-    home.write(u".zprofile"_s, "export FROM_PROFILE=read\n");
-    home.write(u".zshrc"_s, "export FROM_RC=read\n");
+    m_home->write(u".zprofile"_s, "export FROM_PROFILE=read\n");
+    m_home->write(u".zshrc"_s, "export FROM_RC=read\n");
     const FakeBrew brew("echo \"profile: $FROM_PROFILE, rc: $FROM_RC\"");
     QCOMPARE(std::get<CommandResult>(runIn(brew)).standardOutput,
              std::string("profile: read, rc: \n"));
 }
 
 void RunBrewSyncTest::showsWhatTheProfilePrints() {
-    const FreshHome home;
-    home.write(u".zprofile"_s, "echo Welcome back!\necho Careful! >&2\n");
+    m_home->write(u".zprofile"_s, "echo Welcome back!\necho Careful! >&2\n");
     const auto result = std::get<CommandResult>(runIn(FakeBrew("echo '{}'")));
     QCOMPARE(result, (CommandResult{"Welcome back!\n{}\n", "Careful!\n", 0}));
 }

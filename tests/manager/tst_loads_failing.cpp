@@ -10,6 +10,8 @@
 
 #include <QtTest>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 /// The loads when something goes wrong: the old lists stay, and errorMessage says why.
@@ -17,6 +19,9 @@ class LoadsFailingTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void init() { m_home = std::make_unique<FreshHome>(); }
+
     void reportThatBrewFailed_data();
     void reportThatBrewFailed();
     void reportThatBrewCouldNotBeStarted_data();
@@ -30,7 +35,7 @@ private Q_SLOTS:
     void recoverAfterAFailure();
 
 private:
-    const FreshHome m_home;
+    std::unique_ptr<FreshHome> m_home;
 };
 
 namespace {
@@ -211,9 +216,8 @@ void LoadsFailingTest::readACaskWithItsVersionsInOneText() {
 }
 
 void LoadsFailingTest::takeProfileNoiseForTaps() {
-    const FreshHome home;
     Filled filled;
-    home.write(u".zprofile"_s, "echo 'Welcome back!'\n");
+    m_home->write(u".zprofile"_s, "echo 'Welcome back!'\n");
     const QByteArray report = "homebrew/core\n";
     filled.brew().setBody(filled.brew().print(report));
 

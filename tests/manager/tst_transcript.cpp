@@ -7,6 +7,8 @@
 
 #include <QtTest>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 /// The transcript of an operation, told by one of them.
@@ -14,6 +16,9 @@ class TranscriptTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void init() { m_home = std::make_unique<FreshHome>(); }
+
     void isWrittenAroundTheFlag();
     void holdsTheStartTextAloneWhileBrewRuns();
     void joinsWhatBrewPrinted_data();
@@ -26,7 +31,7 @@ private Q_SLOTS:
     void holdsAHundredMegabytes();
 
 private:
-    const FreshHome m_home;
+    std::unique_ptr<FreshHome> m_home;
 };
 
 void TranscriptTest::isWrittenAroundTheFlag() {
@@ -135,8 +140,7 @@ void TranscriptTest::staysUntilTheNextOperation() {
 }
 
 void TranscriptTest::hasWhatTheProfilePrints() {
-    const FreshHome home;
-    home.write(u".zprofile"_s, "echo 'Welcome back!'\n");
+    m_home->write(u".zprofile"_s, "echo 'Welcome back!'\n");
     const FakeBrew brew("echo Pouring");
     BrewManager manager(brewAt(brew));
     QVERIFY(QCoro::waitFor(manager.install(u"wget"_s, PackageType::formula)));

@@ -7,6 +7,16 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QString environmentFile = u".zshenv"_s;
+
+/// The first of the home's files that a shell reads, and so the place to tell it to pass
+/// over those of the system that would follow.
+const QByteArray withoutSystemProfile = "unsetopt global_rcs\n";
+
+} // namespace
+
 FreshHome::FreshHome() {
     Q_ASSERT(m_folder.isValid());
     const auto point = [this](const char* variable, const QString& folder) {
@@ -20,6 +30,8 @@ FreshHome::FreshHome() {
     point("XDG_DATA_HOME", u".local/share"_s);
     // An inherited ZDOTDIR would bring the user's own profile back.
     qunsetenv("ZDOTDIR");
+    write(environmentFile, {});
+    qputenv("FONTCONFIG_FILE", LUMORA_SOURCE_DIR "/tests/support/fonts.conf");
     qputenv("LC_ALL", "C.UTF-8");
     qunsetenv("LANGUAGE");
     QCoreApplication::setOrganizationName(u"Lumora"_s);
@@ -30,6 +42,8 @@ void FreshHome::write(const QString& relativePath, const QByteArray& content) co
     const QString path = m_folder.filePath(relativePath);
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+    const QByteArray all =
+        relativePath == environmentFile ? withoutSystemProfile + content : content;
+    if (!file.open(QIODevice::WriteOnly) || file.write(all) != all.size())
         qFatal("%s could not be written", qUtf8Printable(path));
 }

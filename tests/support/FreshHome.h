@@ -6,7 +6,8 @@
 /// A home folder and a preference store of this test's own, for as long as it lives.
 ///
 /// Nothing of the user's is read or written: HOME and the XDG folders point into a
-/// temporary folder, the language is plain English, and no shell profile is found.
+/// temporary folder, the language is plain English, no shell profile is found, neither the
+/// user's nor the system's, and there are the fonts of fonts.conf alone.
 class FreshHome final {
 public:
     FreshHome();

@@ -21,6 +21,8 @@ from .session_bus import SessionBus
 # Of our own environment only what a sanitizer or an unusual place of libraries needs.
 _KEPT = ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LD_LIBRARY_PATH")
 
+_FONTS = Path(__file__).resolve().parents[2] / "support/fonts.conf"
+
 
 class Desk:
     """Use it in a `with`: everything ends with it, whatever happens inside."""
@@ -51,6 +53,7 @@ class Desk:
                 "PATH": "/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin",
                 "LANG": "C.UTF-8",
                 "DISPLAY": self.screen.name,
+                "FONTCONFIG_FILE": str(_FONTS),
                 "GSETTINGS_BACKEND": "memory",
                 "QT_QPA_PLATFORM": "xcb",
                 "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",

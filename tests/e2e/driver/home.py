@@ -17,6 +17,8 @@ class Home:
         # Sockets are refused in a folder that others may enter.
         self.runtime.mkdir(mode=0o700)
         self.temporary.mkdir(mode=0o700)
+        # Read before the system's own profile, which may print and set what it likes.
+        (folder / ".zshenv").write_text("unsetopt global_rcs\n", encoding="utf-8")
         if language:
             self.write_preferences(appLanguage=language)
 
