@@ -5,6 +5,9 @@ LUMORA_RECORDED names a folder that contains `brew-6.0/` with five files per com
 which `.stdout`, `.stderr` and `.status` are used here, and optionally `scale/` with a large
 report. Names, versions and numbers differ of course; keys, kinds of values and shapes of
 lines do not.
+
+What is compared is a session of some seventy commands on formulae made for it; what
+`tools/record-brew` records of somebody's machine doesn't have all of it.
 """
 
 from __future__ import annotations
@@ -22,6 +25,7 @@ from line_shapes import shapes_of
 from sample_prefix import Result, SampleTest, SharedPrefixTest
 
 RECORDED = os.environ.get("LUMORA_RECORDED", "")
+HAS_SESSION = Path(RECORDED, "brew-6.0", "061-info-json-installed-formula.args").exists()
 Kinds = dict[str, set[str]]
 
 # Objects whose keys are names of their own rather than a fixed set.
@@ -65,7 +69,7 @@ def kinds_of(value: Any, path: str, kinds: Kinds, key_orders: dict[str, set[tupl
             kinds_of(item, f"{path}.{'*' if open_object else key}", kinds, key_orders)
 
 
-@unittest.skipUnless(RECORDED, "LUMORA_RECORDED is not set: no recordings to compare with")
+@unittest.skipUnless(HAS_SESSION, "LUMORA_RECORDED names no session to compare with")
 class ShapeOfReports(SharedPrefixTest):
     # The cask forms differ by design; the recordings have the list.
     ours_kinds: Kinds
@@ -147,7 +151,7 @@ class ShapeOfReports(SharedPrefixTest):
         self.assertEqual(theirs[:3] + theirs[-3:], ours[:3] + ours[-3:])
 
 
-@unittest.skipUnless(RECORDED, "LUMORA_RECORDED is not set: no recordings to compare with")
+@unittest.skipUnless(HAS_SESSION, "LUMORA_RECORDED names no session to compare with")
 class ShapeOfTexts(SampleTest):
     def compare(self, name: str, *words: str, **environment: str) -> Result:
         with self.subTest(name):
