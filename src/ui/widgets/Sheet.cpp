@@ -65,7 +65,7 @@ void Sheet::dismiss() {
 }
 
 void Sheet::fade() {
-    // Zero where the user or the desktop asks for less motion.
+    // Zero in a style without motion. Fusion moves whatever the desktop asks for.
     const int duration = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this);
     if (duration <= 0)
         return;
