@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Records the sample `brew` and runs the conformance test, whose path is the argument, on that.
+"""Records the sample `brew` and runs the conformance tests, the arguments, on that.
 
 Nobody needs a real Homebrew to know that the way from `tools/record-brew` to the decoders holds.
 """
@@ -18,4 +18,5 @@ with tempfile.TemporaryDirectory() as folder:
     recorder = SAMPLE.parent / "tools" / "record-brew"
     subprocess.run([sys.executable, recorder, recorded, "--brew", prefix.brew], check=True)
     environment = os.environ | {"LUMORA_RECORDED": str(recorded)}
-    sys.exit(subprocess.run([sys.argv[1]], check=False, env=environment).returncode)
+    for test in sys.argv[1:]:
+        subprocess.run([test], check=True, env=environment)
