@@ -11,9 +11,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 #ifdef Q_OS_MACOS
-const QString executableFolder = u"/Contents/MacOS"_s;
+constexpr auto executableFolder = "/Contents/MacOS"_L1;
 #else
-const QString executableFolder = u"/Contents/bin"_s;
+constexpr auto executableFolder = "/Contents/bin"_L1;
 #endif
 
 /// The text that a property list's outermost dictionary has for a key, if it is a text.

@@ -5,8 +5,6 @@
 #include "HttpGet.h"
 #include "L10n.h"
 #include "UpdateAlerts.h"
-#include "UpdateFailure.h"
-#include "UpdatedVersion.h"
 
 #include <QBuffer>
 #include <QCoroTimer>
@@ -16,6 +14,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <QPointer>
+#include <QSettings>
 #include <QUrl>
 
 #include <algorithm>
@@ -25,7 +24,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString repoName = u"Lumora-releases"_s;
+constexpr auto repoName = "Lumora-releases"_L1;
+constexpr auto updatedVersionKey = "Lumora.updatedToVersion"_L1;
 
 /// The address of the first archive among a release's assets, if there is one.
 std::optional<QString> archiveAddress(const QJsonArray& assets) {
@@ -55,7 +55,7 @@ AutoUpdater::AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateA
     : m_source(std::move(source)), m_bundle(std::move(bundle)), m_alerts(alerts) {}
 
 void AutoUpdater::checkAfterLaunch() {
-    if (const auto version = UpdatedVersion::take())
+    if (const auto version = takeUpdatedVersion())
         tellOfUpdate(*version);
     checkLater();
 }
@@ -163,6 +163,22 @@ void AutoUpdater::showErrorAlert(const QString& message) {
         .text = message,
         .buttons = {L10n::ok()},
     });
+}
+
+void AutoUpdater::storeUpdatedVersion(const QString& version) {
+    QSettings preferences;
+    preferences.setValue(updatedVersionKey, version);
+    preferences.sync();
+}
+
+std::optional<QString> AutoUpdater::takeUpdatedVersion() {
+    QSettings preferences;
+    const QVariant value = preferences.value(updatedVersionKey);
+    if (value.typeId() != QMetaType::QString)
+        return std::nullopt;
+    preferences.remove(updatedVersionKey);
+    preferences.sync();
+    return value.toString();
 }
 
 bool AutoUpdater::isUsingNetwork() const {

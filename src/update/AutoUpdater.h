@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ApplicationBundle.h"
-#include "ReleaseSource.h"
+#include "UpdateFailure.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -13,6 +13,14 @@ class QJsonObject;
 class QNetworkAccessManager;
 class UpdateAlerts;
 
+/// Where releases are published: a service that answers as GitHub's does, and the account
+/// there that owns the releases' repository.
+struct ReleaseSource final {
+    /// The service's address without a slash at its end.
+    QString api;
+    QString owner;
+};
+
 /// Keeps the application up to date: asks for the latest release, tells the user, and
 /// installs it if the user wishes.
 ///
@@ -21,7 +29,7 @@ class AutoUpdater final : public QObject {
     Q_OBJECT
 
 public:
-    enum class UpdateError { downloadFailed, appBundleNotFound, extractFailed };
+    using UpdateError = ::UpdateError;
 
     /// The alerts outlive the updater.
     AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts);
@@ -35,8 +43,6 @@ public:
     /// Whether a request is under way. A look-up of a host that doesn't answer could keep
     /// the process from ending.
     [[nodiscard]] bool isUsingNetwork() const;
-
-    [[nodiscard]] static QString description(UpdateError error);
 
 Q_SIGNALS:
     /// The new bundle waits for the application to end.
@@ -56,6 +62,12 @@ private:
 
     /// Throws UpdateFailure.
     QCoro::Task<> downloadAndInstall(QString version, QString downloadURL);
+
+    /// The version being installed, kept in the preferences from the old application to the
+    /// new one. On disk when it returns: the process may be about to end.
+    static void storeUpdatedVersion(const QString& version);
+    /// Gives what is stored, once.
+    [[nodiscard]] static std::optional<QString> takeUpdatedVersion();
 
     [[nodiscard]] QString currentVersion() const { return m_bundle.version(); }
 

@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "AutoUpdater.h"
 #include "HttpGet.h"
-#include "L10n.h"
 #include "Replacement.h"
 #include "RunTool.h"
-#include "UnpackedBundle.h"
-#include "UpdateFailure.h"
-#include "UpdateFolder.h"
+#include "UpdateFiles.h"
 #include "UpdateScript.h"
-#include "UpdatedVersion.h"
-#include "WriteAtomically.h"
 
 #include <QNetworkRequest>
 #include <QPointer>
@@ -58,10 +53,10 @@ QCoro::Task<> download(std::shared_ptr<QNetworkAccessManager> network, QUrl addr
     request.setRawHeader("Accept-Encoding", "identity");
     constexpr int ok = 200;
     if (co_await httpGet(std::move(network), request, &file) != ok)
-        throw UpdateFailure(AutoUpdater::description(AutoUpdater::UpdateError::downloadFailed));
+        throw UpdateFailure(UpdateError::downloadFailed);
     std::error_code ignored;
     std::filesystem::remove_all(path.toStdString(), ignored);
-    moveInto(file, path);
+    UpdateFiles::moveInto(file, path);
 }
 
 QCoro::Task<> unpack(const QString& archive, const QString& folder) {
@@ -79,18 +74,6 @@ void startDetached(const QString& script) {
 
 } // namespace
 
-QString AutoUpdater::description(UpdateError error) {
-    switch (error) {
-    case UpdateError::downloadFailed:
-        return L10n::downloadFailed();
-    case UpdateError::appBundleNotFound:
-        return L10n::appBundleNotFound();
-    case UpdateError::extractFailed:
-        break;
-    }
-    return L10n::extractFailed();
-}
-
 QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadURL) {
     const QPointer<AutoUpdater> self(this);
     const ApplicationBundle bundle = m_bundle;
@@ -99,9 +82,9 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
         co_return;
     checkVersion(version);
     // Before anything is downloaded: the next launch tells of the update even if it fails.
-    UpdatedVersion::store(version);
+    storeUpdatedVersion(version);
 
-    const QString folder = UpdateFolder::prepare();
+    const QString folder = UpdateFiles::prepareFolder();
     checkPath(folder);
     UpdateScript script;
     script.archivePath = folder + u"/lumora-update-"_s + version + u".tar.gz"_s;
@@ -111,7 +94,7 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
 
     const auto appPath = bundle.outermostPath();
     if (!appPath)
-        throw UpdateFailure(description(UpdateError::appBundleNotFound));
+        throw UpdateFailure(UpdateError::appBundleNotFound);
     script.appPath = *appPath;
     checkPath(script.appPath);
     Replacement::checkRemovable(script.appPath, bundle);
@@ -121,12 +104,12 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
     // Its exit status says less than what has come out of it.
     co_await unpack(script.archivePath, script.unpackFolder);
     script.newPath = script.unpackFolder + u"/Lumora.app"_s;
-    if (!UnpackedBundle::isWhole(script.newPath))
-        throw UpdateFailure(description(UpdateError::extractFailed));
+    if (!Replacement::isWhole(script.newPath))
+        throw UpdateFailure(UpdateError::extractFailed);
     Replacement::checkRoom(script.appPath, script.newPath);
 
     script.scriptPath = folder + u"/lumora-update.sh"_s;
-    writeAtomically(script.scriptPath, script.text().toUtf8());
+    UpdateFiles::writeAtomically(script.scriptPath, script.text().toUtf8());
     co_await makeExecutable(script.scriptPath);
     if (!self)
         co_return;

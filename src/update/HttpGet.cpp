@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "HttpGet.h"
 
-#include "AddressRule.h"
 #include "UpdateFailure.h"
-#include "WriteAll.h"
+#include "UpdateFiles.h"
 
 #include <QCoroNetworkReply>
+#include <QHostAddress>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -13,6 +13,14 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+bool isEncrypted(const QUrl& address) {
+    return address.scheme() == "https"_L1 && !address.host().isEmpty();
+}
+
+bool isLoopback(const QString& host) {
+    return host == "localhost"_L1 || QHostAddress(host).isLoopback();
+}
 
 QString notAllowed(const QUrl& address) {
     return u"The address "_s + address.toDisplayString() +
@@ -75,7 +83,7 @@ private:
         const QByteArray bytes = m_reply->readAll();
         m_received += bytes.size();
         // The page about a redirect isn't part of what is fetched.
-        if (redirectTarget().isEmpty() && !writeAll(*m_sink, bytes))
+        if (redirectTarget().isEmpty() && !UpdateFiles::writeAll(*m_sink, bytes))
             stop(m_sink->errorString());
     }
 
@@ -94,6 +102,14 @@ private:
 };
 
 } // namespace
+
+bool AddressRule::isAllowed(const QUrl& address) {
+    return isEncrypted(address) || (address.scheme() == "http"_L1 && isLoopback(address.host()));
+}
+
+bool AddressRule::isAllowedRedirect(const QUrl& from, const QUrl& to) {
+    return isAllowed(to) && (isEncrypted(to) || !isEncrypted(from));
+}
 
 QCoro::Task<int> httpGet(std::shared_ptr<QNetworkAccessManager> network, QNetworkRequest request,
                          QIODevice* sink) {

@@ -1,7 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "UpdateFailure.h"
 
+#include "L10n.h"
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QString textOf(UpdateError error) {
+    switch (error) {
+    case UpdateError::downloadFailed:
+        return L10n::downloadFailed();
+    case UpdateError::appBundleNotFound:
+        return L10n::appBundleNotFound();
+    case UpdateError::extractFailed:
+        break;
+    }
+    return L10n::extractFailed();
+}
+
+} // namespace
+
+UpdateFailure::UpdateFailure(UpdateError error) : UpdateFailure(textOf(error)) {}
 
 UpdateFailure::UpdateFailure(const QString& path, std::error_code error)
     : UpdateFailure(path + u": "_s + QString::fromStdString(error.message())) {}

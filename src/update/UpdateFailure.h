@@ -6,10 +6,15 @@
 #include <exception>
 #include <system_error>
 
+enum class UpdateError { downloadFailed, appBundleNotFound, extractFailed };
+
 /// Ends an update, with a description in words for the user.
 class UpdateFailure final : public std::exception {
 public:
     explicit UpdateFailure(QString description) : m_description(std::move(description)) {}
+
+    /// In the user's language.
+    explicit UpdateFailure(UpdateError error);
 
     /// What the system says about this file.
     UpdateFailure(const QString& path, std::error_code error);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "AddressRule.h"
+#include "HttpGet.h"
 
 #include <QUrl>
 #include <QtTest>

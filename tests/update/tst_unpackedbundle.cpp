@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ApplicationBundle.h"
+#include "Replacement.h"
 #include "SampleBundle.h"
-#include "UnpackedBundle.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -48,37 +48,37 @@ void UnpackedBundleTest::cleanup() {
 }
 
 void UnpackedBundleTest::acceptsAWholeBundle() {
-    QVERIFY(UnpackedBundle::isWhole(path()));
+    QVERIFY(Replacement::isWhole(path()));
 }
 
 void UnpackedBundleTest::acceptsABundleWithoutManifest() {
     QVERIFY(QFile::remove(path(u"Lumora.app/Contents/Resources/manifest.txt"_s)));
     QVERIFY(QFile::remove(path(u"Lumora.app/Contents/lib/ballast.so"_s)));
-    QVERIFY(UnpackedBundle::isWhole(path()));
+    QVERIFY(Replacement::isWhole(path()));
 }
 
 void UnpackedBundleTest::acceptsLinksWithinTheBundle() {
     QVERIFY(QFile::link(u"ballast.so"_s, path(u"Lumora.app/Contents/lib/ballast.so.1"_s)));
     QVERIFY(QFile::link(u"../lib"_s, path(u"Lumora.app/Contents/Resources/lib"_s)));
-    QVERIFY(UnpackedBundle::isWhole(path()));
+    QVERIFY(Replacement::isWhole(path()));
 }
 
 void UnpackedBundleTest::refusesWhatIsNoFolder() {
-    QVERIFY(!UnpackedBundle::isWhole(path(u"Another.app"_s)));
-    QVERIFY(!UnpackedBundle::isWhole(m_bundle->executable()));
+    QVERIFY(!Replacement::isWhole(path(u"Another.app"_s)));
+    QVERIFY(!Replacement::isWhole(m_bundle->executable()));
 }
 
 void UnpackedBundleTest::refusesALinkToABundle() {
     QVERIFY(QFile::link(path(), path(u"Link.app"_s)));
-    QVERIFY(!UnpackedBundle::isWhole(path(u"Link.app"_s)));
+    QVERIFY(!Replacement::isWhole(path(u"Link.app"_s)));
 }
 
 void UnpackedBundleTest::refusesABundleWithoutExecutable() {
     QVERIFY(QFile::remove(path(u"Lumora.app/Contents/Resources/manifest.txt"_s)));
     QVERIFY(QFile::remove(m_bundle->executable()));
-    QVERIFY(!UnpackedBundle::isWhole(path()));
+    QVERIFY(!Replacement::isWhole(path()));
     QVERIFY(QDir().mkdir(m_bundle->executable()));
-    QVERIFY(!UnpackedBundle::isWhole(path()));
+    QVERIFY(!Replacement::isWhole(path()));
 }
 
 void UnpackedBundleTest::refusesLinksThatLeadOut_data() {
@@ -93,17 +93,17 @@ void UnpackedBundleTest::refusesLinksThatLeadOut_data() {
 void UnpackedBundleTest::refusesLinksThatLeadOut() {
     QFETCH(const QString, target);
     QVERIFY(QFile::link(target, path(u"Lumora.app/Contents/Resources/link"_s)));
-    QVERIFY(!UnpackedBundle::isWhole(path()));
+    QVERIFY(!Replacement::isWhole(path()));
 }
 
 void UnpackedBundleTest::refusesABundleThatLacksAFile() {
     QVERIFY(QFile::remove(path(u"Lumora.app/Contents/lib/ballast.so"_s)));
-    QVERIFY(!UnpackedBundle::isWhole(path()));
+    QVERIFY(!Replacement::isWhole(path()));
 }
 
 void UnpackedBundleTest::refusesAFileCutShort() {
     QVERIFY(QFile::resize(path(u"Lumora.app/Contents/lib/ballast.so"_s), 999));
-    QVERIFY(!UnpackedBundle::isWhole(path()));
+    QVERIFY(!Replacement::isWhole(path()));
 }
 
 void UnpackedBundleTest::refusesAManifestCutShort_data() {
@@ -126,7 +126,7 @@ void UnpackedBundleTest::refusesAManifestCutShort() {
     QVERIFY(manifest.pos() + more < manifest.size());
     QVERIFY(manifest.resize(manifest.pos() + more));
     manifest.close();
-    QVERIFY(!UnpackedBundle::isWhole(path()));
+    QVERIFY(!Replacement::isWhole(path()));
 }
 
 QTEST_APPLESS_MAIN(UnpackedBundleTest)

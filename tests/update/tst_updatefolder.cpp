@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Shortage.h"
 #include "UpdateFailure.h"
-#include "UpdateFolder.h"
+#include "UpdateFiles.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -38,7 +38,7 @@ namespace {
 
 QString failureOf(const QString& path) {
     try {
-        UpdateFolder::makePrivate(path);
+        UpdateFiles::makePrivateFolder(path);
     } catch (const UpdateFailure& failure) {
         return failure.description();
     }
@@ -64,7 +64,7 @@ void UpdateFolderTest::cleanup() {
 
 void UpdateFolderTest::liesInTheTemporaryDirectory() {
     qputenv("TMPDIR", m_folder->path().toUtf8());
-    const QString path = UpdateFolder::prepare();
+    const QString path = UpdateFiles::prepareFolder();
     qunsetenv("TMPDIR");
 #ifdef Q_OS_MACOS
     QCOMPARE(path, m_folder->path());

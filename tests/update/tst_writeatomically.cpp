@@ -2,7 +2,7 @@
 #include "SampleBundle.h"
 #include "Shortage.h"
 #include "UpdateFailure.h"
-#include "WriteAtomically.h"
+#include "UpdateFiles.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -27,7 +27,7 @@ private:
 
     [[nodiscard]] QString failure(const QByteArray& content) const {
         try {
-            writeAtomically(path(), content);
+            UpdateFiles::writeAtomically(path(), content);
         } catch (const UpdateFailure& reason) {
             return reason.description();
         }
