@@ -7,6 +7,8 @@
 #include <QProcess>
 #include <QSettings>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 class InstallationTest final : public QObject {
@@ -17,6 +19,7 @@ private Q_SLOTS:
     void doesNothingLater();
     void keepsTheVersionBeforeItDownloads();
     void leavesAScriptThatWaits();
+    void leavesAScriptThatNobodyHangsUpOn();
     void replacesWhatAnEarlierAttemptHasLeft();
     void acceptsPlainVersions_data();
     void acceptsPlainVersions();
@@ -53,6 +56,14 @@ public:
 private:
     QProcess m_process;
 };
+
+/// The process whose command line fits; 0 if there is none. The path's pgrep wouldn't see it.
+pid_t processRunning(const QString& pattern) {
+    QProcess pgrep;
+    pgrep.start(u"/usr/bin/pgrep"_s, {u"-f"_s, pattern});
+    pgrep.waitForFinished();
+    return pgrep.readAll().trimmed().toInt();
+}
 
 QByteArray contentOf(const QString& path) {
     QFile file(path);
@@ -118,6 +129,18 @@ void InstallationTest::leavesAScriptThatWaits() {
     QCOMPARE(QDir(scene.updateFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
              3);
     QVERIFY(scene.isBundleUntouched());
+    application.end();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+}
+
+void InstallationTest::leavesAScriptThatNobodyHangsUpOn() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    RunningApplication application(scene);
+    scene.updater().checkForUpdatesManually();
+    const QString script = scene.updateFile(u"lumora-update.sh"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(processRunning(u"^/bin/bash "_s + script) > 0, UpdateScene::patience);
+    QCOMPARE(::kill(processRunning(u"^/bin/bash "_s + script), SIGHUP), 0);
     application.end();
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
 }
