@@ -7,22 +7,14 @@
 #include "FirstFrame.h"
 #include "LangManager.h"
 #include "shell/MainWindow.h"
-#include "style/LumoraStyle.h"
+#include "style/Look.h"
 #include "style/SystemAppearance.h"
-#include "style/Theme.h"
-#include "style/Typography.h"
-
-#include <QIcon>
-
-using namespace Qt::StringLiterals;
 
 int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
-    QApplication::setWindowIcon(QIcon(u":/Lumora.png"_s));
-    QApplication::setFont(Typography::font(Typography::body));
-    QApplication::setStyle(new LumoraStyle);
+    Look::setUp();
     const SystemAppearance appearance;
-    QApplication::setPalette((appearance.isDark() ? Theme::dark() : Theme::light()).palette());
+    Look::setDark(appearance.isDark());
     BrewManager manager(BrewDiscovery{.candidates = {argc > 1 ? argv[1] : ""}});
     MainWindow window(manager, LangManager::shared(), QString());
     const FirstFrame firstFrame(&window);

@@ -5,9 +5,7 @@
 #include "BrewDiscovery.h"
 #include "BrewManager.h"
 #include "pages/FormulaListView.h"
-#include "style/LumoraStyle.h"
-#include "style/Theme.h"
-#include "style/Typography.h"
+#include "style/Look.h"
 #include "views/PackageSelection.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
@@ -85,9 +83,8 @@ BENCHMARK(scrollStep)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
-    QApplication::setStyle(new LumoraStyle);
-    QApplication::setPalette(Theme::light().palette());
-    QApplication::setFont(Typography::font(Typography::body));
+    Look::setUp();
+    Look::setDark(false);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

@@ -3,12 +3,7 @@
 
 #include "BrewDiscovery.h"
 #include "LangManager.h"
-#include "style/LumoraStyle.h"
-#include "style/Theme.h"
-#include "style/Typography.h"
-
-#include <QIcon>
-#include <QToolTip>
+#include "style/Look.h"
 
 #include <cstdlib>
 
@@ -32,13 +27,11 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
     QApplication::setDesktopFileName(u"lumora"_s);
     m_options = CommandLineOptions::parse(m_application);
 
-    QApplication::setWindowIcon(QIcon(u":/Lumora.png"_s));
-    QApplication::setFont(Typography::font(Typography::body));
-    QToolTip::setFont(Typography::font(Typography::caption));
-#ifndef Q_OS_MACOS
-    QApplication::setStyle(new LumoraStyle);
-#endif
-    applyAppearance();
+    Look::setUp();
+    if (m_options.appearance == CommandLineOptions::Appearance::System)
+        followDesktop();
+    else
+        Look::setDark(m_options.appearance == CommandLineOptions::Appearance::Dark);
 
     m_brewManager.emplace(discoveryFor(m_options));
     const ApplicationBundle bundle = ApplicationBundle::running();
@@ -63,16 +56,9 @@ int LumoraApp::run() {
     return status;
 }
 
-void LumoraApp::applyAppearance() {
-    using Appearance = CommandLineOptions::Appearance;
-    if (m_options.appearance == Appearance::System && !m_appearance) {
-        m_appearance.emplace();
-        QObject::connect(&*m_appearance, &SystemAppearance::changed, &*m_appearance,
-                         [this] { applyAppearance(); });
-    }
-    const bool isDark =
-        m_appearance ? m_appearance->isDark() : m_options.appearance == Appearance::Dark;
-    const QPalette palette = (isDark ? Theme::dark() : Theme::light()).palette();
-    QApplication::setPalette(palette);
-    QToolTip::setPalette(palette);
+void LumoraApp::followDesktop() {
+    m_appearance.emplace();
+    Look::setDark(m_appearance->isDark());
+    QObject::connect(&*m_appearance, &SystemAppearance::changed, &*m_appearance,
+                     [this] { Look::setDark(m_appearance->isDark()); });
 }

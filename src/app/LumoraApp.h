@@ -23,7 +23,7 @@ public:
     int run();
 
 private:
-    void applyAppearance();
+    void followDesktop();
 
     QApplication m_application;
     CommandLineOptions m_options;

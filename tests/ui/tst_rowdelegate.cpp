@@ -2,6 +2,7 @@
 #include "Input.h"
 #include "Pixels.h"
 #include "UiTest.h"
+#include "style/Look.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/RowListView.h"
@@ -51,7 +52,7 @@ QRect boundsBehind(const Window& window, const QString& name, const QColor& fill
 }
 
 const Theme& useTheme(bool isDark) {
-    UiTest::setDark(isDark);
+    Look::setDark(isDark);
     return isDark ? Theme::dark() : Theme::light();
 }
 
@@ -93,7 +94,7 @@ class RowDelegateTest final : public QObject {
 
 private Q_SLOTS:
 
-    void cleanup() { UiTest::setDark(false); }
+    void cleanup() { Look::setDark(false); }
 
     void drawsATag_data();
     void drawsATag();

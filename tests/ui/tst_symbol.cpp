@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UiTest.h"
 #include "shell/SidebarCategory.h"
+#include "style/Look.h"
 #include "style/Symbol.h"
 
 #include <QApplication>
@@ -160,11 +161,11 @@ void SymbolTest::takesAnIconsColourFromThePalette() {
         return withoutRatio(image);
     };
     for (const bool isDark : {false, true}) {
-        UiTest::setDark(isDark);
+        Look::setDark(isDark);
         const QColor color = QGuiApplication::palette().color(QPalette::ButtonText);
         QCOMPARE(drawn(), reference(u"eye"_s, 32, color));
     }
-    UiTest::setDark(false);
+    Look::setDark(false);
 }
 
 void SymbolTest::paleWhenDisabled() {

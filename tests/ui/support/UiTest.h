@@ -14,9 +14,6 @@ namespace UiTest {
 /// Makes the application, calls `run` and returns its exit status.
 int runInApplication(int& argc, char** argv, const std::function<int()>& run);
 
-/// Changes to the light or the dark colours, as the application does when the desktop does.
-void setDark(bool isDark);
-
 } // namespace UiTest
 
 /// The main() of a test program whose class this is.
