@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "SecondProcess.h"
+#include "SessionBus.h"
 #include "style/SystemAppearance.h"
 #include "style/Theme.h"
 
@@ -8,7 +9,6 @@
 #include <QDBusVariant>
 #include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QProcess>
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QThread>
@@ -22,31 +22,6 @@ namespace {
 const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 const QString settings = u"org.freedesktop.portal.Settings"_s;
 const QString appearanceGroup = u"org.freedesktop.appearance"_s;
-
-/// A session bus of this test's own.
-class Bus final {
-public:
-    Bus() {
-        m_daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address=1"_s,
-                                          u"--address=unix:tmpdir=/tmp"_s});
-        if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
-            qFatal("dbus-daemon doesn't start; it is in the package dbus");
-        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
-    }
-
-    ~Bus() {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-
-    Q_DISABLE_COPY_MOVE(Bus)
-
-    [[nodiscard]] QString address() const { return m_address; }
-
-private:
-    QProcess m_daemon;
-    QString m_address;
-};
 
 } // namespace
 
@@ -223,7 +198,7 @@ void SystemAppearanceTest::asksThePortalAtTheStart() {
     QFETCH(int, scheme);
     QFETCH(Portal::Manner, manner);
     QFETCH(QByteArray, wish);
-    const Bus bus;
+    const SessionBus bus;
     const SecondProcess process(
         u"start with portal"_s,
         {palette, QString::number(scheme), QString::number(static_cast<int>(manner))},
@@ -240,7 +215,7 @@ void SystemAppearanceTest::keepsToThePaletteWithoutAPortal_data() {
 
 void SystemAppearanceTest::keepsToThePaletteWithoutAPortal() {
     QFETCH(QString, palette);
-    const Bus bus;
+    const SessionBus bus;
     const SecondProcess process(u"start without portal"_s, {palette},
                                 environmentWith(bus.address()));
     QCOMPARE(process.output(), palette.toUtf8() + '\n');
@@ -255,7 +230,7 @@ void SystemAppearanceTest::keepsToThePaletteWithoutABus() {
 }
 
 void SystemAppearanceTest::followsThePortal() {
-    const Bus bus;
+    const SessionBus bus;
     const SecondProcess process(u"follow"_s, {}, environmentWith(bus.address()));
     QCOMPARE(process.output(), QByteArray("light\ndark\nlight\ndark\n"));
     QCOMPARE(process.status(), 0);

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "CommandLineOptions.h"
+#include "SecondProcess.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QtTest>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+class CommandLineTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takesWhatItKnows_data();
+    void takesWhatItKnows();
+    void refusesWhatItDoesNotKnow_data();
+    void refusesWhatItDoesNotKnow();
+    void answersAndEnds_data();
+    void answersAndEnds();
+};
+
+namespace {
+
+using Appearance = CommandLineOptions::Appearance;
+
+/// Tells what these arguments mean, unless parsing them ends the process.
+int parse(const QStringList& arguments) {
+    QByteArray words = "Lumora";
+    for (const QString& argument : arguments)
+        words += '\0' + argument.toUtf8();
+    std::vector<char*> argv{words.data()};
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        if (words.at(i) == '\0')
+            argv.push_back(words.data() + i + 1);
+    }
+    int argc = static_cast<int>(argv.size());
+    const QCoreApplication application(argc, argv.data());
+    QCoreApplication::setApplicationName(u"Lumora"_s);
+    QCoreApplication::setApplicationVersion(u"1.2.3"_s);
+    const CommandLineOptions options = CommandLineOptions::parse(application);
+    std::printf("%d %s", static_cast<int>(options.appearance),
+                qPrintable(options.brewPath.value_or(u"no brew"_s)));
+    return EXIT_SUCCESS;
+}
+
+/// How parsing these arguments ended.
+struct Ending final {
+    explicit Ending(const QStringList& arguments) {
+        QProcess process;
+        process.start(
+            u"/bin/sh"_s,
+            {u"-c"_s, QString::fromUtf8(SecondProcess::scriptLine(u"parse"_s, arguments))});
+        process.waitForFinished();
+        status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        output = QString::fromUtf8(process.readAllStandardOutput());
+        error = QString::fromUtf8(process.readAllStandardError());
+    }
+
+    int status{};
+    QString output;
+    QString error;
+};
+
+} // namespace
+
+void CommandLineTest::takesWhatItKnows_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<Appearance>("appearance");
+    QTest::addColumn<QString>("brew");
+    const QString appearance = u"--appearance"_s;
+    const QString none = u"no brew"_s;
+    QTest::newRow("nothing") << QStringList() << Appearance::System << none;
+    QTest::newRow("light") << QStringList{appearance, u"light"_s} << Appearance::Light << none;
+    QTest::newRow("dark") << QStringList{appearance, u"dark"_s} << Appearance::Dark << none;
+    QTest::newRow("system") << QStringList{appearance, u"system"_s} << Appearance::System << none;
+    QTest::newRow("brew") << QStringList{u"--brew"_s, u"/opt/bin/brew"_s} << Appearance::System
+                          << u"/opt/bin/brew"_s;
+    // Nobody's home, but the user's wish all the same.
+    QTest::newRow("no path") << QStringList{u"--brew="_s} << Appearance::System << QString();
+}
+
+void CommandLineTest::takesWhatItKnows() {
+    QFETCH(const QStringList, arguments);
+    QFETCH(const Appearance, appearance);
+    QFETCH(const QString, brew);
+    const Ending ending(arguments);
+    QCOMPARE(ending.error, QString());
+    QCOMPARE(ending.output, QString::number(static_cast<int>(appearance)) + u' ' + brew);
+    QCOMPARE(ending.status, EXIT_SUCCESS);
+}
+
+void CommandLineTest::refusesWhatItDoesNotKnow_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("complaint");
+    const QString appearance = u"--appearance"_s;
+    QTest::newRow("appearance") << QStringList{appearance, u"pink"_s}
+                                << u"Lumora: unknown appearance \"pink\"\n"_s;
+    QTest::newRow("capitals") << QStringList{appearance, u"Dark"_s}
+                              << u"Lumora: unknown appearance \"Dark\"\n"_s;
+    QTest::newRow("no appearance")
+        << QStringList{appearance + u'='} << u"Lumora: unknown appearance \"\"\n"_s;
+    QTest::newRow("appearance left out") << QStringList{appearance} << u"'--appearance'"_s;
+    QTest::newRow("option") << QStringList{u"--colour"_s} << u"'colour'"_s;
+}
+
+void CommandLineTest::refusesWhatItDoesNotKnow() {
+    QFETCH(const QStringList, arguments);
+    const Ending ending(arguments);
+    QFETCH(const QString, complaint);
+    QVERIFY2(ending.error.contains(complaint), qPrintable(ending.error));
+    QCOMPARE(ending.output, QString());
+    QCOMPARE(ending.status, EXIT_FAILURE);
+}
+
+void CommandLineTest::answersAndEnds_data() {
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("answer");
+    QTest::newRow("version") << u"--version"_s << u"^Lumora 1\\.2\\.3\n$"_s;
+    QTest::newRow("help")
+        << u"--help"_s
+        << u"^Usage: .*A graphical face for Homebrew\\..*--brew <path>.*--appearance <kind>"_s;
+}
+
+void CommandLineTest::answersAndEnds() {
+    QFETCH(const QString, option);
+    QFETCH(const QString, answer);
+    const Ending ending({option});
+    const QRegularExpression pattern(answer, QRegularExpression::DotMatchesEverythingOption);
+    QVERIFY2(pattern.match(ending.output).hasMatch(), qPrintable(ending.output));
+    QCOMPARE(ending.status, EXIT_SUCCESS);
+}
+
+int main(int argc, char* argv[]) {
+    return SecondProcess::main<CommandLineTest>(argc, argv, {{u"parse"_s, parse}});
+}
+
+#include "tst_commandline.moc"

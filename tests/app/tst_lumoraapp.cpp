@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+#include "FakeBrew.h"
+#include "FreshHome.h"
+#include "LumoraApp.h"
+#include "SecondProcess.h"
+#include "SessionBus.h"
+#include "shell/ContentView.h"
+#include "style/LumoraStyle.h"
+#include "style/Theme.h"
+#include "style/Typography.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QIcon>
+#include <QProcess>
+#include <QToolTip>
+
+#include <netdb.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::atomic<bool> isLookingUp{false};
+
+} // namespace
+
+/// Stands in for the system's: no name server ever answers.
+extern "C" int getaddrinfo(const char*, const char*, const addrinfo*, addrinfo**) {
+    isLookingUp = true;
+    for (;;)
+        ::pause();
+}
+
+/// What only shows in a whole application, each time in a process of its own.
+class LumoraAppTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void looksAsItIsTold_data();
+    void looksAsItIsTold();
+    void followsTheDesktop();
+    void showsTheBundlesPicture();
+    void leavesAtOnce_data();
+    void leavesAtOnce();
+
+private:
+    FreshHome m_home;
+};
+
+namespace {
+
+/// The application as main() puts it together.
+class Application final {
+public:
+    explicit Application(const QStringList& arguments) {
+        m_words.append("Lumora");
+        for (const QString& argument : arguments)
+            m_words.append(argument.toUtf8());
+        for (QByteArray& word : m_words)
+            m_argv.push_back(word.data());
+        m_argc = static_cast<int>(m_argv.size());
+        m_app.emplace(m_argc, m_argv.data(),
+                      ReleaseSource{.api = u"https://releases.example"_s, .owner = u"someone"_s});
+    }
+
+    [[nodiscard]] int run() { return m_app->run(); }
+
+    [[nodiscard]] static MainWindow& window() {
+        for (QWidget* const widget : QApplication::topLevelWidgets()) {
+            if (auto* const window = qobject_cast<MainWindow*>(widget))
+                return *window;
+        }
+        qFatal("There is no window");
+    }
+
+private:
+    QByteArrayList m_words;
+    std::vector<char*> m_argv;
+    int m_argc{};
+    std::optional<LumoraApp> m_app;
+};
+
+/// The name of the theme that a colour is of.
+QByteArray themeOf(const QPalette& palette, QPalette::ColorRole role) {
+    const QColor color = palette.color(role);
+    if (color == Theme::light().palette().color(role))
+        return "light";
+    return color == Theme::dark().palette().color(role) ? "dark" : color.name().toLatin1();
+}
+
+QByteArray colors() {
+    return themeOf(QApplication::palette(), QPalette::Window) + ", tool tips " +
+           themeOf(QToolTip::palette(), QPalette::ToolTipBase) + '\n';
+}
+
+QImage imageOf(const QIcon& icon) {
+    constexpr int side = 64;
+    return icon.pixmap(side).toImage();
+}
+
+int look(const QStringList& arguments) {
+    const Application application(arguments);
+    std::fputs(colors().constData(), stdout);
+    const bool isStyled = qobject_cast<LumoraStyle*>(QApplication::style()) != nullptr;
+    const bool hasIcon = imageOf(Application::window().windowIcon()) ==
+                         imageOf(QIcon(LUMORA_SOURCE_DIR "/assets/Lumora.png"_L1));
+    const auto isAsLarge = [](const QFont& font, double size) {
+        return qFuzzyCompare(font.pointSizeF(), Typography::font(size).pointSizeF());
+    };
+    const bool hasFonts = isAsLarge(QApplication::font(), Typography::body) &&
+                          isAsLarge(QToolTip::font(), Typography::caption);
+    std::printf("style %d, icon %d, fonts %d\n", isStyled, hasIcon, hasFonts);
+    return EXIT_SUCCESS;
+}
+
+int follow(const QStringList& arguments) {
+    const Application application(arguments);
+    std::fputs(colors().constData(), stdout);
+    // Stands in for the desktop portal.
+    QDBusConnection portal = QDBusConnection::connectToBus(
+        qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), u"portal"_s);
+    if (!portal.registerService(u"org.freedesktop.portal.Desktop"_s))
+        return EXIT_FAILURE;
+    QDBusMessage change =
+        QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
+                                   u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
+    constexpr uint preferDark = 1;
+    change << u"org.freedesktop.appearance"_s << u"color-scheme"_s
+           << QVariant::fromValue(QDBusVariant(preferDark));
+    const QByteArray before = colors();
+    const bool hasChanged = QTest::qWaitFor([&] {
+        portal.send(change);
+        return colors() != before;
+    });
+    std::fputs(colors().constData(), stdout);
+    return hasChanged ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int showAbout(const QStringList& arguments) {
+    const Application application(arguments);
+    MainWindow& window = Application::window();
+    window.show();
+    window.content()->setSelectedCategory(SidebarCategory::about);
+    QWidget* icon = nullptr;
+    if (!QTest::qWaitFor([&] { return (icon = window.findChild<QWidget*>(u"aboutIcon"_s)); }))
+        return EXIT_FAILURE;
+    const QImage picture = icon->grab().toImage();
+    std::puts(qPrintable(picture.pixelColor(picture.rect().center()).name()));
+    return EXIT_SUCCESS;
+}
+
+/// Closes the window as soon as the look-up of a host, or a brew that leaves this file, is at work.
+int leave(const QStringList& arguments) {
+    Application application(arguments.sliced(1));
+    MainWindow& window = Application::window();
+    const QString mark = arguments.constFirst();
+    if (mark.isEmpty())
+        Q_EMIT window.updateCheckRequested();
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &window, [&] {
+        if (mark.isEmpty() ? isLookingUp.load() : QFile::exists(mark))
+            window.close();
+    });
+    constexpr int often = 10;
+    timer.start(often);
+    return application.run();
+}
+
+/// An application whose brew has nothing to say.
+QStringList with(const QStringList& arguments) {
+    return QStringList{u"--brew"_s, u"/bin/true"_s} + arguments;
+}
+
+} // namespace
+
+void LumoraAppTest::init() {
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+}
+
+void LumoraAppTest::looksAsItIsTold_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("colors");
+    const QByteArray light = "light, tool tips light\n";
+    const QByteArray dark = "dark, tool tips dark\n";
+    QTest::newRow("light") << QStringList{u"--appearance"_s, u"light"_s} << light;
+    QTest::newRow("dark") << QStringList{u"--appearance"_s, u"dark"_s} << dark;
+    // A desktop without wishes.
+    QTest::newRow("as the desktop does") << QStringList() << light;
+}
+
+void LumoraAppTest::looksAsItIsTold() {
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QByteArray, colors);
+    const SecondProcess process(u"look"_s, with(arguments));
+    QCOMPARE(process.output(), colors + "style 1, icon 1, fonts 1\n");
+    QCOMPARE(process.status(), EXIT_SUCCESS);
+}
+
+void LumoraAppTest::followsTheDesktop() {
+    const SessionBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    const SecondProcess process(u"follow"_s, with({}));
+    QCOMPARE(process.output(), "light, tool tips light\ndark, tool tips dark\n");
+    QCOMPARE(process.status(), EXIT_SUCCESS);
+}
+
+void LumoraAppTest::showsTheBundlesPicture() {
+    const QString program = ApplicationBundle::executableIn(m_home.path() + u"/Lumora.app"_s);
+    QVERIFY(QDir().mkpath(QFileInfo(program).path()));
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
+    QVERIFY(QDir(m_home.path()).mkpath(u"Lumora.app/Contents/Resources"_s));
+    QImage picture(256, 256, QImage::Format_RGB32);
+    picture.fill(Qt::magenta);
+    QVERIFY(picture.save(m_home.path() + u"/Lumora.app/Contents/Resources/Lumora.png"_s));
+
+    QByteArray command = SecondProcess::scriptLine(u"show about"_s, with({}));
+    command.replace(QCoreApplication::applicationFilePath().toUtf8(), program.toUtf8());
+    QProcess process;
+    process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromUtf8(command)});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardOutput(), "#ff00ff\n");
+    QCOMPARE(process.exitCode(), EXIT_SUCCESS);
+}
+
+void LumoraAppTest::leavesAtOnce_data() {
+    QTest::addColumn<bool>("isBrewAtWork");
+    QTest::newRow("while a host is looked up") << false;
+    QTest::newRow("while brew works") << true;
+}
+
+void LumoraAppTest::leavesAtOnce() {
+#ifndef Q_OS_LINUX
+    QSKIP("The system's way to look up hosts can't be replaced here.");
+#endif
+    QFETCH(const bool, isBrewAtWork);
+    const FakeBrew brew;
+    const QString mark = m_home.path() + u"/at-work"_s;
+    brew.setBody(": > '" + mark.toUtf8() + "'\n" + brew.waitFor(u"gate"_s));
+    const QStringList arguments = isBrewAtWork ? QStringList{mark, u"--brew"_s, brew.path()}
+                                               : QStringList{QString()} + with({});
+    QElapsedTimer timer;
+    timer.start();
+    const SecondProcess process(u"leave"_s, arguments);
+    brew.open(u"gate"_s);
+    QCOMPARE(process.status(), EXIT_SUCCESS);
+    constexpr qint64 patience = 20'000;
+    QVERIFY2(timer.elapsed() < patience, qPrintable(QString::number(timer.elapsed())));
+}
+
+int main(int argc, char* argv[]) {
+    return SecondProcess::main<LumoraAppTest>(argc, argv,
+                                              {{u"look"_s, look},
+                                               {u"follow"_s, follow},
+                                               {u"show about"_s, showAbout},
+                                               {u"leave"_s, leave}});
+}
+
+#include "tst_lumoraapp.moc"
