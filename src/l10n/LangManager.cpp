@@ -18,14 +18,13 @@ LangManager& LangManager::shared() {
 }
 
 LangManager::LangManager()
-    : m_current(initialLanguage(QSettings().value(languageKey).toString(),
-                                QLocale::system().uiLanguages())) {}
+    : m_current(*this, initialLanguage(QSettings().value(languageKey).toString(),
+                                       QLocale::system().uiLanguages())) {}
 
 void LangManager::setCurrent(Lang lang) {
-    Q_EMIT objectWillChange();
-    m_current = lang;
-    Q_EMIT currentChanged(m_current);
-    QSettings().setValue(languageKey, rawValue(m_current));
+    m_current.set(lang);
+    // Whoever heard of it may have set another one.
+    QSettings().setValue(languageKey, rawValue(*m_current));
 }
 
 Lang LangManager::initialLanguage(const QString& storedCode, const QStringList& systemLanguages) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Lang.h"
+#include "Published.h"
 
-#include <QObject>
 #include <QStringList>
 
 /// Holds the interface language in force and remembers the user's choice of it.
@@ -11,13 +11,13 @@
 /// There is one, shared(); it is made by whoever asks first, from any thread, but its
 /// language is read and set on the interface thread. The choice is kept under the key
 /// "appLanguage" in the application's default QSettings.
-class LangManager final : public QObject {
+class LangManager final : public ObservableObject {
     Q_OBJECT
 
 public:
     [[nodiscard]] static LangManager& shared();
 
-    [[nodiscard]] Lang current() const { return m_current; }
+    [[nodiscard]] const Published<Lang>& current() const { return m_current; }
 
     /// Takes effect at once and is written to the preferences, also when nothing changes.
     void setCurrent(Lang lang);
@@ -27,13 +27,8 @@ public:
     [[nodiscard]] static Lang initialLanguage(const QString& storedCode,
                                               const QStringList& systemLanguages);
 
-Q_SIGNALS:
-    /// The language is about to change.
-    void objectWillChange();
-    void currentChanged(Lang lang);
-
 private:
     LangManager();
 
-    Lang m_current;
+    Published<Lang> m_current;
 };

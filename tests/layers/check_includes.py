@@ -25,7 +25,7 @@ PRAGMA_ONCE = re.compile(r"^#pragma once$", re.MULTILINE)
 QT_NAME = re.compile(r"^(Q\w+(/.*)?|q[a-z]\w*\.h)$")
 
 # Which of Qt's modules a layer may include; a layer that isn't named here may use any.
-QT_MODULES = {"core": set(), "model": {"QtCore"}, "l10n": {"QtCore"}}
+QT_MODULES = {"core": set(), "published": {"QtCore"}, "model": {"QtCore"}, "l10n": {"QtCore"}}
 
 
 def parts_of(text):

@@ -129,7 +129,7 @@ void LanguageSwitchTest::remembersTheChoice() {
     app.showLoaded();
     app.choose(SidebarCategory::settings);
     Input::click(segment(app, Lang::ko));
-    QCOMPARE(LangManager::shared().current(), Lang::ko);
+    QCOMPARE(*LangManager::shared().current(), Lang::ko);
     QCOMPARE(QSettings().value("appLanguage"_L1).toString(), u"ko"_s);
 }
 

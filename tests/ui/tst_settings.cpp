@@ -161,7 +161,7 @@ void SettingsTest::offersTheLanguagesInTheirOwnNames() {
     QCOMPARE(picker.current(), static_cast<int>(Lang::en));
     QCOMPARE(picker.accessibleName(), u"Language"_s);
     Input::click(*picker.segment(2));
-    QTRY_COMPARE(LangManager::shared().current(), Lang::ja);
+    QTRY_COMPARE(*LangManager::shared().current(), Lang::ja);
     QTRY_COMPARE(picker.current(), static_cast<int>(Lang::ja));
     LangManager::shared().setCurrent(Lang::en);
 }

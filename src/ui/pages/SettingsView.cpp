@@ -123,7 +123,7 @@ void SettingsView::buildLanguage(QVBoxLayout* layout) {
             m_langManager.setCurrent(allLangs.at(static_cast<std::size_t>(index)));
         },
         Qt::QueuedConnection);
-    connect(&m_langManager, &LangManager::currentChanged, this, [this] { scheduleRender(); });
+    m_langManager.current().subscribe(this, [this](Lang) { scheduleRender(); });
     layout->addLayout(makeHeading(u"globe"_s, SymbolLabel::Tone::Accent, L10n::language()));
     layout->addWidget(m_picker);
 }
@@ -159,7 +159,7 @@ void SettingsView::buildDoctor(QVBoxLayout* layout) {
 
 void SettingsView::render() {
     setTitle(L10n::settings());
-    m_picker->setCurrent(static_cast<int>(m_langManager.current()));
+    m_picker->setCurrent(static_cast<int>(*m_langManager.current()));
     m_previewButton->setEnabled(!m_isLoadingPreview);
     m_cleanupButton->setEnabled(!m_isRunningCleanup);
     m_cleanupSpinner->setVisible(m_isLoadingPreview || m_isRunningCleanup);

@@ -34,7 +34,7 @@ ContentView::ContentView(BrewManager& manager, LangManager& langManager, QString
     m_layout->setContentsMargins(0, 0, 0, 0);
     setMinimumSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight);
     connect(&m_selection, &PackageSelection::changed, this, &ContentView::selectionChanged);
-    connect(&m_langManager, &LangManager::currentChanged, this, &ContentView::rebuild);
+    m_langManager.current().subscribe(this, [this](Lang) { rebuild(); });
     rebuild();
 }
 

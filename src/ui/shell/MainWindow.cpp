@@ -43,7 +43,7 @@ MainWindow::MainWindow(BrewManager& manager, LangManager& langManager, const QSt
     m_content->setCornerWidget(m_menuButton);
 #endif
     fillMenu();
-    connect(&langManager, &LangManager::currentChanged, this, &MainWindow::fillMenu);
+    langManager.current().subscribe(this, [this](Lang) { fillMenu(); });
     addShortcuts();
 }
 

@@ -1,10 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ObservableObject.h"
-#include "PublishedSignal.h"
+#include <QObject>
 
 #include <utility>
+
+/// An object that announces, before each change of a published property, that one is coming.
+class ObservableObject : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+Q_SIGNALS:
+    /// A property is about to change; it still has its old value.
+    void objectWillChange();
+};
+
+/// The part of a published property that Qt's signals need: they can't live in a template.
+class PublishedSignal final : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void changed();
+};
 
 /// A property whose owner announces each change and that offers its new values to
 /// subscribers of its own.
@@ -34,7 +53,7 @@ public:
 
     /// Calls `receive` with every value set from now on, until `context` is destroyed.
     template <class Receive>
-    void subscribe(QObject* context, Receive receive) {
+    void subscribe(const QObject* context, Receive receive) const {
         QObject::connect(&m_signal, &PublishedSignal::changed, context,
                          [this, receive = std::move(receive)] { receive(m_value); });
     }
