@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 BrewNotFoundView::BrewNotFoundView(QWidget* parent) : QWidget(parent) {
     constexpr int spacing = 20;
     constexpr int padding = 40;
-    constexpr int iconSize = 72;
+    constexpr int iconSize = 64;
     constexpr double titleSize = 22;
 
     auto* const title = new QLabel(L10n::brewNotFound());

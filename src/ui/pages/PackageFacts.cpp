@@ -54,7 +54,7 @@ PackageFacts::PackageFacts(const BrewPackage& package, QWidget* parent)
 }
 
 void PackageFacts::addHeader(const BrewPackage& package) {
-    constexpr int iconSize = 40;
+    constexpr int iconSize = 36;
     constexpr int iconSpacing = 14;
     constexpr int nameSpacing = 6;
     const bool isCask = package.type == PackageType::cask;

@@ -10,6 +10,8 @@ class SymbolLabel final : public QWidget {
 public:
     enum class Tone { Text, Secondary, Accent, Cask, Good, Outdated };
 
+    /// `size` is the side of the symbol's square, its margin included, also where the symbol
+    /// stands for a letter of a font of that size.
     SymbolLabel(QString symbol, int size, Tone tone, QWidget* parent = nullptr);
 
     void setSymbol(const QString& symbol, Tone tone);
