@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "AppScene.h"
 #include "BrewAt.h"
+#include "Find.h"
 #include "Painted.h"
 #include "Pixels.h"
 #include "UiTest.h"
@@ -13,6 +14,7 @@
 #include <QAbstractButton>
 #include <QHash>
 #include <QLabel>
+#include <QListView>
 
 #include <algorithm>
 
@@ -61,6 +63,12 @@ Seen look(const QWidget& window) {
             add(badge->text(), *badge, textPlace(*badge, badge->text()));
         else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget))
             add(button->text(), *button, textPlace(*button, button->text()));
+    }
+    if (findVisible<QListView>(window, u"sidebar"_s) != nullptr) {
+        const SidebarDriver sidebar(window);
+        for (const SidebarCategory category : allSidebarCategories)
+            add(u"sidebar "_s + rawValue(category), *sidebar.view().viewport(),
+                sidebar.rect(category));
     }
     if (ListDriver::isShown(window)) {
         const ListDriver list(window);
@@ -316,6 +324,7 @@ void PaintedPagesTest::setsItsTexts_data() {
             Normal, pale, content);
         for (const QString& title : {u"Output"_s, u"Diagnosis"_s})
             add(u"settings with outputs"_s, title, 13, DemiBold, theme.text, content);
+        add(u"no category"_s, u"Select a category"_s, 13, Normal, pale, content);
         add(u"about"_s, u"Lumora"_s, 20, Bold, theme.text, content);
         add(u"about"_s, u"Version 0.1.9"_s, 12, Normal, pale, content);
         add(u"add tap"_s, u"Add Tap"_s, 13, DemiBold, theme.text, content);
@@ -357,6 +366,7 @@ void PaintedPagesTest::setsTheTextsOfItsRows_data() {
         const QFont strong = Typography::font(11.5, QFont::Medium);
         const QFont body = Typography::font(13, QFont::Medium);
         const QFont small = Typography::font(9, QFont::Medium);
+        const QFont pill = Typography::font(11.5, QFont::Bold);
         // From a row's leading edge; its second line; and what stands before its trash can.
         const QRect name(18, 6, 100, 18);
         const QRect second(18, 25, 400, 18);
@@ -371,6 +381,22 @@ void PaintedPagesTest::setsTheTextsOfItsRows_data() {
         add(u"casks"_s, u"cask-iina"_s, second, {u"Media player"_s, caption, pale, content});
         add(u"search"_s, u"formula-curl"_s, named, {u"curl"_s, body, theme.text, content});
         add(u"taps"_s, u"user/tools"_s, named, {u"user/tools"_s, body, theme.text, content});
+
+        // Counts in the sidebar, 18 from the row's end, one of them on a pill.
+        const auto count = [](const QFont& font, const QString& digits, int padding) {
+            const int width = Typography::width(font, digits);
+            return QRect(180 - 18 - padding - width, 8, width, 14);
+        };
+        const QFont plain = Typography::font(12);
+        add(u"formulae"_s, u"sidebar Formulae"_s, count(plain, u"2"_s, 0),
+            {u"2"_s, plain, theme.secondaryOnTint, Pixels::on(theme.sidebar, theme.selection)});
+        add(u"formulae"_s, u"sidebar Casks"_s, count(plain, u"1"_s, 0),
+            {u"1"_s, plain, pale, theme.sidebar});
+        add(u"formulae"_s, u"sidebar Updates"_s, count(pill, u"2"_s, 6),
+            {u"2"_s, pill, theme.onCountPill, theme.countPill});
+        const QRect title(44, 0, 80, 30);
+        add(u"formulae"_s, u"sidebar Casks"_s, title,
+            {u"Casks"_s, body, theme.text, theme.sidebar});
 
         // Tags stand 6 behind the name and 6 from each other; their texts lie 5 within.
         const int outdated = 18 + Typography::width(body, u"wget"_s) + 6 + 5;
@@ -453,6 +479,9 @@ void PaintedPagesTest::fillsItsSurfaces_data() {
         add(u"detail of a formula"_s, u"SheetFooter"_s, {20, 0}, lined(theme.sidebar));
         add(u"detail of a formula"_s, u"HairlineDivider"_s, {100, 0}, lined(theme.content));
         add(u"detail of a formula"_s, u"sheet"_s, {2, 400}, Pixels::on(theme.sidebar, theme.scrim));
+        // The chosen row, dimmed by the sheet that it has opened.
+        add(u"detail of a formula"_s, u"formula-wget"_s, {-12, 24},
+            Pixels::on(Pixels::on(theme.content, theme.selection), theme.scrim));
         add(u"about"_s, u"LinkRow"_s, {150, 2}, tinted(theme.content, theme.text, 0.04));
         add(withoutHomebrew, u"installHomebrewButton"_s, {8, 18}, theme.accent);
         add(u"add tap"_s, u"confirmAddTap"_s, {8, 15}, tinted(theme.content, theme.accent, 0.4));
