@@ -4,15 +4,8 @@
 #include "BrewManager.h"
 #include "L10n.h"
 #include "LangManager.h"
-#include "pages/AboutView.h"
 #include "pages/BrewNotFoundView.h"
-#include "pages/CaskListView.h"
-#include "pages/FormulaListView.h"
 #include "pages/PackageDetailView.h"
-#include "pages/SearchView.h"
-#include "pages/SettingsView.h"
-#include "pages/TapsView.h"
-#include "pages/UpdatesView.h"
 #include "shell/DetailColumn.h"
 #include "shell/DetailSheet.h"
 #include "shell/FailureStrip.h"
@@ -93,26 +86,8 @@ void ContentView::showSelectedPage() {
         m_detailColumn->setPlaceholder(L10n::selectCategory());
         return;
     }
-    const auto makePage = [this]() -> Page* {
-        switch (*m_selectedCategory) {
-        case SidebarCategory::formulae:
-            return new FormulaListView(manager(), m_selection);
-        case SidebarCategory::casks:
-            return new CaskListView(manager(), m_selection);
-        case SidebarCategory::updates:
-            return new UpdatesView(manager(), m_selection);
-        case SidebarCategory::search:
-            return new SearchView(manager(), m_selection);
-        case SidebarCategory::taps:
-            return new TapsView(manager());
-        case SidebarCategory::settings:
-            return new SettingsView(m_langManager, manager());
-        case SidebarCategory::about:
-            break;
-        }
-        return new AboutView(manager(), m_aboutPicture);
-    };
-    m_detailColumn->setPage(makePage());
+    m_detailColumn->setPage(
+        makePage(*m_selectedCategory, {manager(), m_langManager, m_selection, m_aboutPicture}));
 }
 
 void ContentView::setSelectedCategory(std::optional<SidebarCategory> category) {

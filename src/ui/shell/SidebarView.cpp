@@ -2,7 +2,6 @@
 #include "shell/SidebarView.h"
 
 #include "BrewManager.h"
-#include "L10n.h"
 #include "shell/SidebarDelegate.h"
 #include "style/Theme.h"
 
@@ -15,10 +14,12 @@ using namespace Qt::StringLiterals;
 
 SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
     : View(manager, parent), m_model(new QStandardItemModel(this)), m_list(new QListView(this)) {
-    addSection(L10n::packages(), {SidebarCategory::formulae, SidebarCategory::casks});
-    addSection(L10n::actions(), {SidebarCategory::updates, SidebarCategory::search});
-    addSection(L10n::system(),
-               {SidebarCategory::taps, SidebarCategory::settings, SidebarCategory::about});
+    QString section;
+    for (const SidebarCategory category : allSidebarCategories) {
+        if (sectionName(category) != section)
+            addHeading(section = sectionName(category));
+        addCategory(category);
+    }
 
     m_list->setObjectName(u"sidebar"_s);
     m_list->setAccessibleName(u"Lumora"_s);
@@ -43,19 +44,19 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
             });
 }
 
-void SidebarView::addSection(const QString& title,
-                             std::initializer_list<SidebarCategory> categories) {
+void SidebarView::addHeading(const QString& title) {
     auto* const heading = new QStandardItem(title);
     heading->setFlags(Qt::ItemNeverHasChildren);
     m_model->appendRow(heading);
-    for (const SidebarCategory category : categories) {
-        auto* const item = new QStandardItem(localizedName(category));
-        item->setData(static_cast<int>(category), SidebarDelegate::CategoryRole);
-        item->setData(icon(category), SidebarDelegate::SymbolRole);
-        item->setData(category == SidebarCategory::updates, SidebarDelegate::IsPillRole);
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren);
-        m_model->appendRow(item);
-    }
+}
+
+void SidebarView::addCategory(SidebarCategory category) {
+    auto* const item = new QStandardItem(localizedName(category));
+    item->setData(static_cast<int>(category), SidebarDelegate::CategoryRole);
+    item->setData(icon(category), SidebarDelegate::SymbolRole);
+    item->setData(category == SidebarCategory::updates, SidebarDelegate::IsPillRole);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren);
+    m_model->appendRow(item);
 }
 
 QStandardItem* SidebarView::itemOf(SidebarCategory category) const {

@@ -28,7 +28,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void addSection(const QString& title, std::initializer_list<SidebarCategory> categories);
+    void addHeading(const QString& title);
+    void addCategory(SidebarCategory category);
     void setCount(SidebarCategory category, qsizetype count);
     [[nodiscard]] QStandardItem* itemOf(SidebarCategory category) const;
 
