@@ -9,8 +9,7 @@
 #include "UiTest.h"
 #include "pages/AboutView.h"
 #include "style/Theme.h"
-#include "widgets/LinkRow.h"
-#include "widgets/OpenAddress.h"
+#include "widgets/Links.h"
 
 #include <QApplication>
 #include <QFile>

@@ -6,9 +6,8 @@
 #include "UiTest.h"
 #include "shell/DetailColumn.h"
 #include "shell/FailureStrip.h"
-#include "shell/PageHeader.h"
 #include "views/Page.h"
-#include "widgets/ElidedLabel.h"
+#include "widgets/Labels.h"
 
 #include <QSignalSpy>
 

@@ -7,7 +7,6 @@
 #include "Samples.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
-#include "widgets/OutputSection.h"
 #include "widgets/OutputText.h"
 #include "widgets/SearchField.h"
 

@@ -11,7 +11,7 @@
 #include "pages/BrewNotFoundView.h"
 #include "shell/ContentView.h"
 #include "shell/MainWindow.h"
-#include "shell/PageHeader.h"
+#include "shell/DetailColumn.h"
 #include "shell/SidebarView.h"
 #include "widgets/SymbolLabel.h"
 

@@ -6,7 +6,6 @@
 #include "PageWindow.h"
 #include "UiTest.h"
 #include "pages/SettingsView.h"
-#include "widgets/OutputSection.h"
 #include "widgets/OutputText.h"
 #include "widgets/SegmentedPicker.h"
 #include "widgets/Spinner.h"

@@ -8,10 +8,9 @@
 #include "shell/DetailColumn.h"
 #include "shell/SidebarView.h"
 #include "views/Page.h"
-#include "widgets/ElidedLabel.h"
+#include "widgets/Labels.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
-#include "widgets/SecondaryLabel.h"
 #include "widgets/StateView.h"
 
 #include <QApplication>

@@ -11,8 +11,7 @@
 #include "shell/FailureStrip.h"
 #include "shell/OperationOverlay.h"
 #include "widgets/Badge.h"
-#include "widgets/ElidedLabel.h"
-#include "widgets/OutputSection.h"
+#include "widgets/Labels.h"
 #include "widgets/OutputText.h"
 #include "widgets/RowListView.h"
 

@@ -4,8 +4,8 @@
 #include "ControlTree.h"
 #include "Find.h"
 #include "UiTest.h"
-#include "shell/PageHeader.h"
-#include "widgets/ElidedLabel.h"
+#include "shell/DetailColumn.h"
+#include "widgets/Labels.h"
 
 #include <QListView>
 

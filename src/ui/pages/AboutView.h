@@ -14,8 +14,4 @@ public:
 
 protected:
     void render() override;
-
-private:
-    [[nodiscard]] QWidget* aboutLink(const QString& symbol, const QString& title,
-                                     const QString& address);
 };

@@ -5,15 +5,14 @@
 #include "L10n.h"
 #include "style/Metrics.h"
 #include "style/Typography.h"
+#include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
-#include "widgets/SecondaryLabel.h"
+#include "widgets/Labels.h"
 #include "widgets/Sheet.h"
 #include "widgets/Spinner.h"
 
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -26,11 +25,9 @@ AddTapSheet::AddTapSheet(QWidget* window)
     constexpr int padding = 20;
     constexpr int spacing = 16;
     constexpr int fieldWidth = 300;
-    constexpr double headline = 13;
 
-    auto* const title = new QLabel(L10n::addTap());
-    title->setTextFormat(Qt::PlainText);
-    title->setFont(Typography::font(headline, QFont::DemiBold));
+    auto* const title =
+        new PlainLabel(L10n::addTap(), Typography::font(Typography::body, QFont::DemiBold));
     auto* const help = new SecondaryLabel(L10n::enterTapName(), Typography::caption);
 
     m_field->setObjectName(u"tapNameField"_s);
@@ -39,33 +36,19 @@ AddTapSheet::AddTapSheet(QWidget* window)
     m_field->setFixedSize(fieldWidth, Metrics::controlHeight);
     m_field->setTextMargins(Metrics::buttonRadius, 0, Metrics::buttonRadius, 0);
 
-    auto* const progressText = new QLabel(L10n::addingTap());
-    progressText->setTextFormat(Qt::PlainText);
-    auto* const progress = new QHBoxLayout(m_progress);
-    progress->setContentsMargins(0, 0, 0, 0);
-    progress->setSpacing(Metrics::rowSpacing);
-    progress->addWidget(new Spinner(Spinner::Size::Small));
-    progress->addWidget(progressText);
-    progress->addStretch();
+    m_progress->setLayout(
+        Boxes::row(Metrics::rowSpacing, {new Spinner(Spinner::Size::Small),
+                                         new PlainLabel(L10n::addingTap()), Boxes::stretch()}));
 
     auto* const cancel = new QPushButton(DisplayText::label(L10n::cancel()));
     cancel->setObjectName(u"cancelAddTap"_s);
     m_add->setObjectName(u"confirmAddTap"_s);
     m_add->setDefault(true);
-    auto* const buttons = new QHBoxLayout;
-    buttons->setSpacing(Metrics::rowSpacing);
-    buttons->addStretch();
-    buttons->addWidget(cancel);
-    buttons->addWidget(m_add);
-
-    auto* const layout = new QVBoxLayout(m_sheet->panel());
-    layout->setContentsMargins(padding, padding, padding, padding);
-    layout->setSpacing(spacing);
-    layout->addWidget(title);
-    layout->addWidget(help);
-    layout->addWidget(m_field);
-    layout->addWidget(m_progress);
-    layout->addLayout(buttons);
+    m_sheet->panel()->setLayout(
+        Boxes::column(spacing,
+                      {title, help, m_field, m_progress,
+                       Boxes::row(Metrics::rowSpacing, {Boxes::stretch(), cancel, m_add})},
+                      {padding, padding, padding, padding}));
 
     connect(m_field, &QLineEdit::textChanged, this, &AddTapSheet::updateButtons);
     connect(m_field, &QLineEdit::returnPressed, this, &AddTapSheet::requestAdd);

@@ -5,14 +5,13 @@
 #include "L10n.h"
 #include "style/LumoraStyle.h"
 #include "style/Typography.h"
+#include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
-#include "widgets/OpenAddress.h"
-#include "widgets/SecondaryLabel.h"
+#include "widgets/Labels.h"
+#include "widgets/Links.h"
 #include "widgets/SymbolLabel.h"
 
-#include <QLabel>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -21,10 +20,12 @@ BrewNotFoundView::BrewNotFoundView(QWidget* parent) : QWidget(parent) {
     constexpr int padding = 40;
     constexpr int iconSize = 64;
     constexpr double titleSize = 22;
+    using Boxes::centered;
 
-    auto* const title = new QLabel(L10n::brewNotFound());
-    title->setTextFormat(Qt::PlainText);
-    title->setFont(Typography::font(titleSize, QFont::Bold));
+    auto* const icon =
+        new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, SymbolLabel::Tone::Outdated);
+    auto* const title =
+        new PlainLabel(L10n::brewNotFound(), Typography::font(titleSize, QFont::Bold));
     title->setObjectName(u"notFoundTitle"_s);
     auto* const explanation = new SecondaryLabel(L10n::brewNotFoundDesc(), Typography::body);
     explanation->setAlignment(Qt::AlignCenter);
@@ -32,16 +33,8 @@ BrewNotFoundView::BrewNotFoundView(QWidget* parent) : QWidget(parent) {
     button->setObjectName(u"installHomebrewButton"_s);
     LumoraStyle::setProminence(button, LumoraStyle::Prominence::Prominent);
     connect(button, &QPushButton::clicked, this, [] { openAddress(Addresses::homebrew); });
-
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(padding, padding, padding, padding);
-    layout->setSpacing(spacing);
-    layout->addStretch();
-    layout->addWidget(
-        new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, SymbolLabel::Tone::Outdated), 0,
-        Qt::AlignHCenter);
-    layout->addWidget(title, 0, Qt::AlignHCenter);
-    layout->addWidget(explanation, 0, Qt::AlignHCenter);
-    layout->addWidget(button, 0, Qt::AlignHCenter);
-    layout->addStretch();
+    setLayout(Boxes::column(spacing,
+                            {Boxes::stretch(), centered(icon), centered(title),
+                             centered(explanation), centered(button), Boxes::stretch()},
+                            {padding, padding, padding, padding}));
 }

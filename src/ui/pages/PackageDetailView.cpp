@@ -4,15 +4,15 @@
 #include "BrewManager.h"
 #include "L10n.h"
 #include "pages/PackageFacts.h"
-#include "widgets/OutputSection.h"
+#include "widgets/Boxes.h"
+#include "widgets/Labels.h"
+#include "widgets/OutputText.h"
 #include "widgets/Spinner.h"
 #include "widgets/StateView.h"
 
-#include <QLabel>
 #include <QPointer>
 #include <QScrollArea>
 #include <QStackedLayout>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -29,33 +29,21 @@ PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QW
     constexpr int rowSpacing = 8;
 
     m_loadingRow = new QWidget;
-    auto* const loadingText = new QLabel(L10n::loadingInfo());
-    loadingText->setTextFormat(Qt::PlainText);
-    auto* const loading = new QHBoxLayout(m_loadingRow);
-    loading->setContentsMargins(0, 0, 0, 0);
-    loading->setSpacing(rowSpacing);
-    loading->addWidget(new Spinner(Spinner::Size::Small));
-    loading->addWidget(loadingText);
-    loading->addStretch();
+    m_loadingRow->setLayout(
+        Boxes::row(rowSpacing, {new Spinner(Spinner::Size::Small),
+                                new PlainLabel(L10n::loadingInfo()), Boxes::stretch()}));
     // Homebrew's own words, in every language.
     m_report = new OutputSection(u"brew info"_s, reportSpacing);
     m_report->setObjectName(u"infoReport"_s);
 
     auto* const content = new QWidget;
-    m_layout = new QVBoxLayout(content);
-    m_layout->setContentsMargins(padding, padding, padding, padding);
-    m_layout->setSpacing(sectionSpacing);
-    m_layout->addWidget(m_loadingRow);
-    m_layout->addWidget(m_report);
-    m_layout->addStretch();
+    m_layout = Boxes::column(sectionSpacing, {m_loadingRow, m_report, Boxes::stretch()},
+                             {padding, padding, padding, padding});
+    content->setLayout(m_layout);
 
-    auto* const scroll = new QScrollArea;
+    QScrollArea* const scroll = Boxes::scrolling(content);
     scroll->setObjectName(u"detailScroll"_s);
     scroll->setAccessibleName(L10n::details());
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(content);
     // The sheet's rounded corners are to be seen through both; setWidget() fills the content.
     scroll->viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);

@@ -6,17 +6,15 @@
 #include "L10n.h"
 #include "style/Typography.h"
 #include "widgets/Badge.h"
+#include "widgets/Boxes.h"
 #include "widgets/DetailRow.h"
 #include "widgets/DisplayText.h"
-#include "widgets/ElidedLabel.h"
 #include "widgets/FlowLayout.h"
-#include "widgets/HairlineDivider.h"
-#include "widgets/LinkButton.h"
+#include "widgets/Labels.h"
+#include "widgets/Links.h"
 #include "widgets/SymbolLabel.h"
 
-#include <QLabel>
 #include <QUrl>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -25,29 +23,19 @@ namespace {
 constexpr int sectionSpacing = 16;
 constexpr int badgeSpacing = 6;
 
-QLabel* makeHeadline(const QString& text) {
-    auto* const label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(Typography::digits(Typography::body, QFont::DemiBold));
-    return label;
-}
-
 /// A block of a headline and what belongs to it.
 QVBoxLayout* makeBlock(const QString& headline, int spacing) {
-    auto* const block = new QVBoxLayout;
-    block->setSpacing(spacing);
-    block->addWidget(makeHeadline(headline));
-    return block;
+    const QFont font = Typography::digits(Typography::body, QFont::DemiBold);
+    return Boxes::column(spacing, {new PlainLabel(headline, font)});
 }
 
 } // namespace
 
 PackageFacts::PackageFacts(const BrewPackage& package, QWidget* parent)
-    : QWidget(parent), m_layout(new QVBoxLayout(this)) {
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    m_layout->setSpacing(sectionSpacing);
+    : QWidget(parent), m_layout(Boxes::column(sectionSpacing, {})) {
+    setLayout(m_layout);
     addHeader(package);
-    m_layout->addWidget(new HairlineDivider);
+    m_layout->addWidget(Boxes::hairline());
     addDescription(package);
     addDetails(package);
     addDependencies(package);
@@ -59,39 +47,30 @@ void PackageFacts::addHeader(const BrewPackage& package) {
     constexpr int nameSpacing = 6;
     const bool isCask = package.type == PackageType::cask;
 
-    auto* const name = new ElidedLabel;
-    name->setFont(Typography::font(Typography::pageTitle, QFont::Bold));
+    auto* const name = new ElidedLabel(Typography::font(Typography::pageTitle, QFont::Bold));
     name->setFullText(package.name);
     name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     name->setObjectName(u"detailName"_s);
 
-    auto* const badges = new QHBoxLayout;
-    badges->setSpacing(badgeSpacing);
-    badges->addWidget(isCask ? new Badge(L10n::cask(), Badge::Tone::Cask)
-                             : new Badge(L10n::formula(), Badge::Tone::Formula));
-    badges->addWidget(new Badge(u'v' + package.installedVersion, Badge::Tone::Good));
+    QHBoxLayout* const badges =
+        Boxes::row(badgeSpacing, {isCask ? new Badge(L10n::cask(), Badge::Tone::Cask)
+                                         : new Badge(L10n::formula(), Badge::Tone::Formula),
+                                  new Badge(u'v' + package.installedVersion, Badge::Tone::Good)});
     if (package.isOutdated)
         badges->addWidget(new Badge(L10n::updateAvailable(), Badge::Tone::Outdated));
     badges->addStretch();
 
-    auto* const texts = new QVBoxLayout;
-    texts->setSpacing(nameSpacing);
-    texts->addWidget(name);
-    texts->addLayout(badges);
-    auto* const header = new QHBoxLayout;
-    header->setSpacing(iconSpacing);
-    header->addWidget(new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize,
-                                      SymbolLabel::Tone::Accent));
-    header->addLayout(texts, 1);
-    m_layout->addLayout(header);
+    auto* const icon = new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize,
+                                       SymbolLabel::Tone::Accent);
+    m_layout->addLayout(
+        Boxes::row(iconSpacing, {icon, {Boxes::column(nameSpacing, {name, badges}), 1}}));
 }
 
 void PackageFacts::addDescription(const BrewPackage& package) {
     constexpr int spacing = 4;
     if (package.desc.isEmpty())
         return;
-    auto* const text = new QLabel(DisplayText::paragraph(DisplayText::line(package.desc)));
-    text->setTextFormat(Qt::PlainText);
+    auto* const text = new PlainLabel(DisplayText::paragraph(DisplayText::line(package.desc)));
     text->setWordWrap(true);
     text->setObjectName(u"detailDescription"_s);
     QVBoxLayout* const block = makeBlock(L10n::description(), spacing);

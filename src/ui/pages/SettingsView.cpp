@@ -7,19 +7,17 @@
 #include "style/Symbol.h"
 #include "style/Typography.h"
 #include "widgets/Alert.h"
+#include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
-#include "widgets/HairlineDivider.h"
-#include "widgets/OutputSection.h"
-#include "widgets/SecondaryLabel.h"
+#include "widgets/Labels.h"
+#include "widgets/OutputText.h"
 #include "widgets/SegmentedPicker.h"
 #include "widgets/Spinner.h"
 #include "widgets/SymbolLabel.h"
 
-#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -39,23 +37,15 @@ QLayout* makeHeading(const QString& symbol, SymbolLabel::Tone tone, const QStrin
     // Fonts of different scripts would move everything below.
     constexpr int titleHeight = 22;
     constexpr double titleSize = 17;
-    auto* const titleLabel = new QLabel(title);
-    titleLabel->setTextFormat(Qt::PlainText);
-    titleLabel->setFont(Typography::font(titleSize, QFont::Bold));
+    auto* const titleLabel = new PlainLabel(title, Typography::font(titleSize, QFont::Bold));
     titleLabel->setFixedHeight(titleHeight);
-    auto* const texts = new QVBoxLayout;
-    texts->setSpacing(lineSpacing);
-    texts->addWidget(titleLabel);
+    QVBoxLayout* const texts = Boxes::column(lineSpacing, {titleLabel});
     if (!explanation.isEmpty()) {
         auto* const label = new SecondaryLabel(explanation, Typography::body);
         label->setWordWrap(true);
         texts->addWidget(label);
     }
-    auto* const heading = new QHBoxLayout;
-    heading->setSpacing(innerSpacing);
-    heading->addWidget(new SymbolLabel(symbol, iconSize, tone));
-    heading->addLayout(texts, 1);
-    return heading;
+    return Boxes::row(innerSpacing, {new SymbolLabel(symbol, iconSize, tone), {texts, 1}});
 }
 
 QPushButton* makeButton(const QString& symbol, const QString& title) {
@@ -67,49 +57,21 @@ QPushButton* makeButton(const QString& symbol, const QString& title) {
     return button;
 }
 
-/// Buttons in a row from the left.
-QHBoxLayout* makeRow(std::initializer_list<QWidget*> widgets) {
-    auto* const row = new QHBoxLayout;
-    row->setSpacing(buttonSpacing);
-    for (QWidget* const widget : widgets)
-        row->addWidget(widget);
-    row->addStretch();
-    return row;
-}
-
 } // namespace
 
 SettingsView::SettingsView(LangManager& langManager, BrewManager& manager, QWidget* parent)
     : Page(manager, parent), m_langManager(langManager) {
     auto* const content = new QWidget;
-    auto* const sections = new QVBoxLayout(content);
-    sections->setContentsMargins(padding, padding - 2, padding, padding);
-    sections->setSpacing(sectionSpacing);
-    const auto addSection = [&](void (SettingsView::*build)(QVBoxLayout*)) {
-        if (sections->count() > 0)
-            sections->addWidget(new HairlineDivider);
-        auto* const section = new QVBoxLayout;
-        section->setSpacing(innerSpacing);
-        (this->*build)(section);
-        sections->addLayout(section);
-    };
-    addSection(&SettingsView::buildLanguage);
-    addSection(&SettingsView::buildCleanup);
-    addSection(&SettingsView::buildDoctor);
-    sections->addStretch();
-
-    auto* const scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    content->setLayout(Boxes::column(sectionSpacing,
+                                     {makeLanguage(), Boxes::hairline(), makeCleanup(),
+                                      Boxes::hairline(), makeDoctor(), Boxes::stretch()},
+                                     {padding, padding - 2, padding, padding}));
+    QScrollArea* const scroll = Boxes::scrolling(content);
     scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(content);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(scroll);
+    setLayout(Boxes::column(0, {scroll}));
 }
 
-void SettingsView::buildLanguage(QVBoxLayout* layout) {
+QLayout* SettingsView::makeLanguage() {
     QStringList names;
     for (const Lang lang : allLangs)
         names.append(displayName(lang));
@@ -124,11 +86,12 @@ void SettingsView::buildLanguage(QVBoxLayout* layout) {
         },
         Qt::QueuedConnection);
     m_langManager.current().subscribe(this, [this](Lang) { scheduleRender(); });
-    layout->addLayout(makeHeading(u"globe"_s, SymbolLabel::Tone::Accent, L10n::language()));
-    layout->addWidget(m_picker);
+    return Boxes::column(
+        innerSpacing,
+        {makeHeading(u"globe"_s, SymbolLabel::Tone::Accent, L10n::language()), m_picker});
 }
 
-void SettingsView::buildCleanup(QVBoxLayout* layout) {
+QLayout* SettingsView::makeCleanup() {
     m_previewButton = makeButton(u"eye"_s, L10n::preview());
     m_previewButton->setObjectName(u"previewButton"_s);
     m_cleanupButton = makeButton(u"paintbrush.fill"_s, L10n::runCleanup());
@@ -138,23 +101,26 @@ void SettingsView::buildCleanup(QVBoxLayout* layout) {
     m_cleanupOutput->setObjectName(u"cleanupOutput"_s);
     connect(m_previewButton, &QPushButton::clicked, this, [this] { previewCleanup(); });
     connect(m_cleanupButton, &QPushButton::clicked, this, &SettingsView::askToCleanUp);
-    layout->addLayout(makeHeading(u"paintbrush"_s, SymbolLabel::Tone::Accent, L10n::cleanupTitle(),
-                                  L10n::cleanupDesc()));
-    layout->addLayout(makeRow({m_previewButton, m_cleanupButton, m_cleanupSpinner}));
-    layout->addWidget(m_cleanupOutput);
+    return Boxes::column(innerSpacing,
+                         {makeHeading(u"paintbrush"_s, SymbolLabel::Tone::Accent,
+                                      L10n::cleanupTitle(), L10n::cleanupDesc()),
+                          Boxes::row(buttonSpacing, {m_previewButton, m_cleanupButton,
+                                                     m_cleanupSpinner, Boxes::stretch()}),
+                          m_cleanupOutput});
 }
 
-void SettingsView::buildDoctor(QVBoxLayout* layout) {
+QLayout* SettingsView::makeDoctor() {
     m_doctorButton = makeButton(u"stethoscope"_s, L10n::runDoctor());
     m_doctorButton->setObjectName(u"doctorButton"_s);
     m_doctorSpinner = new Spinner(Spinner::Size::Small);
     m_doctorOutputSection = new OutputSection(L10n::diagnosis(), outputSpacing);
     m_doctorOutputSection->setObjectName(u"doctorOutput"_s);
     connect(m_doctorButton, &QPushButton::clicked, this, [this] { runDoctor(); });
-    layout->addLayout(
-        makeHeading(u"stethoscope"_s, SymbolLabel::Tone::Good, L10n::doctor(), L10n::doctorDesc()));
-    layout->addLayout(makeRow({m_doctorButton, m_doctorSpinner}));
-    layout->addWidget(m_doctorOutputSection);
+    return Boxes::column(
+        innerSpacing,
+        {makeHeading(u"stethoscope"_s, SymbolLabel::Tone::Good, L10n::doctor(), L10n::doctorDesc()),
+         Boxes::row(buttonSpacing, {m_doctorButton, m_doctorSpinner, Boxes::stretch()}),
+         m_doctorOutputSection});
 }
 
 void SettingsView::render() {

@@ -8,7 +8,6 @@
 class LangManager;
 class OutputSection;
 class QPushButton;
-class QVBoxLayout;
 class SegmentedPicker;
 class Spinner;
 
@@ -23,9 +22,9 @@ protected:
     void render() override;
 
 private:
-    void buildLanguage(QVBoxLayout* layout);
-    void buildCleanup(QVBoxLayout* layout);
-    void buildDoctor(QVBoxLayout* layout);
+    [[nodiscard]] QLayout* makeLanguage();
+    [[nodiscard]] QLayout* makeCleanup();
+    [[nodiscard]] QLayout* makeDoctor();
     void askToCleanUp();
     QCoro::Task<> previewCleanup();
     QCoro::Task<> runCleanup();

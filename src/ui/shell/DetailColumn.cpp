@@ -2,22 +2,64 @@
 #include "shell/DetailColumn.h"
 
 #include "shell/FailureStrip.h"
-#include "shell/PageHeader.h"
+#include "style/Metrics.h"
+#include "style/Painting.h"
+#include "style/Theme.h"
 #include "style/Typography.h"
 #include "views/Page.h"
-#include "widgets/SecondaryLabel.h"
+#include "widgets/Boxes.h"
+#include "widgets/Labels.h"
 
-#include <QVBoxLayout>
+#include <QPainter>
+
+namespace {
+
+/// Gives a widget's room away at once, but deletes it later: it may be the one that asked.
+void discard(QWidget* widget, QLayout* layout) {
+    widget->hide();
+    layout->removeWidget(widget);
+    widget->deleteLater();
+}
+
+} // namespace
+
+PageHeader::PageHeader(QWidget* parent)
+    : QWidget(parent),
+      m_title(new ElidedLabel(Typography::digits(Typography::headerTitle, QFont::DemiBold))),
+      m_layout(new QHBoxLayout(this)) {
+    constexpr int trailingMargin = 15;
+    setFixedHeight(Metrics::headerHeight);
+    m_layout->setContentsMargins(Metrics::contentMargin, 0, trailingMargin, 1);
+    m_layout->addWidget(m_title, 1);
+}
+
+void PageHeader::setTitle(const QString& title) {
+    m_title->setFullText(title);
+}
+
+QString PageHeader::title() const {
+    return m_title->fullText();
+}
+
+void PageHeader::setControls(QWidget* controls) {
+    if (m_controls != nullptr)
+        discard(m_controls, m_layout);
+    m_controls = controls;
+    if (m_controls != nullptr)
+        m_layout->addWidget(m_controls);
+}
+
+void PageHeader::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::drawHairline(&painter, rect(), Theme::of(this));
+}
 
 DetailColumn::DetailColumn(BrewManager& manager, QWidget* parent)
     : QWidget(parent),
-      m_layout(new QVBoxLayout(this)),
       m_header(new PageHeader(this)),
-      m_failureStrip(new FailureStrip(manager, this)) {
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    m_layout->setSpacing(0);
-    m_layout->addWidget(m_header);
-    m_layout->addWidget(m_failureStrip);
+      m_failureStrip(new FailureStrip(manager, this)),
+      m_layout(Boxes::column(0, {m_header, m_failureStrip})) {
+    setLayout(m_layout);
 }
 
 void DetailColumn::setPage(Page* page) {
@@ -39,11 +81,8 @@ void DetailColumn::setPlaceholder(const QString& text) {
 
 void DetailColumn::setContent(QWidget* content) {
     if (m_content != nullptr) {
-        // Later, since the page may be the one that asked for another.
-        m_content->hide();
         m_content->disconnect(m_header);
-        m_layout->removeWidget(m_content);
-        m_content->deleteLater();
+        discard(m_content, m_layout);
     }
     m_content = content;
     m_layout->addWidget(content, 1);

@@ -4,10 +4,32 @@
 #include <QWidget>
 
 class BrewManager;
+class ElidedLabel;
 class FailureStrip;
 class Page;
-class PageHeader;
+class QHBoxLayout;
 class QVBoxLayout;
+
+/// The strip above a page: its title, and its controls at the trailing end.
+class PageHeader final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit PageHeader(QWidget* parent = nullptr);
+
+    void setTitle(const QString& title);
+    [[nodiscard]] QString title() const;
+    /// Shows these controls instead of the ones before.
+    void setControls(QWidget* controls);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    ElidedLabel* m_title;
+    QHBoxLayout* m_layout;
+    QWidget* m_controls{nullptr};
+};
 
 /// The right column: a page below its header, with the failure strip between them.
 class DetailColumn final : public QWidget {
@@ -24,16 +46,14 @@ public:
     /// The page shown, or null.
     [[nodiscard]] Page* page() const { return m_page; }
 
-    [[nodiscard]] PageHeader* header() const { return m_header; }
-
     [[nodiscard]] FailureStrip* failureStrip() const { return m_failureStrip; }
 
 private:
     void setContent(QWidget* content);
 
-    QVBoxLayout* m_layout;
     PageHeader* m_header;
     FailureStrip* m_failureStrip;
+    QVBoxLayout* m_layout;
     QWidget* m_content{nullptr};
     Page* m_page{nullptr};
 };

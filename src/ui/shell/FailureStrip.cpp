@@ -7,18 +7,18 @@
 #include "style/Painting.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
-#include "widgets/ElidedLabel.h"
+#include "widgets/Boxes.h"
 #include "widgets/IconButton.h"
+#include "widgets/Labels.h"
 #include "widgets/SymbolLabel.h"
 
-#include <QHBoxLayout>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
 
 FailureStrip::FailureStrip(BrewManager& manager, QWidget* parent)
     : View(manager, parent),
-      m_message(new ElidedLabel(this)),
+      m_message(new ElidedLabel(Typography::font(12), this)),
       m_close(new IconButton(u"xmark"_s, L10n::close(), this)),
       m_lastMessage(*manager.errorMessage) {
     constexpr int height = 31;
@@ -26,19 +26,15 @@ FailureStrip::FailureStrip(BrewManager& manager, QWidget* parent)
     constexpr int closeSize = 24;
     setObjectName(u"failureStrip"_s);
     setFixedHeight(height);
-    m_message->setFont(Typography::font(12));
     m_message->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_message->setObjectName(u"failureMessage"_s);
     m_close->setFixedSize(closeSize, closeSize);
     m_close->setObjectName(u"closeFailure"_s);
 
-    auto* const layout = new QHBoxLayout(this);
-    layout->setContentsMargins(Metrics::contentMargin, 0, Metrics::rowInset, 1);
-    layout->setSpacing(Metrics::rowInset);
-    layout->addWidget(new SymbolLabel(u"exclamationmark.triangle"_s, iconSize,
-                                      SymbolLabel::Tone::Outdated, this));
-    layout->addWidget(m_message, 1);
-    layout->addWidget(m_close);
+    auto* const icon =
+        new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, SymbolLabel::Tone::Outdated);
+    setLayout(Boxes::row(Metrics::rowInset, {icon, {m_message, 1}, m_close},
+                         {Metrics::contentMargin, 0, Metrics::rowInset, 1}));
 
     connect(m_close, &IconButton::clicked, this, [this] { setClosed(true); });
     manager.errorMessage.subscribe(this, [this](const std::optional<QString>& message) {

@@ -5,13 +5,13 @@
 #include "style/Painting.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/Boxes.h"
+#include "widgets/Labels.h"
 #include "widgets/OutputText.h"
 #include "widgets/Spinner.h"
 
 #include <QEvent>
-#include <QLabel>
 #include <QPainter>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -36,23 +36,16 @@ OperationOverlay::OperationOverlay(QWidget* parent)
     m_output->setTallest(tallestTranscript);
     m_output->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 
-    auto* const running = new QLabel(L10n::running(), this);
-    running->setTextFormat(Qt::PlainText);
-    running->setFont(Typography::font(Typography::caption, QFont::Medium));
+    auto* const running =
+        new PlainLabel(L10n::running(), Typography::font(Typography::caption, QFont::Medium));
     running->setObjectName(u"runningLabel"_s);
-    auto* const header = new QHBoxLayout;
-    header->setSpacing(rowSpacing);
-    header->addWidget(new Spinner(Spinner::Size::Small, this));
-    header->addWidget(running);
-    header->addStretch();
-
     // The widget is larger than the panel by the shadow around it.
     constexpr int inset = padding + shadowRadius;
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(inset, inset, inset, inset);
-    layout->setSpacing(rowSpacing);
-    layout->addLayout(header);
-    layout->addWidget(m_output);
+    setLayout(Boxes::column(
+        rowSpacing,
+        {Boxes::row(rowSpacing, {new Spinner(Spinner::Size::Small), running, Boxes::stretch()}),
+         m_output},
+        {inset, inset, inset, inset}));
     parent->installEventFilter(this);
 }
 

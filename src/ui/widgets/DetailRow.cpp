@@ -2,52 +2,46 @@
 #include "widgets/DetailRow.h"
 
 #include "style/Typography.h"
+#include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
-#include "widgets/LinkButton.h"
-#include "widgets/SecondaryLabel.h"
+#include "widgets/Labels.h"
+#include "widgets/Links.h"
 
-#include <QHBoxLayout>
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int column = 100;
 
-} // namespace
-
-DetailRow::DetailRow(const QString& label, const QString& value, QWidget* parent)
-    : QWidget(parent), m_layout(new QHBoxLayout(this)) {
-    addLabel(label);
-    auto* const text = new QLabel(DisplayText::line(value));
-    text->setTextFormat(Qt::PlainText);
-    text->setFont(Typography::digits(Typography::body));
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->setAccessibleName(label + QStringLiteral(": ") + DisplayText::line(value));
-    // A value of absurd length is cut at the edge instead of widening the pane.
-    text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_layout->addWidget(text, 1);
-}
-
-DetailRow::DetailRow(const QString& label, LinkButton* value, QWidget* parent)
-    : QWidget(parent), m_layout(new QHBoxLayout(this)) {
-    SecondaryLabel* const widget = addLabel(label, QFont::Medium);
-    // The link's text begins where the column ends, its focus mark a little before.
-    widget->setFixedWidth(column - LinkButton::focusMargin);
-    m_layout->addWidget(value);
-    m_layout->addStretch();
-}
-
-SecondaryLabel* DetailRow::addLabel(const QString& label, QFont::Weight weight) {
+QLabel* makeLabel(const QString& text, QFont::Weight weight = QFont::Normal) {
     constexpr double step = 0.5;
     // The column has the same width in every language; a long word is set smaller instead.
     double size = Typography::body;
     while (size > Typography::tag &&
-           Typography::width(Typography::font(size, weight), label) > column)
+           Typography::width(Typography::font(size, weight), text) > column)
         size -= step;
-    auto* const widget = new SecondaryLabel(label, size);
-    widget->setFont(Typography::font(size, weight));
-    widget->setFixedWidth(column);
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    m_layout->setSpacing(0);
-    m_layout->addWidget(widget);
-    return widget;
+    auto* const label = new SecondaryLabel(text, size);
+    label->setFont(Typography::font(size, weight));
+    label->setFixedWidth(column);
+    return label;
+}
+
+} // namespace
+
+DetailRow::DetailRow(const QString& label, const QString& value, QWidget* parent)
+    : QWidget(parent) {
+    auto* const text =
+        new PlainLabel(DisplayText::line(value), Typography::digits(Typography::body));
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    text->setAccessibleName(label + u": "_s + text->text());
+    // A value of absurd length is cut at the edge instead of widening the pane.
+    text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setLayout(Boxes::row(0, {makeLabel(label), {text, 1}}));
+}
+
+DetailRow::DetailRow(const QString& label, LinkButton* value, QWidget* parent) : QWidget(parent) {
+    QLabel* const widget = makeLabel(label, QFont::Medium);
+    // The link's text begins where the column ends, its focus mark a little before.
+    widget->setFixedWidth(column - LinkButton::focusMargin);
+    setLayout(Boxes::row(0, {widget, value, Boxes::stretch()}));
 }

@@ -4,8 +4,6 @@
 #include <QWidget>
 
 class LinkButton;
-class QHBoxLayout;
-class SecondaryLabel;
 
 /// A label in a column of fixed width, and its value.
 class DetailRow final : public QWidget {
@@ -16,9 +14,4 @@ public:
     DetailRow(const QString& label, const QString& value, QWidget* parent = nullptr);
     /// With a link as its value, which the row takes over.
     DetailRow(const QString& label, LinkButton* value, QWidget* parent = nullptr);
-
-private:
-    SecondaryLabel* addLabel(const QString& label, QFont::Weight weight = QFont::Normal);
-
-    QHBoxLayout* m_layout;
 };

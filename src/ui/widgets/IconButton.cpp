@@ -14,6 +14,7 @@ IconButton::IconButton(QString symbol, const QString& toolTip, QWidget* parent)
     setFixedSize(sizeHint());
     setToolTip(DisplayText::toolTip(toolTip));
     setAccessibleName(toolTip);
+    setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -35,12 +36,4 @@ void IconButton::paintEvent(QPaintEvent*) {
     icon.moveCenter(rect().center());
     Symbol::paint(&painter, m_symbol, icon,
                   isEnabled() ? theme.text : withOpacity(theme.text, disabledOpacity));
-}
-
-void IconButton::enterEvent(QEnterEvent*) {
-    update();
-}
-
-void IconButton::leaveEvent(QEvent*) {
-    update();
 }

@@ -5,7 +5,9 @@
 #include "style/Painting.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
+#include "widgets/Labels.h"
 
 #include <QPainter>
 #include <QScrollBar>
@@ -105,4 +107,17 @@ bool OutputText::event(QEvent* event) {
     if (Painting::showsFocus(this))
         Painting::drawFocusRing(&painter, rect(), Metrics::buttonRadius, theme);
     return true;
+}
+
+OutputSection::OutputSection(const QString& heading, int spacing, QWidget* parent)
+    : QWidget(parent),
+      m_text(new OutputText(heading, OutputText::Frame::Box, Typography::caption, this)) {
+    const QFont headline = Typography::font(Typography::body, QFont::DemiBold);
+    setLayout(Boxes::column(spacing, {new PlainLabel(heading, headline), m_text}));
+    hide();
+}
+
+void OutputSection::setOutput(const QString& output) {
+    m_text->setOutput(output);
+    setVisible(!output.isEmpty());
 }

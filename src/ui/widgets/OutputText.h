@@ -39,3 +39,18 @@ private:
     QString m_output;
     int m_tallest{6000};
 };
+
+/// A heading above what a command printed; hidden while that is nothing.
+class OutputSection final : public QWidget {
+    Q_OBJECT
+
+public:
+    OutputSection(const QString& heading, int spacing, QWidget* parent = nullptr);
+
+    void setOutput(const QString& output);
+
+    [[nodiscard]] OutputText* text() const { return m_text; }
+
+private:
+    OutputText* m_text;
+};

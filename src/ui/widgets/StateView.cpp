@@ -3,24 +3,20 @@
 
 #include "style/Metrics.h"
 #include "style/Typography.h"
-#include "widgets/SecondaryLabel.h"
+#include "widgets/Boxes.h"
+#include "widgets/Labels.h"
 #include "widgets/Spinner.h"
 #include "widgets/SymbolLabel.h"
-
-#include <QVBoxLayout>
 
 StateView::StateView(QWidget* parent)
     : QWidget(parent),
       m_spinner(new Spinner(Spinner::Size::Large, this)),
       m_symbol(new SymbolLabel({}, Metrics::stateIcon, SymbolLabel::Tone::Secondary, this)),
       m_text(new SecondaryLabel({}, Typography::body, this)) {
-    auto* const layout = new QVBoxLayout(this);
-    layout->setSpacing(Metrics::stateSpacing);
-    layout->addStretch();
-    layout->addWidget(m_spinner, 0, Qt::AlignHCenter);
-    layout->addWidget(m_symbol, 0, Qt::AlignHCenter);
-    layout->addWidget(m_text, 0, Qt::AlignHCenter);
-    layout->addStretch();
+    using Boxes::centered;
+    setLayout(Boxes::column(Metrics::stateSpacing,
+                            {Boxes::stretch(), centered(m_spinner), centered(m_symbol),
+                             centered(m_text), Boxes::stretch()}));
 }
 
 void StateView::showBusy(const QString& text) {

@@ -3,8 +3,8 @@
 
 #include "shell/OperationOverlay.h"
 #include "widgets/Badge.h"
-#include "widgets/ElidedLabel.h"
-#include "widgets/LinkRow.h"
+#include "widgets/Labels.h"
+#include "widgets/Links.h"
 #include "widgets/Sheet.h"
 #include "widgets/Spinner.h"
 #include "widgets/SymbolLabel.h"

@@ -3,7 +3,7 @@
 
 #include "Find.h"
 #include "Input.h"
-#include "shell/PageHeader.h"
+#include "shell/DetailColumn.h"
 #include "widgets/SearchField.h"
 #include "widgets/StateView.h"
 #include "widgets/SymbolLabel.h"

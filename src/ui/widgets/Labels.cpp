@@ -1,14 +1,24 @@
 // SPDX-License-Identifier: MIT
-#include "widgets/ElidedLabel.h"
+#include "widgets/Labels.h"
 
 #include "style/Typography.h"
 #include "widgets/DisplayText.h"
 
 #include <QEvent>
 
-ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+PlainLabel::PlainLabel(const QString& text, const QFont& font, QWidget* parent)
+    : QLabel(text, parent) {
     setTextFormat(Qt::PlainText);
+    setFont(font);
 }
+
+SecondaryLabel::SecondaryLabel(const QString& text, double size, QWidget* parent)
+    : PlainLabel(text, Typography::font(size), parent) {
+    // The role that holds the secondary colour in the theme's palette.
+    setForegroundRole(QPalette::PlaceholderText);
+}
+
+ElidedLabel::ElidedLabel(const QFont& font, QWidget* parent) : PlainLabel({}, font, parent) {}
 
 void ElidedLabel::setFullText(const QString& text) {
     if (text == m_fullText)

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "widgets/LinkRow.h"
+#include "widgets/Links.h"
 
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Symbol.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/DisplayText.h"
 
+#include <QDesktopServices>
 #include <QPainter>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -22,13 +25,56 @@ constexpr int arrowSize = 12;
 
 } // namespace
 
-LinkRow::LinkRow(QString symbol, const QString& title, QWidget* parent)
+void openAddress(const QString& address) {
+    const QUrl url(address, QUrl::StrictMode);
+    if (url.isValid() && !url.isEmpty())
+        QDesktopServices::openUrl(url);
+}
+
+LinkButton::LinkButton(const QString& text, QString address, QWidget* parent)
+    : QAbstractButton(parent), m_address(std::move(address)) {
+    setText(DisplayText::line(text));
+    setAccessibleName(this->text());
+    setFont(Typography::font(Typography::body));
+    setCursor(Qt::PointingHandCursor);
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    connect(this, &LinkButton::clicked, this, [this] { openAddress(m_address); });
+}
+
+QSize LinkButton::sizeHint() const {
+    return {Typography::width(font(), text()) + 2 * focusMargin, fontMetrics().height() + 2};
+}
+
+QSize LinkButton::minimumSizeHint() const {
+    return {0, sizeHint().height()};
+}
+
+void LinkButton::paintEvent(QPaintEvent*) {
+    constexpr double focusRadius = 4;
+    const Theme& theme = Theme::of(this);
+    QPainter painter(this);
+    if (Painting::showsFocus(this))
+        Painting::drawFocusRing(&painter, rect(), focusRadius, theme);
+    QFont shown = font();
+    shown.setUnderline(underMouse());
+    painter.setFont(shown);
+    painter.setPen(theme.accent);
+    const QRect area = rect().adjusted(focusMargin, 0, -focusMargin, 0);
+    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
+}
+
+LinkRow::LinkRow(QString symbol, const QString& title, const QString& address, QWidget* parent)
     : QAbstractButton(parent), m_symbol(std::move(symbol)) {
     setText(title);
     setAccessibleName(title);
     setFont(Typography::font(Typography::body));
+    setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
     setFixedSize(sizeHint());
+    connect(this, &LinkRow::clicked, this, [address] { openAddress(address); });
 }
 
 QSize LinkRow::sizeHint() const {
@@ -60,12 +106,4 @@ void LinkRow::paintEvent(QPaintEvent*) {
     arrow.moveCenter(content.center());
     arrow.moveRight(content.right());
     Symbol::paint(&painter, u"arrow.up.right"_s, arrow, theme.secondaryText);
-}
-
-void LinkRow::enterEvent(QEnterEvent*) {
-    update();
-}
-
-void LinkRow::leaveEvent(QEvent*) {
-    update();
 }

@@ -3,6 +3,10 @@
 
 #include <QAbstractButton>
 
+/// Opens an address in the desktop's browser or mail client. Does nothing if it can't be
+/// parsed; a desktop that can't open it isn't reported either.
+void openAddress(const QString& address);
+
 /// A line of text in the accent colour that opens an address when it is pressed.
 class LinkButton final : public QAbstractButton {
     Q_OBJECT
@@ -20,9 +24,24 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
 
 private:
     QString m_address;
+};
+
+/// A wide, quiet button with a symbol, a title and an outward arrow, that opens an address.
+class LinkRow final : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    LinkRow(QString symbol, const QString& title, const QString& address,
+            QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_symbol;
 };
