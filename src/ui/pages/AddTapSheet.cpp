@@ -8,7 +8,6 @@
 #include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
-#include "widgets/Sheet.h"
 #include "widgets/Spinner.h"
 
 #include <QLineEdit>
@@ -17,8 +16,7 @@
 using namespace Qt::StringLiterals;
 
 AddTapSheet::AddTapSheet(QWidget* window)
-    : QObject(window),
-      m_sheet(new Sheet(window, {})),
+    : Sheet(window),
       m_field(new QLineEdit),
       m_progress(new QWidget),
       m_add(new QPushButton(DisplayText::label(L10n::add()))) {
@@ -44,7 +42,7 @@ AddTapSheet::AddTapSheet(QWidget* window)
     cancel->setObjectName(u"cancelAddTap"_s);
     m_add->setObjectName(u"confirmAddTap"_s);
     m_add->setDefault(true);
-    m_sheet->panel()->setLayout(
+    panel()->setLayout(
         Boxes::column(spacing,
                       {title, help, m_field, m_progress,
                        Boxes::row(Metrics::rowSpacing, {Boxes::stretch(), cancel, m_add})},
@@ -53,27 +51,15 @@ AddTapSheet::AddTapSheet(QWidget* window)
     connect(m_field, &QLineEdit::textChanged, this, &AddTapSheet::updateButtons);
     connect(m_field, &QLineEdit::returnPressed, this, &AddTapSheet::requestAdd);
     connect(m_add, &QPushButton::clicked, this, &AddTapSheet::requestAdd);
-    connect(cancel, &QPushButton::clicked, this, &AddTapSheet::dismiss);
-    connect(m_sheet, &Sheet::cancelRequested, this, &AddTapSheet::dismiss);
+    connect(cancel, &QPushButton::clicked, this, &Sheet::dismiss);
+    connect(this, &Sheet::cancelRequested, this, &Sheet::dismiss);
     setAdding(false);
 }
 
-void AddTapSheet::present() {
-    m_sheet->present(m_field);
-}
-
-void AddTapSheet::dismiss() {
-    if (m_sheet)
-        m_sheet->dismiss();
-    deleteLater();
-}
-
 void AddTapSheet::setAdding(bool isAdding) {
-    if (!m_sheet)
-        return;
     m_isAdding = isAdding;
     m_progress->setVisible(isAdding);
-    m_sheet->fitContent();
+    fitContent();
     updateButtons();
 }
 

@@ -1,29 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QPointer>
-#include <QWidget>
+#include "widgets/Sheet.h"
 
 class QLineEdit;
 class QPushButton;
-class Sheet;
 
 /// Asks for the name of a tap to add. It stays open until the tap is added or the user gives up.
-class AddTapSheet final : public QObject {
+class AddTapSheet final : public Sheet {
     Q_OBJECT
 
 public:
-    /// Lies over `window`, which owns it.
     explicit AddTapSheet(QWidget* window);
 
-    void present();
-    void dismiss();
     /// Whether an add is running: then there is a spinner, and nothing more can be added.
     void setAdding(bool isAdding);
-
-    [[nodiscard]] QLineEdit* field() const { return m_field; }
-
-    [[nodiscard]] QPushButton* addButton() const { return m_add; }
 
 Q_SIGNALS:
     /// The user wants this to be added; blanks around it are still there.
@@ -33,7 +24,6 @@ private:
     void updateButtons();
     void requestAdd();
 
-    QPointer<Sheet> m_sheet;
     QLineEdit* m_field;
     QWidget* m_progress;
     QPushButton* m_add;

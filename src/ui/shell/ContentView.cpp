@@ -26,7 +26,7 @@ ContentView::ContentView(BrewManager& manager, LangManager& langManager, QString
       m_layout(new QVBoxLayout(this)) {
     m_layout->setContentsMargins(0, 0, 0, 0);
     setMinimumSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight);
-    connect(&m_selection, &PackageSelection::changed, this, &ContentView::selectionChanged);
+    connect(&m_selection, &PackageSelection::changed, this, &ContentView::updateSheet);
     m_langManager.current().subscribe(this, [this](Lang) { rebuild(); });
     rebuild();
 }
@@ -50,10 +50,7 @@ void ContentView::rebuild() {
             focusedName.isEmpty() ? nullptr : m_content->findChild<QWidget*>(focusedName))
         again->setFocus(Qt::OtherFocusReason);
 
-    if (m_sheet) {
-        m_sheet->dismiss();
-        m_sheet = nullptr;
-    }
+    closeSheet();
     delete std::exchange(m_overlay, nullptr);
     updateSheet();
     updateOverlay();
@@ -99,25 +96,22 @@ void ContentView::setSelectedCategory(std::optional<SidebarCategory> category) {
     showSelectedPage();
 }
 
-void ContentView::selectionChanged() {
-    m_showDetail = m_selection.id().has_value();
-    updateSheet();
+void ContentView::closeSheet() {
+    if (m_sheet)
+        m_sheet->dismiss();
+    m_sheet = nullptr;
 }
 
 void ContentView::updateSheet() {
-    if (!m_showDetail) {
-        if (m_sheet)
-            m_sheet->dismiss();
-        m_sheet = nullptr;
-        return;
-    }
-    if (m_sheet) {
+    if (!showsDetail()) {
+        closeSheet();
+    } else if (m_sheet) {
         m_sheet->detail()->setPackageID(*m_selection.id());
-        return;
+    } else {
+        m_sheet = new DetailSheet(*m_selection.id(), manager(), window());
+        connect(m_sheet, &Sheet::cancelRequested, this,
+                [this] { m_selection.setId(std::nullopt); });
     }
-    m_sheet = new DetailSheet(*m_selection.id(), manager(), window());
-    connect(m_sheet, &DetailSheet::closeRequested, this,
-            [this] { m_selection.setId(std::nullopt); });
 }
 
 void ContentView::updateOverlay() {

@@ -33,7 +33,7 @@ public:
 
     [[nodiscard]] PackageSelection& selection() { return m_selection; }
 
-    [[nodiscard]] bool showsDetail() const { return m_showDetail; }
+    [[nodiscard]] bool showsDetail() const { return m_selection.id().has_value(); }
 
     /// Null while there is no Homebrew.
     [[nodiscard]] DetailColumn* detailColumn() const { return m_detailColumn; }
@@ -52,7 +52,7 @@ private:
     void rebuild();
     [[nodiscard]] QWidget* makeSplitView();
     void showSelectedPage();
-    void selectionChanged();
+    void closeSheet();
     void updateSheet();
     void updateOverlay();
     void placeCornerWidget();
@@ -61,7 +61,6 @@ private:
     QString m_aboutPicture;
     std::optional<SidebarCategory> m_selectedCategory{SidebarCategory::formulae};
     PackageSelection m_selection;
-    bool m_showDetail{false};
     bool m_wasShown{false};
 
     QVBoxLayout* m_layout;

@@ -3,12 +3,13 @@
 
 #include "L10n.h"
 #include "pages/PackageDetailView.h"
+#include "style/Metrics.h"
+#include "style/Theme.h"
+#include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
-#include "widgets/Sheet.h"
-#include "widgets/SheetFooter.h"
 
+#include <QPainter>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -17,26 +18,39 @@ namespace {
 constexpr QSize preferredSize{560, 470};
 constexpr QSize smallestSize{500, 400};
 
+/// The strip at the bottom, with a button at its trailing end.
+class Footer final : public QWidget {
+public:
+    explicit Footer(QWidget* button) {
+        constexpr int height = 52;
+        constexpr int margin = 14;
+        setFixedHeight(height);
+        setLayout(Boxes::row(0, {Boxes::stretch(), button}, {margin, 0, margin, 0}));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        const Theme& theme = Theme::of(this);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        // Rounded like the sheet below, straight above: the upper corners lie outside the strip.
+        painter.setClipRect(rect());
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(theme.sidebar);
+        painter.drawRoundedRect(rect().adjusted(0, -height(), 0, 0), Metrics::sheetRadius,
+                                Metrics::sheetRadius);
+        painter.fillRect(0, 0, width(), 1, theme.hairline);
+    }
+};
+
 } // namespace
 
 DetailSheet::DetailSheet(const QString& packageID, BrewManager& manager, QWidget* window)
-    : QObject(window),
-      m_sheet(new Sheet(window, preferredSize, smallestSize)),
+    : Sheet(window, preferredSize, smallestSize),
       m_detail(new PackageDetailView(packageID, manager)) {
     auto* const close = new QPushButton(DisplayText::label(L10n::close()));
     close->setObjectName(u"closeDetail"_s);
-    auto* const layout = new QVBoxLayout(m_sheet->panel());
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_detail, 1);
-    layout->addWidget(new SheetFooter(close));
-    connect(close, &QPushButton::clicked, this, &DetailSheet::closeRequested);
-    connect(m_sheet, &Sheet::cancelRequested, this, &DetailSheet::closeRequested);
-    m_sheet->present(close);
-}
-
-void DetailSheet::dismiss() {
-    if (m_sheet)
-        m_sheet->dismiss();
-    deleteLater();
+    connect(close, &QPushButton::clicked, this, &Sheet::cancelRequested);
+    panel()->setLayout(Boxes::column(0, {{m_detail, 1}, new Footer(close)}));
+    present(close);
 }

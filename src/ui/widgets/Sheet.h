@@ -8,13 +8,13 @@
 ///
 /// It covers its parent whole; the keyboard focus stays inside and goes back to where it
 /// was when the sheet closes. What the panel holds is added to its layout.
-class Sheet final : public QWidget {
+class Sheet : public QWidget {
     Q_OBJECT
 
 public:
     /// `preferred` is the panel's size, as far as the window has room; an invalid one means
     /// the size of its content.
-    Sheet(QWidget* window, QSize preferred, QSize smallest = {});
+    explicit Sheet(QWidget* window, QSize preferred = {}, QSize smallest = {});
 
     [[nodiscard]] QWidget* panel() const { return m_panel; }
 
