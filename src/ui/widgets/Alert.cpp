@@ -19,8 +19,8 @@ void Alert::setPlainTexts(QMessageBox* box, const QString& title, const QString&
         label->setTextFormat(Qt::PlainText);
 }
 
-QMessageBox* Alert::confirm(QWidget* parent, const Confirmation& texts,
-                            std::function<void()> goAhead, std::function<void()> closed) {
+void Alert::confirm(QWidget* parent, const Confirmation& texts, std::function<void()> goAhead,
+                    std::function<void()> closed) {
     auto* const box = new QMessageBox(parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setIcon(QMessageBox::Warning);
@@ -38,5 +38,4 @@ QMessageBox* Alert::confirm(QWidget* parent, const Confirmation& texts,
                              goAhead();
                      });
     box->open();
-    return box;
 }

@@ -21,8 +21,8 @@ struct Confirmation final {
 
 /// Asks without blocking and calls `goAhead` if the user agrees. The box belongs to `parent`
 /// and is gone with it, unanswered. `closed` is called on every way out.
-QMessageBox* confirm(QWidget* parent, const Confirmation& texts, std::function<void()> goAhead,
-                     std::function<void()> closed);
+void confirm(QWidget* parent, const Confirmation& texts, std::function<void()> goAhead,
+             std::function<void()> closed);
 
 /// Sets both texts of a box so that nothing in them is interpreted.
 void setPlainTexts(QMessageBox* box, const QString& title, const QString& message);

@@ -1,29 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/Spinner.h"
 
+#include "style/Metrics.h"
 #include "style/Theme.h"
 
 #include <QDateTime>
 #include <QPainter>
 
-namespace {
-
-int side(Spinner::Size size) {
-    switch (size) {
-    case Spinner::Size::Small:
-        return 14;
-    case Spinner::Size::Regular:
-        return 24;
-    case Spinner::Size::Large:
-        break;
-    }
-    return 32;
-}
-
-} // namespace
-
 Spinner::Spinner(Size size, QWidget* parent) : QWidget(parent) {
-    setFixedSize(side(size), side(size));
+    constexpr int large = 32;
+    const int side = size == Size::Small ? Metrics::smallSpinner : large;
+    setFixedSize(side, side);
 }
 
 void Spinner::paint(QPainter* painter, const QRectF& rect, const QWidget* widget) {

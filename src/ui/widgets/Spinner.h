@@ -9,7 +9,7 @@ class Spinner final : public QWidget {
     Q_OBJECT
 
 public:
-    enum class Size { Small, Regular, Large };
+    enum class Size { Small, Large };
 
     explicit Spinner(Size size, QWidget* parent = nullptr);
 

@@ -6,12 +6,11 @@
 #include "widgets/Boxes.h"
 #include "widgets/Labels.h"
 #include "widgets/Spinner.h"
-#include "widgets/SymbolLabel.h"
 
 StateView::StateView(QWidget* parent)
     : QWidget(parent),
       m_spinner(new Spinner(Spinner::Size::Large, this)),
-      m_symbol(new SymbolLabel({}, Metrics::stateIcon, SymbolLabel::Tone::Secondary, this)),
+      m_symbol(new SymbolLabel({}, Metrics::stateIcon, Tone::Secondary, this)),
       m_text(new SecondaryLabel({}, Typography::body, this)) {
     using Boxes::centered;
     setLayout(Boxes::column(Metrics::stateSpacing,
@@ -27,8 +26,7 @@ void StateView::showBusy(const QString& text) {
 
 void StateView::showSymbol(const QString& symbol, Tone tone, const QString& text, TextSize size) {
     m_spinner->hide();
-    m_symbol->setSymbol(symbol, tone == Tone::Good ? SymbolLabel::Tone::Good
-                                                   : SymbolLabel::Tone::Secondary);
+    m_symbol->setSymbol(symbol, tone);
     m_symbol->show();
     setText(text, size);
 }

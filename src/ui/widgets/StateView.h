@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "widgets/SymbolLabel.h"
 
 class QLabel;
 class Spinner;
-class SymbolLabel;
 
 /// What a page shows instead of a list: a spinner or a large icon above one line of text.
 class StateView final : public QWidget {
     Q_OBJECT
 
 public:
-    enum class Tone { Secondary, Good };
+    using Tone = SymbolLabel::Tone;
     enum class TextSize { Body, Title };
 
     explicit StateView(QWidget* parent = nullptr);

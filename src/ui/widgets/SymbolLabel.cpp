@@ -10,14 +10,10 @@ namespace {
 
 QColor colorOf(SymbolLabel::Tone tone, const Theme& theme) {
     switch (tone) {
-    case SymbolLabel::Tone::Text:
-        return theme.text;
     case SymbolLabel::Tone::Secondary:
         return theme.secondaryText;
     case SymbolLabel::Tone::Accent:
         return theme.accent;
-    case SymbolLabel::Tone::Cask:
-        return theme.cask;
     case SymbolLabel::Tone::Good:
         return theme.good;
     case SymbolLabel::Tone::Outdated:

@@ -8,7 +8,7 @@ class SymbolLabel final : public QWidget {
     Q_OBJECT
 
 public:
-    enum class Tone { Text, Secondary, Accent, Cask, Good, Outdated };
+    enum class Tone { Secondary, Accent, Good, Outdated };
 
     /// `size` is the side of the symbol's square, its margin included, also where the symbol
     /// stands for a letter of a font of that size.
