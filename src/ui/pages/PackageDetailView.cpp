@@ -2,6 +2,7 @@
 #include "pages/PackageDetailView.h"
 
 #include "BrewManager.h"
+#include "CoroutineParameters.h"
 #include "L10n.h"
 #include "pages/PackageFacts.h"
 #include "widgets/Boxes.h"
@@ -94,12 +95,13 @@ void PackageDetailView::showPackage(const BrewPackage& package) {
 }
 
 QCoro::Task<> PackageDetailView::loadInfo(BrewPackage package) {
-    const QPointer<PackageDetailView> pane(this);
+    static_assert(takesParametersByValue<&PackageDetailView::loadInfo>);
+    const QPointer page(this);
     m_isLoadingInfo = true;
     const QString text = co_await manager().getPackageInfo(package.name, package.type);
-    if (!pane)
+    if (!page)
         co_return;
-    pane->m_infoText = text;
-    pane->m_isLoadingInfo = false;
-    pane->scheduleRender();
+    page->m_infoText = text;
+    page->m_isLoadingInfo = false;
+    page->scheduleRender();
 }

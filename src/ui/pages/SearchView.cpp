@@ -2,6 +2,7 @@
 #include "pages/SearchView.h"
 
 #include "BrewManager.h"
+#include "CoroutineParameters.h"
 #include "L10n.h"
 #include "views/PackageSelection.h"
 #include "widgets/RowListView.h"
@@ -112,8 +113,9 @@ Row SearchView::describe(const SearchResult& result) const {
 }
 
 QCoro::Task<> SearchView::install(SearchResult result) {
-    const QPointer<SearchView> page(this);
-    const QPointer<BrewManager> brewManager(&manager());
+    static_assert(takesParametersByValue<&SearchView::install>);
+    const QPointer page(this);
+    const QPointer brewManager(&manager());
     m_installProgress = result.name;
     scheduleRender();
     const bool succeeded = co_await brewManager->install(result.name, result.type);
@@ -121,7 +123,7 @@ QCoro::Task<> SearchView::install(SearchResult result) {
         page->m_installProgress.reset();
         page->scheduleRender();
     }
-    if (!succeeded)
+    if (!succeeded || !brewManager)
         co_return;
     if (result.type == PackageType::cask)
         co_await brewManager->loadCasks();

@@ -148,7 +148,7 @@ void SettingsView::askToCleanUp() {
 }
 
 QCoro::Task<> SettingsView::previewCleanup() {
-    const QPointer<SettingsView> page(this);
+    const QPointer page(this);
     m_isLoadingPreview = true;
     scheduleRender();
     const QString text = co_await manager().cleanupDryRun();
@@ -160,7 +160,7 @@ QCoro::Task<> SettingsView::previewCleanup() {
 }
 
 QCoro::Task<> SettingsView::runCleanup() {
-    const QPointer<SettingsView> page(this);
+    const QPointer page(this);
     m_isRunningCleanup = true;
     scheduleRender();
     const QString text = co_await manager().cleanup();
@@ -172,7 +172,7 @@ QCoro::Task<> SettingsView::runCleanup() {
 }
 
 QCoro::Task<> SettingsView::runDoctor() {
-    const QPointer<SettingsView> page(this);
+    const QPointer page(this);
     m_isRunningDoctor = true;
     scheduleRender();
     const QString text = co_await manager().doctor();

@@ -3,6 +3,7 @@
 
 #include "Blanks.h"
 #include "BrewManager.h"
+#include "CoroutineParameters.h"
 #include "L10n.h"
 #include "pages/AddTapSheet.h"
 #include "widgets/Alert.h"
@@ -98,20 +99,20 @@ void TapsView::showAddSheet() {
 }
 
 QCoro::Task<> TapsView::addTap(QString name) {
-    const QPointer<TapsView> page(this);
-    BrewManager& brewManager = manager();
+    static_assert(takesParametersByValue<&TapsView::addTap>);
+    const QPointer page(this);
+    const QPointer brewManager(&manager());
     m_isAddingTap = true;
     scheduleRender();
-    const bool succeeded = co_await brewManager.addTap(name);
+    const bool succeeded = co_await brewManager->addTap(name);
     if (page) {
         page->m_isAddingTap = false;
         page->scheduleRender();
+        if (succeeded && page->m_addSheet)
+            page->m_addSheet->dismiss();
     }
-    if (!succeeded)
-        co_return;
-    if (page && page->m_addSheet)
-        page->m_addSheet->dismiss();
-    co_await brewManager.loadTaps();
+    if (succeeded && brewManager)
+        co_await brewManager->loadTaps();
 }
 
 void TapsView::askToRemove(const QString& name) {
@@ -128,7 +129,8 @@ void TapsView::askToRemove(const QString& name) {
 }
 
 QCoro::Task<> TapsView::removeTap(QString name) {
-    BrewManager& brewManager = manager();
-    if (co_await brewManager.removeTap(name))
-        co_await brewManager.loadTaps();
+    static_assert(takesParametersByValue<&TapsView::removeTap>);
+    const QPointer brewManager(&manager());
+    if (co_await brewManager->removeTap(name) && brewManager)
+        co_await brewManager->loadTaps();
 }

@@ -2,6 +2,7 @@
 #include "pages/UpdatesView.h"
 
 #include "BrewManager.h"
+#include "CoroutineParameters.h"
 #include "L10n.h"
 #include "style/LumoraStyle.h"
 #include "style/Symbol.h"
@@ -100,8 +101,9 @@ Row UpdatesView::describe(const OutdatedPackage& package) const {
 }
 
 QCoro::Task<> UpdatesView::upgradePackage(OutdatedPackage package) {
-    const QPointer<UpdatesView> page(this);
-    const QPointer<BrewManager> brewManager(&manager());
+    static_assert(takesParametersByValue<&UpdatesView::upgradePackage>);
+    const QPointer page(this);
+    const QPointer brewManager(&manager());
     m_upgradingPackages.insert(package.name);
     scheduleRender();
     const bool succeeded = co_await brewManager->upgrade(package.name, package.type);
@@ -109,7 +111,7 @@ QCoro::Task<> UpdatesView::upgradePackage(OutdatedPackage package) {
         page->m_upgradingPackages.remove(package.name);
         page->scheduleRender();
     }
-    if (!succeeded)
+    if (!succeeded || !brewManager)
         co_return;
     co_await brewManager->loadOutdated();
     if (!brewManager)
@@ -121,15 +123,15 @@ QCoro::Task<> UpdatesView::upgradePackage(OutdatedPackage package) {
 }
 
 QCoro::Task<> UpdatesView::upgradeAll() {
-    const QPointer<UpdatesView> page(this);
-    BrewManager& brewManager = manager();
+    const QPointer page(this);
+    const QPointer brewManager(&manager());
     m_isUpgradingAll = true;
     scheduleRender();
-    const bool succeeded = co_await brewManager.upgradeAll();
+    const bool succeeded = co_await brewManager->upgradeAll();
     if (page) {
         page->m_isUpgradingAll = false;
         page->scheduleRender();
     }
-    if (succeeded)
-        co_await brewManager.refreshAll();
+    if (succeeded && brewManager)
+        co_await brewManager->refreshAll();
 }

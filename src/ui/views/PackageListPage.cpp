@@ -2,6 +2,7 @@
 #include "views/PackageListPage.h"
 
 #include "BrewManager.h"
+#include "CoroutineParameters.h"
 #include "L10n.h"
 #include "views/PackageSelection.h"
 #include "widgets/Alert.h"
@@ -10,6 +11,7 @@
 #include "widgets/SearchField.h"
 #include "widgets/StateView.h"
 
+#include <QPointer>
 #include <QStackedLayout>
 
 using namespace Qt::StringLiterals;
@@ -99,8 +101,10 @@ void PackageListPage::askToUninstall(const QString& name) {
 }
 
 QCoro::Task<> PackageListPage::uninstall(QString name) {
+    static_assert(takesParametersByValue<&PackageListPage::uninstall>);
+    const QPointer brewManager(&manager());
     // The page may be gone by then; the list is to be loaded all the same.
     const auto load = m_kind.load;
-    if (co_await manager().uninstall(name, m_kind.type))
+    if (co_await brewManager->uninstall(name, m_kind.type) && brewManager)
         co_await load();
 }
