@@ -12,11 +12,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const auto portalService = "org.freedesktop.portal.Desktop"_L1;
-const auto portalPath = "/org/freedesktop/portal/desktop"_L1;
-const auto settingsInterface = "org.freedesktop.portal.Settings"_L1;
-const auto appearanceGroup = "org.freedesktop.appearance"_L1;
-const auto colorSchemeKey = "color-scheme"_L1;
+const QString portalService = u"org.freedesktop.portal.Desktop"_s;
+const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
+const QString settingsInterface = u"org.freedesktop.portal.Settings"_s;
+const QString appearanceGroup = u"org.freedesktop.appearance"_s;
+const QString colorSchemeKey = u"color-scheme"_s;
 
 /// The portal wraps a value in one variant more than its name suggests.
 QVariant unwrapped(QVariant value) {
@@ -39,7 +39,7 @@ SystemAppearance::SystemAppearance(QObject* parent)
 
     QDBusMessage read =
         QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, u"Read"_s);
-    read << QString(appearanceGroup) << QString(colorSchemeKey);
+    read << appearanceGroup << colorSchemeKey;
     // The window is not shown before: a light flash in a dark room is worse than this wait.
     constexpr int patience = 150;
     const QDBusMessage reply = bus.call(read, QDBus::Block, patience);
