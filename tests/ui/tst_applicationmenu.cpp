@@ -41,6 +41,7 @@ private Q_SLOTS:
     void listsItsEntriesInEveryLanguage_data();
     void listsItsEntriesInEveryLanguage();
     void opensByItsButtonInsideTheScreen();
+    void keepsItsButtonInTheCorner();
     void asksForUpdates();
     void leadsToTheAboutPage();
     void closesTheWindow();
@@ -82,6 +83,18 @@ void ApplicationMenuTest::opensByItsButtonInsideTheScreen() {
     QVERIFY(menu != nullptr);
     QVERIFY(menu->screen()->geometry().contains(menu->geometry()));
     menu->close();
+}
+
+void ApplicationMenuTest::keepsItsButtonInTheCorner() {
+    AppWindow app;
+    app.showLoaded();
+    const auto& button = require<QAbstractButton>(app.window, u"applicationMenuButton"_s);
+    for (const QSize size : {QSize(1000, 700), QSize(700, 450)}) {
+        app.window.resize(size);
+        QTRY_COMPARE(app.window.content()->size(), size);
+        const QRect place(button.mapTo(&app.window, QPoint(0, 0)), button.size());
+        QCOMPARE(place.bottomLeft(), QPoint(10, size.height() - 1 - 10));
+    }
 }
 
 void ApplicationMenuTest::asksForUpdates() {

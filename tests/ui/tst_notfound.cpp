@@ -7,11 +7,12 @@
 #include "Focus.h"
 #include "Input.h"
 #include "LangManager.h"
+#include "ScriptedBrew.h"
 #include "UiTest.h"
 #include "pages/BrewNotFoundView.h"
 #include "shell/ContentView.h"
-#include "shell/MainWindow.h"
 #include "shell/DetailColumn.h"
+#include "shell/MainWindow.h"
 #include "shell/SidebarView.h"
 #include "widgets/SymbolLabel.h"
 
@@ -56,6 +57,7 @@ class NotFoundTest final : public QObject {
 private Q_SLOTS:
     void showsNothingElse();
     void runsNothing();
+    void refreshesNothingAtTheStart();
     void opensHomebrewsPageAsOftenAsItIsPressed();
     void standsInTheMiddle();
     void hasItsDistances();
@@ -87,6 +89,19 @@ void NotFoundTest::runsNothing() {
     LangManager::shared().setCurrent(Lang::ja);
     QTRY_COMPARE(notFound.button().text(), u"Homebrewをインストール"_s);
     QCOMPARE(changes.count(), 0);
+}
+
+void NotFoundTest::refreshesNothingAtTheStart() {
+    // A brew that would answer, so that a refresh could be seen.
+    const ScriptedBrew brew;
+    BrewManager manager(brew.discovery());
+    manager.brewAvailable.set(false);
+    MainWindow window(manager, LangManager::shared(), {});
+    const QSignalSpy changes(&manager, &BrewManager::objectWillChange);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(changes.count(), 0);
+    QCOMPARE(brew.runs(), QStringList());
 }
 
 void NotFoundTest::opensHomebrewsPageAsOftenAsItIsPressed() {

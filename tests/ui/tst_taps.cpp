@@ -86,6 +86,8 @@ private Q_SLOTS:
     void keepsTheSheetAfterAFailure();
     void closesTheSheetByCancelAndEscape();
     void closesASheetThatWasOpenedAgainMeanwhile();
+    void closesTheSheetWithItsPage_data();
+    void closesTheSheetWithItsPage();
     void asksBeforeItRemovesATap();
     void removesATap();
     void removesNothingWhenCancelled();
@@ -339,6 +341,34 @@ void TapsTest::closesASheetThatWasOpenedAgainMeanwhile() {
     window.brew.release(u"tap user/repo"_s);
     QTRY_VERIFY(!window.hasSheet());
     QTRY_COMPARE(window.brew.runs(), (QStringList{u"tap user/repo"_s, ScriptedBrew::tap}));
+}
+
+void TapsTest::closesTheSheetWithItsPage_data() {
+    QTest::addColumn<bool>("isAdding");
+    QTest::newRow("open") << false;
+    QTest::newRow("adding") << true;
+}
+
+void TapsTest::closesTheSheetWithItsPage() {
+    QFETCH(bool, isAdding);
+    TapsWindow window;
+    window.show();
+    window.brew.hold(u"tap user/repo"_s);
+    const SheetDriver sheet = window.openSheet();
+    Input::type(u"user/repo"_s);
+    if (isAdding)
+        Input::key(Qt::Key_Return);
+    QCOMPARE(*window.manager.isRunningOperation, isAdding);
+    // Another page, whose own sheet knows nothing of all this.
+    window.show();
+    QTRY_VERIFY(!window.hasSheet());
+    const SheetDriver other = window.openSheet();
+    QCOMPARE(field(other).text(), QString());
+    QVERIFY(!labels(other).contains(u"Adding tap..."_s));
+    window.brew.release(u"tap user/repo"_s);
+    QTRY_VERIFY(!*window.manager.isRunningOperation);
+    QCoreApplication::processEvents();
+    QVERIFY(window.hasSheet());
 }
 
 void TapsTest::asksBeforeItRemovesATap() {
