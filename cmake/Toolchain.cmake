@@ -51,6 +51,8 @@ target_compile_options(
         -Wunused
         $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>
         $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op>
+        # Takes what a function finds by a temporary name for a reference into that name.
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-dangling-reference>
         $<$<BOOL:${LUMORA_WARNINGS_AS_ERRORS}>:-Werror>
         # Coroutines are a switch of their own in both compilers.
         $<$<CXX_COMPILER_ID:GNU>:-fcoroutines>
