@@ -49,6 +49,8 @@ private Q_SLOTS:
     void looksAsItIsTold();
     void followsTheDesktop();
     void showsTheBundlesPicture();
+    void usesNoBrewButTheOneItIsGiven_data();
+    void usesNoBrewButTheOneItIsGiven();
     void leavesAtOnce_data();
     void leavesAtOnce();
 
@@ -118,7 +120,8 @@ int look(const QStringList& arguments) {
     };
     const bool hasFonts = isAsLarge(QApplication::font(), Typography::body) &&
                           isAsLarge(QToolTip::font(), Typography::caption);
-    std::printf("style %d, icon %d, fonts %d\n", isStyled, hasIcon, hasFonts);
+    std::printf("style %d, icon %d, fonts %d, entry %s\n", isStyled, hasIcon, hasFonts,
+                qPrintable(QGuiApplication::desktopFileName()));
     return EXIT_SUCCESS;
 }
 
@@ -155,6 +158,13 @@ int showAbout(const QStringList& arguments) {
         return EXIT_FAILURE;
     const QImage picture = icon->grab().toImage();
     std::puts(qPrintable(picture.pixelColor(picture.rect().center()).name()));
+    return EXIT_SUCCESS;
+}
+
+/// Only a window with a brew has a sidebar.
+int findBrew(const QStringList& arguments) {
+    const Application application(arguments);
+    std::puts(Application::window().content()->sidebar() != nullptr ? "found" : "not found");
     return EXIT_SUCCESS;
 }
 
@@ -201,7 +211,7 @@ void LumoraAppTest::looksAsItIsTold() {
     QFETCH(const QStringList, arguments);
     QFETCH(const QByteArray, colors);
     const SecondProcess process(u"look"_s, with(arguments));
-    QCOMPARE(process.output(), colors + "style 1, icon 1, fonts 1\n");
+    QCOMPARE(process.output(), colors + "style 1, icon 1, fonts 1, entry lumora\n");
     QCOMPARE(process.status(), EXIT_SUCCESS);
 }
 
@@ -229,6 +239,22 @@ void LumoraAppTest::showsTheBundlesPicture() {
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.readAllStandardOutput(), "#ff00ff\n");
     QCOMPARE(process.exitCode(), EXIT_SUCCESS);
+}
+
+void LumoraAppTest::usesNoBrewButTheOneItIsGiven_data() {
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("there") << u"/bin/true"_s << QByteArray("found\n");
+    QTest::newRow("not there") << u"/nonexistent/brew"_s << QByteArray("not found\n");
+}
+
+void LumoraAppTest::usesNoBrewButTheOneItIsGiven() {
+    QFETCH(const QString, path);
+    // What the login shell would find.
+    const FakeBrew brew;
+    m_home.write(u".zprofile"_s, "path=('" + brew.folder().toUtf8() + "' $path)\n");
+    const SecondProcess process(u"find brew"_s, {u"--brew"_s, path});
+    QTEST(process.output(), "answer");
 }
 
 void LumoraAppTest::leavesAtOnce_data() {
@@ -261,6 +287,7 @@ int main(int argc, char* argv[]) {
                                               {{u"look"_s, look},
                                                {u"follow"_s, follow},
                                                {u"show about"_s, showAbout},
+                                               {u"find brew"_s, findBrew},
                                                {u"leave"_s, leave}});
 }
 
