@@ -3,8 +3,10 @@
 #include "UpdateScene.h"
 #include "UpdateScript.h"
 
+#include <QCoroFuture>
 #include <QDir>
 #include <QProcess>
+#include <QPromise>
 #include <QSettings>
 
 #include <csignal>
@@ -24,7 +26,10 @@ private Q_SLOTS:
     void acceptsPlainVersions_data();
     void acceptsPlainVersions();
     void followsAllowedRedirects();
-    void givesUpWhenTheApplicationEndsMeanwhile();
+    void givesUpWhenTheApplicationEndsBeforeTheAnswer();
+    void givesUpWhenTheApplicationEndsDuringTheDownload_data();
+    void givesUpWhenTheApplicationEndsDuringTheDownload();
+    void startsNoScriptOnceTheApplicationHasEnded();
     void keepsItsHandsOffFilesItDoesNotKnow();
 
 private:
@@ -55,6 +60,33 @@ public:
 
 private:
     QProcess m_process;
+};
+
+/// Lets every alert wait.
+class SlowUser final : public UpdateAlerts {
+public:
+    SlowUser() { m_answer.start(); }
+
+    QCoro::Task<qsizetype> show(Alert) override {
+        m_isAsked = true;
+        const qsizetype answer = co_await m_answer.future();
+        m_isThrough = true;
+        co_return answer;
+    }
+
+    void answer(qsizetype button) {
+        m_answer.addResult(button);
+        m_answer.finish();
+    }
+
+    [[nodiscard]] bool isAsked() const { return m_isAsked; }
+
+    [[nodiscard]] bool isThrough() const { return m_isThrough; }
+
+private:
+    QPromise<qsizetype> m_answer;
+    bool m_isAsked{false};
+    bool m_isThrough{false};
 };
 
 /// The process whose command line fits; 0 if there is none. The path's pgrep wouldn't see it.
@@ -197,22 +229,79 @@ void InstallationTest::followsAllowedRedirects() {
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
 }
 
-void InstallationTest::givesUpWhenTheApplicationEndsMeanwhile() {
-    RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
+void InstallationTest::givesUpWhenTheApplicationEndsBeforeTheAnswer() {
     UpdateScene scene(m_server);
     scene.offerArchive();
-    m_server.answer(u"/archive.tar.gz"_s,
-                    {{u"halfway"_s, m_server.gate(u"rest"_s)}, {u"file"_s, scene.servedArchive()}});
+    SlowUser user;
+    std::optional<AutoUpdater> updater;
+    updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
+                    ApplicationBundle(scene.bundle().path()), user);
+    updater->checkForUpdatesManually();
+    QTRY_VERIFY(user.isAsked());
+    updater.reset();
+    user.answer(0);
+    QTRY_VERIFY(user.isThrough());
+    QCOMPARE(UpdateScene::storedVersion(), QString());
+    QVERIFY(!QFile::exists(scene.updateFolder()));
+}
+
+void InstallationTest::givesUpWhenTheApplicationEndsDuringTheDownload_data() {
+    QTest::addColumn<int>("status");
+    QTest::newRow("which succeeds") << 200;
+    QTest::newRow("which fails") << 404;
+}
+
+void InstallationTest::givesUpWhenTheApplicationEndsDuringTheDownload() {
+    QFETCH(const int, status);
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    const QString gate = QString::number(status);
+    m_server.answer(u"/archive.tar.gz"_s, {{u"halfway"_s, m_server.gate(gate)},
+                                           {u"status"_s, status},
+                                           {u"file"_s, scene.servedArchive()}});
+    RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
     std::optional<AutoUpdater> updater;
     updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
                     ApplicationBundle(scene.bundle().path()), alerts);
     updater->checkForUpdatesManually();
-    QTRY_VERIFY(m_server.hasReached(u"rest"_s));
+    QTRY_VERIFY(m_server.hasReached(gate));
     updater.reset();
-    m_server.open(u"rest"_s);
-    QTRY_VERIFY(QFile::exists(scene.updateFile(u"lumora-update-0.2.0.tar.gz"_s)));
+    m_server.open(gate);
+    const auto files = [&scene] { return QDir(scene.updateFolder()).entryList(QDir::Files); };
+    // What has arrived so far lies in a file with another name, which goes with a failure.
+    const QStringList end =
+        status == 200 ? QStringList{u"lumora-update-0.2.0.tar.gz"_s} : QStringList();
+    QTRY_COMPARE(files(), end);
     QVERIFY(!QFile::exists(scene.updateFile(u"lumora-update-extract"_s)));
     QCOMPARE(alerts.shown().size(), 1);
+}
+
+void InstallationTest::startsNoScriptOnceTheApplicationHasEnded() {
+#ifndef Q_OS_LINUX
+    QSKIP("Only GNU's tar can be held up.");
+#endif
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    const QString gate = scene.path(u"gate"_s);
+    // Holds tar up.
+    qputenv("TAR_OPTIONS", "--checkpoint=1 --checkpoint-action=exec='until [ -e \"" +
+                               gate.toUtf8() + "\" ]; do sleep 0.01; done'");
+    const auto restore = qScopeGuard([] { qunsetenv("TAR_OPTIONS"); });
+    RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
+    std::optional<AutoUpdater> updater;
+    updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
+                    ApplicationBundle(scene.bundle().path()), alerts);
+    updater->checkForUpdatesManually();
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(scene.updateFile(u"lumora-update-extract"_s)),
+                             UpdateScene::patience);
+    updater.reset();
+    QVERIFY(QFile(gate).open(QIODevice::WriteOnly));
+    const QString script = scene.updateFile(u"lumora-update.sh"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(script).isExecutable(), UpdateScene::patience);
+    // It would run for a second at least.
+    QTest::qWait(500);
+    QCOMPARE(processRunning(script), 0);
+    QVERIFY(scene.isBundleUntouched());
 }
 
 void InstallationTest::keepsItsHandsOffFilesItDoesNotKnow() {

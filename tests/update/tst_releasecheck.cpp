@@ -368,9 +368,9 @@ void ReleaseCheckTest::survivesItsEndDuringACheck() {
     m_server.open(u"end"_s);
     // Other checks that are asked and answered later.
     AutoUpdater second = makeUpdater(u"nobody"_s);
-    check(second);
-    m_alerts.emplace();
-    QCOMPARE(linesOf(check(second)), linesOf(QList<Alert>{warning(cannotConnect)}));
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(linesOf(check(second)), linesOf(QList<Alert>{warning(cannotConnect)}));
+    QCOMPARE(m_alerts->shown().size(), 3);
 }
 
 QTEST_GUILESS_MAIN(ReleaseCheckTest)

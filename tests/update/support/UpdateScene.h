@@ -7,6 +7,7 @@
 #include "ReleaseServer.h"
 #include "SampleBundle.h"
 
+#include <QDir>
 #include <QSignalSpy>
 
 /// A bundle 0.1.9 that is running, a bundle 0.2.0 to be released, a user who answers the
@@ -67,7 +68,8 @@ public:
 
 private:
     OwnPgrep m_pgrep;
-    QTemporaryDir m_folder;
+    /// With a name that has to be quoted and encoded on its way into the script.
+    QTemporaryDir m_folder{QDir::tempPath() + QStringLiteral("/it updates 갱신 XXXXXX")};
     ReleaseServer& m_server;
     RecordedAlerts m_alerts;
     SampleBundle m_bundle;
