@@ -120,11 +120,13 @@ class ThroughTheShell(SampleTest):
     @unittest.skipUnless(shutil.which("zsh"), "zsh is not installed")
     def test_report_through_a_login_shell(self) -> None:
         line = f"{self.prefix.brew} 'info' '--json=v2' '--installed' '--cask'"
+        # The profile is this home's own; that of the system would be read after this file.
+        (self.temporary / ".zshenv").write_text("unsetopt global_rcs\n", encoding="utf-8")
         child = subprocess.Popen(
             ["zsh", "-l", "-c", line],
             stdout=subprocess.PIPE,
             stderr=subprocess.PIPE,
-            env={**os.environ, "HOME": str(self.temporary)},
+            env={**os.environ, "HOME": str(self.temporary), "ZDOTDIR": str(self.temporary)},
         )
         out, _ = child.communicate(timeout=TIMEOUT)
         self.assertEqual(child.returncode, 0)

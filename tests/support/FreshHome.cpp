@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <clocale>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -34,6 +36,8 @@ FreshHome::FreshHome() {
     qputenv("FONTCONFIG_FILE", LUMORA_SOURCE_DIR "/tests/support/fonts.conf");
     qputenv("LC_ALL", "C.UTF-8");
     qunsetenv("LANGUAGE");
+    // The application object, older than this in some tests, has set what it found.
+    std::setlocale(LC_ALL, "C.UTF-8");
     QCoreApplication::setOrganizationName(u"Lumora"_s);
     QCoreApplication::setApplicationName(u"Lumora"_s);
 }
