@@ -1,7 +1,7 @@
 # add_lumora_test(<layer> <name> [LINKS <target>...] [ENVIRONMENT <NAME=value>...])
 #
 # Builds tests/<layer>/tst_<name>.cpp into a program of its own and runs it with CTest
-# under the label <layer>, on the offscreen platform.
+# under the label <layer>, on the offscreen platform and in plain English.
 function(add_lumora_test layer name)
     cmake_parse_arguments(PARSE_ARGV 2 TEST "" "" "LINKS;ENVIRONMENT")
     set(target tst_${name})
@@ -29,6 +29,8 @@ function(add_lumora_test layer name)
     add_test(NAME ${layer}.${name} COMMAND ${target})
     set_tests_properties(
         ${layer}.${name}
-        PROPERTIES LABELS ${layer} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${TEST_ENVIRONMENT}"
+        PROPERTIES
+            LABELS ${layer}
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=;${TEST_ENVIRONMENT}"
     )
 endfunction()

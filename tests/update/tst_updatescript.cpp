@@ -29,7 +29,7 @@ private Q_SLOTS:
 
 namespace {
 
-constexpr int patience = 30'000;
+constexpr int patience = 120'000;
 
 /// Two bundles and a script between them, in a folder with a blank in its name.
 class Swap final {

@@ -15,7 +15,7 @@
 class UpdateScene final {
 public:
     /// How long a test may wait for a whole update, in milliseconds.
-    static constexpr int patience = 30'000;
+    static constexpr int patience = 120'000;
 
     /// The server is reset.
     explicit UpdateScene(ReleaseServer& server,
