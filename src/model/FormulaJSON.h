@@ -1,10 +1,39 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FormulaInstalled.h"
-#include "FormulaVersions.h"
+#include "JsonField.h"
 
 #include <QList>
+#include <QString>
+
+/// The versions that Homebrew offers of a formula.
+struct FormulaVersions final {
+    std::optional<QString> stable;
+    std::optional<QString> head;
+
+    static constexpr auto fields() {
+        return std::tuple{JsonField{"stable", &FormulaVersions::stable},
+                          JsonField{"head", &FormulaVersions::head}};
+    }
+
+    bool operator==(const FormulaVersions&) const = default;
+};
+
+/// One installed keg of a formula.
+struct FormulaInstalled final {
+    QString version;
+    std::optional<bool> installedOnRequest;
+    std::optional<bool> installedAsDependency;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            JsonField{"version", &FormulaInstalled::version},
+            JsonField{"installed_on_request", &FormulaInstalled::installedOnRequest},
+            JsonField{"installed_as_dependency", &FormulaInstalled::installedAsDependency}};
+    }
+
+    bool operator==(const FormulaInstalled&) const = default;
+};
 
 /// One installed formula as the report of installed packages describes it.
 struct FormulaJSON final {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "JsonReport.h"
 
-#include "BrewInfoResponse.h"
 #include "BrewListResponse.h"
 #include "OutdatedResponse.h"
 

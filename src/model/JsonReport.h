@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DecodingError.h"
-
 #include <QByteArray>
+#include <QString>
 
 #include <string>
 #include <variant>
+
+/// Why a report could not be decoded: the place, what was expected there and what was found.
+struct DecodingError final {
+    QString description;
+
+    bool operator==(const DecodingError&) const = default;
+};
 
 /// Decodes a whole report strictly: keys without a field are ignored, but one missing
 /// required key, one value of the wrong kind or one slip of syntax anywhere refuses the

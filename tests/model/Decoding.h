@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "BrewInfoResponse.h"
 #include "BrewListResponse.h"
 #include "JsonReport.h"
 #include "OutdatedResponse.h"
