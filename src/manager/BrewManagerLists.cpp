@@ -16,10 +16,6 @@
 
 using namespace Qt::StringLiterals;
 
-static_assert(takesParametersByValue<&BrewManager::loadFormulae, &BrewManager::loadCasks,
-                                     &BrewManager::loadOutdated, &BrewManager::loadTaps,
-                                     &BrewManager::refreshAll, &BrewManager::search>);
-
 /// One row of the table of loads.
 struct BrewManager::Load final {
     Published<bool>& isLoading;
@@ -32,6 +28,7 @@ struct BrewManager::Load final {
 };
 
 QCoro::Task<> BrewManager::runLoad(Load load) {
+    static_assert(takesParametersByValue<&BrewManager::runLoad>);
     const QPointer<BrewManager> self(this);
     load.isLoading.set(true);
     errorMessage.set(std::nullopt);

@@ -8,12 +8,6 @@
 
 using namespace Qt::StringLiterals;
 
-static_assert(
-    takesParametersByValue<&BrewManager::install, &BrewManager::uninstall, &BrewManager::upgrade,
-                           &BrewManager::upgradeAll, &BrewManager::addTap, &BrewManager::removeTap,
-                           &BrewManager::getPackageInfo, &BrewManager::cleanupDryRun,
-                           &BrewManager::cleanup, &BrewManager::doctor>);
-
 /// One row of the table of operations; a tap operation has no closing texts.
 struct BrewManager::Operation final {
     QStringList arguments;
@@ -33,6 +27,7 @@ void BrewManager::appendToOutput(const QString& text) {
 }
 
 QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
+    static_assert(takesParametersByValue<&BrewManager::runOperation>);
     const QPointer<BrewManager> self(this);
     isRunningOperation.set(true);
     operationOutput.set(operation.start);
@@ -59,6 +54,7 @@ QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
 
 QCoro::Task<QString> BrewManager::runReport(QStringList arguments,
                                             std::function<QString(const Printed&)> choose) {
+    static_assert(takesParametersByValue<&BrewManager::runReport>);
     const auto outcome = co_await runDetached(m_brewPath, arguments, m_openPipes);
     if (const auto* error = std::get_if<LaunchError>(outcome.get()))
         co_return u"Error: "_s + QString::fromStdString(error->description);
