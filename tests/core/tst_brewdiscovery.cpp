@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include <pwd.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void judgesTheShellsAnswer();
     void findsNothingWhenTheShellCannotStart();
     void leavesTheShellAlone();
+    void asksAShellInASessionOfItsOwn();
     void knowsTheHomeFolder();
 
 private:
@@ -82,6 +84,7 @@ void BrewDiscoveryTest::takesTheFirstThatExists_data() {
     QTest::newRow("only the last") << QStringList{u"c"_s} << u"c"_s;
     QTest::newRow("a folder is good enough") << QStringList{u"b/"_s, u"c"_s} << u"b"_s;
     QTest::newRow("a link to a file") << QStringList{u"b@c"_s, u"c"_s} << u"b"_s;
+    QTest::newRow("a link to itself") << QStringList{u"a@a"_s, u"c"_s} << u"c"_s;
     QTest::newRow("a link to nothing") << QStringList{u"a@nothing"_s, u"c"_s} << u"c"_s;
     QTest::newRow("none") << QStringList{} << QString();
 }
@@ -158,6 +161,9 @@ void BrewDiscoveryTest::judgesTheShellsAnswer_data() {
         << true;
     QTest::newRow("a blank inside is part of it")
         << QByteArray("print $HOME/brew two; : > \"$HOME/brew two\"") << true;
+    QTest::newRow("two blanks inside are, too")
+        << QByteArray("print \"$HOME/brew  two\"; : > \"$HOME/brew  two\"") << true;
+    QTest::newRow("not ASCII") << QByteArray("print $HOME/브루; : > $HOME/브루") << true;
     QTest::newRow("failing status") << QByteArray("print $HOME/brew; return 1") << true;
     // Nobody reads it: less than the smallest pipe holds.
     QTest::newRow("noise on standard error")
@@ -168,6 +174,10 @@ void BrewDiscoveryTest::judgesTheShellsAnswer_data() {
     QTest::newRow("no such file") << QByteArray("print $HOME/none") << false;
     QTest::newRow("not UTF-8") << QByteArray("print $HOME/$'bro\\xFFken'; : > $HOME/$'bro\\xFFken'")
                                << false;
+    QTest::newRow("longer than a path can be")
+        << QByteArray("print $HOME/${(l:5000::x:)}") << false;
+    QTest::newRow("a link to itself")
+        << QByteArray("ln -s loop $HOME/loop; print $HOME/loop") << false;
     QTest::newRow("only blanks") << QByteArray("print '  '") << false;
     QTest::newRow("nothing") << QByteArray(":") << false;
     QTest::newRow("the shell ends early") << QByteArray("exit 3") << false;
@@ -178,7 +188,11 @@ void BrewDiscoveryTest::judgesTheShellsAnswer() {
     QFETCH(bool, found);
     m_home->write(u"brew"_s, "");
     m_home->write(u".zshrc"_s, "which() { " + which + "; }\n");
-    const QString name = which.contains("brew two") ? u"brew two"_s : u"brew"_s;
+    QString name = u"brew"_s;
+    for (const QString& other : {u"brew two"_s, u"brew  two"_s, u"브루"_s}) {
+        if (which.contains(other.toUtf8()))
+            name = other;
+    }
     QCOMPARE(askShell(), found ? path(name) : std::string());
 }
 
@@ -198,6 +212,17 @@ void BrewDiscoveryTest::leavesTheShellAlone() {
     m_home->write(u"brew"_s, "");
     m_home->write(u".zshrc"_s, "which() { print $HOME/brew; }\n");
     QCOMPARE((BrewDiscovery{.candidates = {}, .askShell = false}.run()), std::string());
+}
+
+void BrewDiscoveryTest::asksAShellInASessionOfItsOwn() {
+    m_home->write(u"brew"_s, "");
+    m_home->write(u".zshrc"_s, "which() { ps -o sess= -p $$ > ~/session; print $HOME/brew; }\n");
+    QCOMPARE(askShell(), path(u"brew"_s));
+    QFile session(m_home->path() + u"/session"_s);
+    QVERIFY(session.open(QIODevice::ReadOnly));
+    const int id = session.readAll().trimmed().toInt();
+    QVERIFY(id > 0);
+    QVERIFY(id != ::getsid(0));
 }
 
 void BrewDiscoveryTest::knowsTheHomeFolder() {

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void givesEverySignalItsDefaultAction();
     void preparesForChildren_data();
     void preparesForChildren();
+    void leavesStandardInputToTheApplication();
 
 private:
     FreshHome m_home;
@@ -80,6 +81,15 @@ int runFromATerminal(const QStringList& arguments) {
     const CommandResult result = run(arguments.value(0));
     std::fputs(result.standardOutput.c_str(), stdout);
     return result.status;
+}
+
+int runWithStandardInput(const QStringList& arguments) {
+    int ends[2];
+    if (::pipe(ends) != 0 || ::write(ends[1], "typed\n", 6) != 6)
+        return 1;
+    ::dup2(ends[0], STDIN_FILENO);
+    std::fputs(run(arguments.value(0)).standardOutput.c_str(), stdout);
+    return 0;
 }
 
 } // namespace
@@ -143,12 +153,18 @@ void ChildSurroundingsTest::preparesForChildren() {
     QCOMPARE(process.status(), 9);
 }
 
+void ChildSurroundingsTest::leavesStandardInputToTheApplication() {
+    const FakeBrew brew("read answer && echo \"$answer it is\"");
+    QCOMPARE(SecondProcess(u"with-input"_s, {brew.path()}).output(), QByteArray("typed it is\n"));
+}
+
 int main(int argc, char* argv[]) {
     return SecondProcess::main<ChildSurroundingsTest>(
         argc, argv,
         {{u"list-descriptors"_s, listDescriptors},
          {u"without-streams"_s, runWithoutStandardStreams},
-         {u"from-terminal"_s, runFromATerminal}});
+         {u"from-terminal"_s, runFromATerminal},
+         {u"with-input"_s, runWithStandardInput}});
 }
 
 #include "tst_childsurroundings.moc"

@@ -67,6 +67,8 @@ void RunBrewSyncTest::buildsTheCommandLine_data() {
     QTest::newRow("no arguments") << brew << QStringList{} << u"/opt/homebrew/bin/brew "_s;
     QTest::newRow("path as it stands")
         << u"/a b/$brew"_s << QStringList{u"tap"_s} << u"/a b/$brew 'tap'"_s;
+    QTest::newRow("path with two blanks")
+        << u"/a  b"_s << QStringList{u"a  b"_s} << u"/a  b 'a  b'"_s;
 }
 
 void RunBrewSyncTest::buildsTheCommandLine() {

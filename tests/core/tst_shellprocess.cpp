@@ -24,6 +24,7 @@ private Q_SLOTS:
     void reportsScarceDescriptors();
     void reportsHowTheShellEnded_data();
     void reportsHowTheShellEnded();
+    void knowsNoStatusOfWhatSomebodyElseCollected();
     void keepsItsPipesFromOtherChildren();
     void choosesTheSession_data();
     void choosesTheSession();
@@ -111,6 +112,12 @@ void ShellProcessTest::reportsHowTheShellEnded() {
     QFETCH(std::int32_t, status);
     const Started started = startLine(line.toStdString());
     QCOMPARE(std::get<ShellProcess>(started).waitForExit(), status);
+}
+
+void ShellProcessTest::knowsNoStatusOfWhatSomebodyElseCollected() {
+    const Started started = startLine("exit 3");
+    QVERIFY(::waitpid(-1, nullptr, 0) > 0);
+    QCOMPARE(std::get<ShellProcess>(started).waitForExit(), -1);
 }
 
 void ShellProcessTest::keepsItsPipesFromOtherChildren() {

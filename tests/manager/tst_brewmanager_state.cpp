@@ -7,6 +7,8 @@
 
 #include <QtTest>
 
+#include <filesystem>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -26,7 +28,11 @@ class BrewManagerStateTest final : public QObject {
 private Q_SLOTS:
     void isEmptyAndIdleAtFirst();
     void looksForBrewInTheUsualPlaces();
+    void asksTheShellForBrew();
+    void keepsThePathAsItIs_data();
+    void keepsThePathAsItIs();
     void saysThatThereIsNoBrew();
+    void countsAPathThatIsNotUtf8AsNone();
     void announcesEveryChangeOfAProperty_data();
     void announcesEveryChangeOfAProperty();
     void forgetsTheLastFailureWhenALoadStarts_data();
@@ -70,6 +76,54 @@ void BrewManagerStateTest::looksForBrewInTheUsualPlaces() {
     const BrewManager manager;
     QCOMPARE(manager.brewPath(), expected);
     QVERIFY(*manager.brewAvailable);
+}
+
+void BrewManagerStateTest::asksTheShellForBrew() {
+    const FreshHome home;
+    home.write(u"elsewhere/brew"_s, "");
+    home.write(u".zshrc"_s, "which() { print $HOME/elsewhere/brew; }\n");
+    QString expected = home.path() + u"/elsewhere/brew"_s;
+    for (const QString& usual : {u"/home/linuxbrew/.linuxbrew/bin/brew"_s, u"/usr/local/bin/brew"_s,
+                                 u"/opt/homebrew/bin/brew"_s}) {
+        if (QFile::exists(usual))
+            expected = usual;
+    }
+    const BrewManager manager;
+    QCOMPARE(manager.brewPath(), expected);
+    QVERIFY(*manager.brewAvailable);
+}
+
+void BrewManagerStateTest::keepsThePathAsItIs_data() {
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<bool>("runs");
+    QTest::newRow("not ASCII") << u"커피잔é"_s << true;
+    QTest::newRow("could be composed") << u"cafe\u0301"_s << true;
+    // The shell gets the path unquoted and splits it.
+    QTest::newRow("two blanks") << u"two  blanks"_s << false;
+    QTest::newRow("blanks around") << u" around "_s << false;
+}
+
+void BrewManagerStateTest::keepsThePathAsItIs() {
+    QFETCH(QString, folder);
+    QFETCH(bool, runs);
+    const QString brew = m_home.path() + u'/' + folder + u"/brew"_s;
+    m_home.write(folder + u"/brew"_s, "#!/bin/sh\necho user/tools\n");
+    QVERIFY(QFile::setPermissions(brew, QFile::ReadOwner | QFile::ExeOwner));
+    BrewManager manager(brewAt(brew));
+    QVERIFY(*manager.brewAvailable);
+    QCOMPARE(manager.brewPath(), brew);
+    QCoro::waitFor(manager.loadTaps());
+    QCOMPARE(manager.taps->size(), runs ? 1 : 0);
+}
+
+void BrewManagerStateTest::countsAPathThatIsNotUtf8AsNone() {
+    const std::string home = m_home.path().toStdString() + "/caf\xE9";
+    BrewDiscovery discovery{.candidates = {BrewDiscovery::usual(home).candidates[2]},
+                            .askShell = false};
+    std::filesystem::create_directories(discovery.candidates[0]);
+    const BrewManager manager(discovery);
+    QVERIFY(!*manager.brewAvailable);
+    QCOMPARE(manager.brewPath(), QString());
 }
 
 void BrewManagerStateTest::saysThatThereIsNoBrew() {

@@ -4,8 +4,9 @@
 #include "Lines.h"
 #include "LoadCase.h"
 #include "PublicationRecorder.h"
+#include "SecondProcess.h"
 
-#include <QtTest>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void publishBothOutdatedListsInOneTurn();
     void readTapsLineByLine_data();
     void readTapsLineByLine();
+    void sortTapsWithoutTheUsersLocale();
     void decodeAReportOfAHundredMegabytes();
 
 private:
@@ -61,6 +63,18 @@ private:
     const FakeBrew m_brew;
     BrewManager m_manager{brewAt(m_brew)};
 };
+
+/// Loads the taps in the locale of the environment and prints them.
+int printTaps(const QStringList& arguments) {
+    int argc = 1;
+    char name[] = "taps";
+    char* argv[]{name, nullptr};
+    const QCoreApplication application(argc, argv);
+    BrewManager manager(brewAt(arguments.value(0)));
+    QCoro::waitFor(manager.loadTaps());
+    std::fputs(qPrintable(namesOf(*manager.taps).join(u' ')), stdout);
+    return 0;
+}
 
 } // namespace
 
@@ -274,6 +288,12 @@ void LoadsTest::readTapsLineByLine_data() {
         << QByteArray(" \ta/a \n\n  \n\u00a0b/b\u3000\n") << QStringList{u"a/a"_s, u"b/b"_s};
     QTest::newRow("blanks inside")
         << QByteArray("not a tap: at all") << QStringList{u"not a tap: at all"_s};
+    QTest::newRow("line ends of another system")
+        << QByteArray("b/b\r\na/a\r\n") << QStringList{u"a/a\r"_s, u"b/b\r"_s};
+    QTest::newRow("text that could be composed") << QByteArray("cafe\u0301/\u1112\u1161\u11ab\n")
+                                                 << QStringList{u"cafe\u0301/\u1112\u1161\u11ab"_s};
+    QTest::newRow("NUL") << QByteArray("a\0b/c\nd/e\n", 10)
+                         << QStringList{QString(u"a\0b/c"_s), u"d/e"_s};
 }
 
 void LoadsTest::readTapsLineByLine() {
@@ -282,6 +302,15 @@ void LoadsTest::readTapsLineByLine() {
     const Loaded manager(&BrewManager::loadTaps, output);
     QCOMPARE(namesOf(*manager->taps), taps);
     QCOMPARE(*manager->errorMessage, std::nullopt);
+}
+
+void LoadsTest::sortTapsWithoutTheUsersLocale() {
+    const FakeBrew brew;
+    brew.setBody(brew.print("homebrew/core\nUser/Tools\nalpha/beta\n"));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"en_US.UTF-8"_s);
+    const SecondProcess process(u"taps"_s, {brew.path()}, environment);
+    QCOMPARE(process.output(), QByteArray("User/Tools alpha/beta homebrew/core"));
 }
 
 void LoadsTest::decodeAReportOfAHundredMegabytes() {
@@ -300,5 +329,8 @@ void LoadsTest::decodeAReportOfAHundredMegabytes() {
     QVERIFY(timer.elapsed() < 30'000);
 }
 
-QTEST_GUILESS_MAIN(LoadsTest)
+int main(int argc, char* argv[]) {
+    return SecondProcess::main<LoadsTest>(argc, argv, {{u"taps"_s, printTaps}});
+}
+
 #include "tst_loads.moc"

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void recordThatNoThreadCouldBeStarted();
     void putNamesIntoTheTranscriptAsTheyAre_data();
     void putNamesIntoTheTranscriptAsTheyAre();
+    void putOutputIntoTheTranscriptAsItIs_data();
+    void putOutputIntoTheTranscriptAsItIs();
     void leaveTheListsAndTheMessageAlone_data();
     void leaveTheListsAndTheMessageAlone();
 
@@ -198,6 +200,23 @@ void OperationsTest::putNamesIntoTheTranscriptAsTheyAre() {
     brew.open(u"brew.fails"_s);
     QVERIFY(!QCoro::waitFor(row.start(manager, package)));
     QCOMPARE(*manager.operationOutput, start + withName(row.failureText, package));
+}
+
+void OperationsTest::putOutputIntoTheTranscriptAsItIs_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("NUL") << u"a\0b"_s;
+    QTest::newRow("could be composed") << u"cafe\u0301 \u1112\u1161\u11ab"_s;
+    QTest::newRow("blanks around") << u" \n\ta\r\n\n "_s;
+    QTest::newRow("colours") << u"\u001b[1mready\u001b[0m"_s;
+}
+
+void OperationsTest::putOutputIntoTheTranscriptAsItIs() {
+    QFETCH(QString, text);
+    const FakeBrew brew;
+    brew.setBody(brew.print(text.toUtf8()) + brew.printError(text.toUtf8()));
+    BrewManager manager(brewAt(brew));
+    QVERIFY(QCoro::waitFor(manager.addTap(u"user/tools"_s)));
+    QCOMPARE(*manager.operationOutput, u"Adding tap user/tools...\n"_s + text + u'\n' + text);
 }
 
 void OperationsTest::leaveTheListsAndTheMessageAlone_data() {

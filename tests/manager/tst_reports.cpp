@@ -115,6 +115,15 @@ void ReportsTest::chooseWhatToReturn_data() {
     rows(u"doctor"_s, u" out\n\nerr\n"_s, u" out\n"_s, u"\nerr\n"_s, u""_s);
     QTest::newRow("colours") << u"doctor"_s << QByteArray("\033[1mready\033[0m\n\n") << QByteArray()
                              << u"\u001b[1mready\u001b[0m\n\n"_s;
+    for (const auto& [name, makeReport] : reports()) {
+        const QString joint = name == u"doctor"_s ? u"a\0b\nc\0d"_s : u"a\0b"_s;
+        QTest::addRow("%s: NUL", qUtf8Printable(name))
+            << name << QByteArray("a\0b", 3) << QByteArray("c\0d", 3) << joint;
+    }
+    QTest::newRow("NUL in the error alone")
+        << u"cleanup"_s << QByteArray() << QByteArray("c\0d", 3) << u"c\0d"_s;
+    QTest::newRow("could be composed")
+        << u"info"_s << QByteArray("cafe\u0301") << QByteArray() << u"cafe\u0301"_s;
     QTest::newRow("only a line end")
         << u"cleanup"_s << QByteArray("\n") << QByteArray("err") << u"\n"_s;
 }

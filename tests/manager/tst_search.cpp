@@ -147,6 +147,20 @@ void SearchTest::readsHits_data() {
     QTest::newRow("several words")
         << QByteArray("No formulae found.\na ==> b\n")
         << QStringList{u"formula-No formulae found."_s, u"formula-a ==> b"_s};
+    QTest::newRow("singular is no heading of formulae")
+        << QByteArray("==> Casks\niina\n==> Formula\njq\n")
+        << QStringList{u"cask-iina"_s, u"cask-jq"_s};
+    QTest::newRow("singular is no heading of casks")
+        << QByteArray("==> Cask\niina\n") << QStringList{u"formula-iina"_s};
+    QTest::newRow("decoration is part of the name")
+        << QByteArray("\u001b[1mjq\u001b[0m\nxz ✔\n")
+        << QStringList{u"formula-\u001b[1mjq\u001b[0m"_s, u"formula-xz ✔"_s};
+    QTest::newRow("line ends of another system")
+        << QByteArray("==> Casks\r\niina\r\n") << QStringList{u"cask-iina\r"_s};
+    QTest::newRow("text that could be composed")
+        << QByteArray("cafe\u0301\n") << QStringList{u"formula-cafe\u0301"_s};
+    QTest::newRow("NUL") << QByteArray("a\0b\nc\n", 6)
+                         << QStringList{u"formula-a\0b"_s, u"formula-c"_s};
     QTest::newRow("nothing") << QByteArray() << QStringList();
     QTest::newRow("not UTF-8") << QByteArray("jq\n\xff\n") << QStringList();
 }
@@ -164,15 +178,21 @@ void SearchTest::readsHits() {
 
 void SearchTest::marksWhatIsInstalledAsItsOwnType() {
     const FakeBrew brew;
-    brew.setBody(brew.print("==> Formulae\njq\nJQ\nboth\niina\n==> Casks\njq\nboth\niina\n"));
+    brew.setBody(brew.print("==> Formulae\njq\nJQ\nboth\niina\n==> Casks\njq\nboth\niina\n"
+                            "==> Formulae\nuser/tools/jq\njq ✔\n"));
     BrewManager manager(brewAt(brew));
     manager.formulae.set({packageNamed(u"jq"_s), packageNamed(u"both"_s)});
+    // Names are compared, not what else a package is called.
+    BrewPackage fromATap = packageNamed(u"jq-tools"_s);
+    fromATap.fullName = u"user/tools/jq"_s;
+    manager.formulae.set(*manager.formulae + QList{fromATap});
     manager.casks.set({packageNamed(u"iina"_s), packageNamed(u"both"_s)});
     QCoro::waitFor(manager.search(u"x"_s));
-    QCOMPARE(described(*manager.searchResults),
-             (QStringList{u"formula-jq installed"_s, u"formula-JQ"_s, u"formula-both installed"_s,
-                          u"formula-iina"_s, u"cask-jq"_s, u"cask-both installed"_s,
-                          u"cask-iina installed"_s}));
+    QCOMPARE(
+        described(*manager.searchResults),
+        (QStringList{u"formula-jq installed"_s, u"formula-JQ"_s, u"formula-both installed"_s,
+                     u"formula-iina"_s, u"cask-jq"_s, u"cask-both installed"_s,
+                     u"cask-iina installed"_s, u"formula-user/tools/jq"_s, u"formula-jq ✔"_s}));
 }
 
 void SearchTest::marksByTheListsAtItsStart() {

@@ -102,6 +102,22 @@ void BrewPackageTest::isMadeOfAFormula_data() {
     row("no stable version",
         R"({"name": "a", "versions": {"stable": null, "head": "HEAD"}, "installed": [{"version": "HEAD-1"}]})",
         {u"a"_s, u"a"_s, {}, {}, u"HEAD-1"_s, u"HEAD-1"_s, false, {}, formula, true});
+    row("not said to be outdated",
+        R"({"name": "a", "versions": {"stable": "2"}, "installed": [{"version": "1"}]})",
+        {u"a"_s, u"a"_s, {}, {}, u"2"_s, u"1"_s, false, {}, formula, true});
+    row("blanks around",
+        R"({"name": " a ", "full_name": " b ", "desc": " c ", "homepage": " d ",
+            "versions": {"stable": " e "}, "installed": [{"version": " f "}], "dependencies": [" g "]})",
+        {u" a "_s,
+         u" b "_s,
+         u" c "_s,
+         u" d "_s,
+         u" e "_s,
+         u" f "_s,
+         false,
+         {u" g "_s},
+         formula,
+         true});
     row("neither versions nor kegs", R"({"name": "a", "versions": {}, "installed": []})",
         {u"a"_s, u"a"_s, {}, {}, {}, {}, false, {}, formula, true});
 }
@@ -124,6 +140,17 @@ void BrewPackageTest::isMadeOfACask_data() {
                R"({"token": "a", "full_token": "t/a", "name": ["A"], "desc": "d", "homepage": "h",
                           "version": "2", "installed": "1", "outdated": true})")
         << BrewPackage{u"a"_s, u"t/a"_s, u"d"_s, u"h"_s, u"2"_s, u"1"_s, true, {}, cask, true};
+    QTest::newRow("no full token")
+        << QByteArray(R"({"token": "a", "name": ["A", "t/a"], "version": "2", "outdated": true})")
+        << BrewPackage{u"a"_s, u"a"_s, {}, {}, u"2"_s, {}, true, {}, cask, true};
+    QTest::newRow("not said to be outdated")
+        << QByteArray(R"({"token": "a", "full_token": "t/a", "version": "2", "installed": "1"})")
+        << BrewPackage{u"a"_s, u"t/a"_s, {}, {}, u"2"_s, u"1"_s, false, {}, cask, true};
+    QTest::newRow("blanks around")
+        << QByteArray(R"({"token": " a ", "full_token": " b ", "desc": " c ", "homepage": " d ",
+                          "version": " e ", "installed": " f "})")
+        << BrewPackage{u" a "_s, u" b "_s, u" c "_s, u" d "_s, u" e "_s,
+                       u" f "_s, false,    {},       cask,     true};
     QTest::newRow("no version, but installed")
         << QByteArray(R"({"token": "a", "installed": "1", "outdated": false})")
         << BrewPackage{u"a"_s, u"a"_s, {}, {}, {}, u"1"_s, false, {}, cask, true};

@@ -181,6 +181,8 @@ void JsonReportTest::keepsTextAsItIs_data() {
     QTest::newRow("escapes") << QByteArray(R"(\"\\\/\b\f\n\r\t)") << u"\"\\/\b\f\n\r\t"_s;
     QTest::newRow("code units") << QByteArray(R"(\u00e9\uD83c\uDF7A\u0000z)") << u"é🍺\0z"_s;
     QTest::newRow("UTF-8") << QByteArray("é 한국어 日本語 🍺 \x7F") << u"é 한국어 日本語 🍺 \x7F"_s;
+    QTest::newRow("could be composed")
+        << QByteArray("cafe\u0301 \u1112\u1161\u11ab") << u"cafe\u0301 \u1112\u1161\u11ab"_s;
     QTest::newRow("right to left") << QByteArray("שלום \u202E") << u"שלום \u202E"_s;
     QTest::newRow("markup") << QByteArray("<b>%1 &amp; %n</b>") << u"<b>%1 &amp; %n</b>"_s;
     QTest::newRow("long") << QByteArray(1'000'000, 'x') << QString(1'000'000, u'x');

@@ -97,10 +97,10 @@ QMap<QByteArray, Frame> frames() {
 
 QList<std::pair<QString, QJsonValue>> valuesOfEveryKind() {
     return {
-        {u"text"_s, u"x"_s},       {u"text"_s, u""_s},
-        {u"truth value"_s, true},  {u"truth value"_s, false},
-        {u"number"_s, 7},          {u"number"_s, -0.5},
-        {u"list"_s, QJsonArray()}, {u"object"_s, QJsonObject()},
+        {u"text"_s, u"x"_s},       {u"text"_s, u""_s},        {u"truth value"_s, true},
+        {u"truth value"_s, false}, {u"number"_s, 0},          {u"number"_s, 1},
+        {u"number"_s, 7},          {u"number"_s, -0.5},       {u"text"_s, u"true"_s},
+        {u"text"_s, u"1"_s},       {u"list"_s, QJsonArray()}, {u"object"_s, QJsonObject()},
     };
 }
 
@@ -179,6 +179,10 @@ void ReportKeysTest::holdsEveryKeyToItsKind() {
     QJsonObject without = frame.record;
     without.remove(key);
     QCOMPARE(frame.error(frame.around(without)), isRequired ? refused + u"nothing"_s : QString());
+    QJsonObject inCapitals = without;
+    inCapitals[key.toUpper()] = QJsonArray{7};
+    QCOMPARE(frame.error(frame.around(inCapitals)),
+             isRequired ? refused + u"nothing"_s : QString());
     QCOMPARE(errorWith(QJsonValue::Null), isRequired ? refused + u"null"_s : QString());
     for (const auto& [found, value] : valuesOfEveryKind())
         QCOMPARE(errorWith(value), found == kind ? QString() : refused + found);
