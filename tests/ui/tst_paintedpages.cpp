@@ -64,18 +64,21 @@ Seen look(const QWidget& window) {
         else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget))
             add(button->text(), *button, textPlace(*button, button->text()));
     }
-    if (findVisible<QListView>(window, u"sidebar"_s) != nullptr) {
-        const SidebarDriver sidebar(window);
-        for (const SidebarCategory category : allSidebarCategories)
-            add(u"sidebar "_s + rawValue(category), *sidebar.view().viewport(),
-                sidebar.rect(category));
+    // Rows by their identifiers, and those without one by their titles.
+    if (const auto* const sidebar = findVisible<QListView>(window, u"sidebar"_s)) {
+        for (int row = 0; row < sidebar->model()->rowCount(); ++row) {
+            const QModelIndex index = sidebar->model()->index(row, 0);
+            add(u"sidebar "_s + index.data().toString(), *sidebar->viewport(),
+                sidebar->visualRect(index));
+        }
     }
     if (ListDriver::isShown(window)) {
-        const ListDriver list(window);
-        for (const QString& id : list.ids()) {
-            // Headings have none.
-            if (!id.isEmpty())
-                add(id, *list.view().viewport(), list.rect(id));
+        const RowListView& list = ListDriver(window).view();
+        for (int row = 0; row < list.model()->rowCount(); ++row) {
+            const QModelIndex index = list.model()->index(row, 0);
+            const QString id = ListDriver(window).ids().at(row);
+            add(id.isEmpty() ? index.data(Qt::AccessibleTextRole).toString() : id, *list.viewport(),
+                list.visualRect(index));
         }
     }
     return seen;
@@ -174,6 +177,10 @@ private Q_SLOTS:
     void setsTheTextsOfItsRows();
     void fillsItsSurfaces_data();
     void fillsItsSurfaces();
+    void hasItsSizes_data();
+    void hasItsSizes();
+    void liftsItsSheets_data();
+    void liftsItsSheets();
     void turnsALargeSpinner_data();
     void turnsALargeSpinner();
 };
@@ -358,7 +365,7 @@ void PaintedPagesTest::setsTheTextsOfItsRows_data() {
         const Theme& theme = table.theme;
         const auto add = [&](const QString& scene, const QString& row, const QRect& place,
                              const Painted::Text& text) {
-            table.add(scene, text.text) << row << place << text;
+            table.add(scene, u"%1 of %2"_s.arg(text.text, row)) << row << place << text;
         };
         const QColor content = theme.content;
         const QColor pale = theme.secondaryText;
@@ -397,6 +404,12 @@ void PaintedPagesTest::setsTheTextsOfItsRows_data() {
         const QRect title(44, 0, 80, 30);
         add(u"formulae"_s, u"sidebar Casks"_s, title,
             {u"Casks"_s, body, theme.text, theme.sidebar});
+
+        // Titles of sections.
+        add(u"formulae"_s, u"sidebar Packages"_s, QRect(18, 10, 120, 24),
+            {u"Packages"_s, Typography::font(11, QFont::DemiBold), pale, theme.sidebar});
+        add(u"updates"_s, u"Formulae (1)"_s, QRect(18, 5, 120, 24),
+            {u"Formulae (1)"_s, Typography::font(11.5, QFont::DemiBold), pale, content});
 
         // Tags stand 6 behind the name and 6 from each other; their texts lie 5 within.
         const int outdated = 18 + Typography::width(body, u"wget"_s) + 6 + 5;
@@ -474,6 +487,10 @@ void PaintedPagesTest::fillsItsSurfaces_data() {
         add(u"failure"_s, u"failureStrip"_s, {300, -1}, lined(theme.failure));
         add(u"settings"_s, u"HairlineDivider"_s, {100, 0}, lined(theme.content));
         add(u"settings"_s, u"languagePicker"_s, {100, 1}, theme.trough);
+        add(u"settings"_s, u"English"_s, {0, 1}, theme.segment);
+        add(u"settings"_s, u"日本語"_s, {0, 1}, theme.trough);
+        // Badges have round corners.
+        add(u"detail of a formula"_s, u"Badge"_s, {0, 0}, theme.content);
         add(u"settings with outputs"_s, u"OutputText"_s, {-20, 3}, theme.output);
         add(u"detail of a formula"_s, u"SheetFooter"_s, {20, 20}, theme.sidebar);
         add(u"detail of a formula"_s, u"SheetFooter"_s, {20, 0}, lined(theme.sidebar));
@@ -500,6 +517,56 @@ void PaintedPagesTest::fillsItsSurfaces() {
         picture.pixelColor(inside(place.x(), picture.width()), inside(place.y(), picture.height()));
     QVERIFY2(Pixels::areAlike(found, color),
              qPrintable(found.name() + u" instead of "_s + color.name()));
+}
+
+void PaintedPagesTest::hasItsSizes_data() {
+    QTest::addColumn<QString>("scene");
+    QTest::addColumn<QString>("part");
+    QTest::addColumn<QSize>("size");
+    const auto add = [](const QString& scene, const QString& part, QSize size) {
+        QTest::newRow(qUtf8Printable(part)) << scene << part << size;
+    };
+    add(u"formulae"_s, u"PageHeader"_s, {720, 52});
+    add(u"formulae"_s, u"searchField"_s, {210, 30});
+    add(u"taps"_s, u"addTapButton"_s, {30, 30});
+    // An icon of 16 and, 4 to its right, the text; 9 on both sides of them.
+    const int text = QFontMetrics(Typography::font(13)).size(0, u"Update All"_s).width();
+    add(u"updates"_s, u"updateAllButton"_s, {9 + 16 + 4 + text + 9, 30});
+    add(u"failure"_s, u"failureStrip"_s, {720, 31});
+    add(u"failure"_s, u"closeFailure"_s, {24, 24});
+    add(u"overlay"_s, u"Spinner"_s, {14, 14});
+    add(u"add tap"_s, u"tapNameField"_s, {300, 30});
+    add(u"detail of a formula"_s, u"SheetFooter"_s, {560, 52});
+}
+
+void PaintedPagesTest::hasItsSizes() {
+    QFETCH(QString, scene);
+    QFETCH(QString, part);
+    QFETCH(QSize, size);
+    QCOMPARE(seenIn(scene, false).parts.value(part).place.size(), size);
+}
+
+void PaintedPagesTest::liftsItsSheets_data() {
+    addSceneColumns();
+    forBothThemes(
+        [](const Table& table) { table.add(u"detail of a formula"_s, u"PackageDetailView"_s); });
+}
+
+void PaintedPagesTest::liftsItsSheets() {
+    QFETCH(QString, scene);
+    QFETCH(bool, isDark);
+    const Theme& theme = isDark ? Theme::dark() : Theme::light();
+    const Seen& seen = seenIn(scene, isDark);
+    const QRect panel = seen.parts.value(u"PackageDetailView"_s).place;
+    const auto at = [&](QPoint place) { return seen.picture.pixelColor(place); };
+    // Round at its corners.
+    QVERIFY(!Pixels::areAlike(at(panel.topLeft()), theme.content));
+    QVERIFY(Pixels::areAlike(at(panel.topLeft() + QPoint(12, 0)), theme.content));
+    // With a shadow around it.
+    const QColor dimmed = Pixels::on(theme.sidebar, theme.scrim);
+    const QPoint beside(panel.left() - 1, panel.center().y());
+    QVERIFY(at(beside).lightness() < dimmed.lightness() - 2);
+    QVERIFY(Pixels::areAlike(at(beside - QPoint(19, 0)), dimmed));
 }
 
 void PaintedPagesTest::turnsALargeSpinner_data() {

@@ -25,7 +25,7 @@ constexpr const char* prominenceProperty = "lumoraProminence";
 constexpr int scrollBarExtent = 12;
 constexpr int scrollBarThumb = 6;
 constexpr int prominentHeight = 37;
-constexpr int iconSpacing = 5;
+constexpr int iconSpacing = 4;
 
 Prominence prominenceOf(const QWidget* widget) {
     const QVariant value = widget != nullptr ? widget->property(prominenceProperty) : QVariant();

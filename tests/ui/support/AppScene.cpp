@@ -79,7 +79,10 @@ const QList<AppScene>& AppScene::all() {
         {"settings with outputs", [](AppWindow& app) { runSettings(app); }},
         {"about", [](AppWindow& app) { choose(app, about); }},
         {"no category",
-         [](AppWindow& app) { app.window.content()->setSelectedCategory(std::nullopt); }},
+         [](AppWindow& app) {
+             app.window.content()->setSelectedCategory(std::nullopt);
+             QCoreApplication::processEvents();
+         }},
         {"empty formulae", [](AppWindow& app) { empty(app, formulae, false); }},
         {"empty casks", [](AppWindow& app) { empty(app, casks, false); }},
         {"empty updates", [](AppWindow& app) { empty(app, updates, false); }},
