@@ -227,16 +227,9 @@ std::string withSmallNumbers(const std::string& utf8) {
     return QString::fromStdString(utf8).replace(number, u"0"_s).toStdString();
 }
 
-/// Where and why Qt's parser, which unlike the strict one notes the place, gives up; null if it
-/// accepts the text. A user whose shell profile prints a greeting into every report needs to
-/// see that line.
-QString syntaxError(std::string_view utf8) {
-    QJsonParseError error;
-    QJsonDocument::fromJson(
-        QByteArray::fromRawData(utf8.data(), static_cast<qsizetype>(utf8.size())), &error);
-    if (error.error == QJsonParseError::NoError)
-        return {};
-
+/// The place that Qt's parser, unlike the strict one, notes, and what stands there: a user whose
+/// shell profile prints a greeting into every report needs to see that line.
+QString description(const QJsonParseError& error, std::string_view utf8) {
     // The last byte that was taken is what it stumbled over. npos + 1 is the text's start.
     const auto taken = static_cast<std::size_t>(error.offset);
     const std::string_view before = utf8.substr(0, taken);
@@ -247,6 +240,10 @@ QString syntaxError(std::string_view utf8) {
     constexpr qsizetype context = 20;
     const std::string_view line = utf8.substr(lineStart, utf8.find('\n', taken) - lineStart);
     QString excerpt = text(line).mid(std::max<qsizetype>(column - context, 0), 2 * context);
+    if (!excerpt.isEmpty() && excerpt.front().isLowSurrogate())
+        excerpt.remove(0, 1);
+    if (!excerpt.isEmpty() && excerpt.back().isHighSurrogate())
+        excerpt.chop(1);
     for (QChar& character : excerpt) {
         if (!character.isPrint() && !character.isSurrogate())
             character = u' ';
@@ -273,11 +270,16 @@ std::variant<Element, DecodingError> parse(const std::string& utf8, simdjson::do
     }
     if (error == simdjson::UTF8_ERROR)
         return DecodingError{u"the report: expected valid UTF-8, found other bytes"_s};
-    if (parser.parse(withSmallNumbers(utf8)).get(document) == simdjson::SUCCESS)
+
+    QJsonParseError slip;
+    QJsonDocument::fromJson(
+        QByteArray::fromRawData(utf8.data(), static_cast<qsizetype>(utf8.size())), &slip);
+    const bool isAccepted = slip.error == QJsonParseError::NoError;
+    const bool mayBeANumber = isAccepted || slip.error == QJsonParseError::IllegalNumber;
+    if (mayBeANumber && parser.parse(withSmallNumbers(utf8)).get(document) == simdjson::SUCCESS)
         return document;
-    const QString place = syntaxError(utf8);
-    return DecodingError{place.isNull() ? u"the report: "_s + text(simdjson::error_message(error))
-                                        : place};
+    return DecodingError{isAccepted ? u"the report: "_s + text(simdjson::error_message(error))
+                                    : description(slip, utf8)};
 }
 
 } // namespace

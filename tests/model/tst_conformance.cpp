@@ -144,7 +144,7 @@ void ConformanceTest::agreesOnRecordedReports() {
     if (theirs.isNull()) {
         // Printed by the user's profile, before the report.
         const QByteArray firstLine = json.left(json.indexOf('\n'));
-        QCOMPARE(error, u"line 1, column 1: expected a value, found \"%1\""_s.arg(
+        QCOMPARE(error, u"line 1, column 1: illegal value near \"%1\""_s.arg(
                             QString::fromUtf8(firstLine)));
         return;
     }

@@ -58,6 +58,10 @@ void JsonSyntaxTest::namesThePlaceOfAnError_data() {
     // No more of a line than one can read.
     row("long line", QByteArray(100, ' ') + "y" + QByteArray(100, 'z'),
         u"line 1, column 101: illegal value near \"y"_s + QString(20, u'z') + u'"');
+    const QByteArray beer = "🍺";
+    row("pairs at both ends", "[\"" + beer.repeated(30) + "\" 1  \"" + beer.repeated(30) + "\"]",
+        u"line 1, column 67: missing value separator near \""_s + u"🍺"_s.repeated(7) +
+            u"\" 1  \""_s + u"🍺"_s.repeated(9) + u'"');
     row("upsetting characters", "x\ty\x7Fz\u202Ew",
         u"line 1, column 1: illegal value near \"x y z w\""_s);
 }
