@@ -32,8 +32,8 @@ template <class T>
 void PublicationRecorder::watch(const QString& name, Published<T>& property) {
     const std::size_t index = m_properties.size();
     m_properties.push_back({.name = name,
-                            .text = [&property] { return textForm(property.get()); },
-                            .lastText = textForm(property.get()),
+                            .text = [&property] { return textForm(*property); },
+                            .lastText = textForm(*property),
                             .textWhenAnnounced = {}});
     property.subscribe(&m_context,
                        [this, index](const T& /*value*/) { noteChange(m_properties[index]); });

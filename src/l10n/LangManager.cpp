@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QLatin1StringView languageKey("appLanguage");
+const QString languageKey = u"appLanguage"_s;
 
 } // namespace
 

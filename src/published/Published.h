@@ -39,8 +39,6 @@ public:
     Published(const Published&) = delete;
     Published& operator=(const Published&) = delete;
 
-    [[nodiscard]] const T& get() const { return m_value; }
-
     [[nodiscard]] const T& operator*() const { return m_value; }
 
     [[nodiscard]] const T* operator->() const { return &m_value; }

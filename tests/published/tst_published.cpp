@@ -32,7 +32,7 @@ private Q_SLOTS:
 
 void PublishedTest::startsWithItsInitialValue() {
     const Owner owner;
-    QCOMPARE(owner.number.get(), 1);
+    QCOMPARE(*owner.number, 1);
     QCOMPARE(*owner.text, QString());
 }
 
