@@ -69,7 +69,7 @@ install_debian() {
 # install_packages GROUP...   (groups: build run display test lint bench)
 install_packages() {
     local group
-    if has dpkg-query; then
+    if has apt-get; then
         local names=""
         for group in "$@"; do
             local variable="debian_$group"
