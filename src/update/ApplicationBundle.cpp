@@ -11,9 +11,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 #ifdef Q_OS_MACOS
-constexpr auto executableFolder = "/Contents/MacOS"_L1;
+const QString executableFolder = u"/Contents/MacOS"_s;
 #else
-constexpr auto executableFolder = "/Contents/bin"_L1;
+const QString executableFolder = u"/Contents/bin"_s;
 #endif
 
 /// The text that a property list's outermost dictionary has for a key, if it is a text.

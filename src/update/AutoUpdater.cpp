@@ -24,8 +24,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto repoName = "Lumora-releases"_L1;
-constexpr auto updatedVersionKey = "Lumora.updatedToVersion"_L1;
+const QString repoName = u"Lumora-releases"_s;
+const QString updatedVersionKey = u"Lumora.updatedToVersion"_s;
 
 /// The address of the first archive among a release's assets, if there is one.
 std::optional<QString> archiveAddress(const QJsonArray& assets) {
