@@ -270,7 +270,9 @@ void LumoraAppTest::leavesAtOnce() {
     QFETCH(const bool, isBrewAtWork);
     const FakeBrew brew;
     const QString mark = m_home.path() + u"/at-work"_s;
-    brew.setBody(": > '" + mark.toUtf8() + "'\n" + brew.waitFor(u"gate"_s));
+    const QString end = m_home.path() + u"/end"_s;
+    brew.setBody(": > '" + mark.toUtf8() + "'\n" + brew.waitFor(u"gate"_s) + "echo done\n: > '" +
+                 end.toUtf8() + "'\n");
     const QStringList arguments = isBrewAtWork ? QStringList{mark, u"--brew"_s, brew.path()}
                                                : QStringList{QString()} + with({});
     QElapsedTimer timer;
@@ -280,6 +282,9 @@ void LumoraAppTest::leavesAtOnce() {
     QCOMPARE(process.status(), EXIT_SUCCESS);
     constexpr qint64 patience = 20'000;
     QVERIFY2(timer.elapsed() < patience, qPrintable(QString::number(timer.elapsed())));
+    // A brew that nobody listens to would die of its first word.
+    if (isBrewAtWork)
+        QTRY_VERIFY(QFile::exists(end));
 }
 
 int main(int argc, char* argv[]) {
