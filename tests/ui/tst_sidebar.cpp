@@ -93,7 +93,7 @@ void SidebarTest::knowsItsCategories() {
     QCOMPARE(icon(category), symbol);
     for (const Lang lang : allLangs) {
         LangManager::shared().setCurrent(lang);
-        QCOMPARE(localizedName(category), names.at(static_cast<int>(lang)));
+        QCOMPARE(localizedName(category), names.value(static_cast<int>(lang)));
     }
     LangManager::shared().setCurrent(Lang::en);
 }
