@@ -371,7 +371,8 @@ void PageLifetimeTest::goesWithTheManager() {
     if (last != action->held) {
         mortal.brew.hold(last);
         mortal.brew.release(action->held);
-        QTRY_COMPARE(mortal.brew.runs().size(), ++begun);
+        ++begun;
+        QTRY_COMPARE(mortal.brew.runs().size(), begun);
     }
     mortal.window.reset();
     mortal.owned.reset();
