@@ -14,7 +14,6 @@ IconButton::IconButton(QString symbol, const QString& toolTip, QWidget* parent)
     setFixedSize(sizeHint());
     setToolTip(DisplayText::toolTip(toolTip));
     setAccessibleName(toolTip);
-    setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -36,4 +35,13 @@ void IconButton::paintEvent(QPaintEvent*) {
     icon.moveCenter(rect().center());
     Symbol::paint(&painter, m_symbol, icon,
                   isEnabled() ? theme.text : withOpacity(theme.text, disabledOpacity));
+}
+
+void IconButton::enterEvent(QEnterEvent*) {
+    update();
+}
+
+// The toolkit's own repainting on hover leaves this out when a menu opens over the button.
+void IconButton::leaveEvent(QEvent*) {
+    update();
 }
