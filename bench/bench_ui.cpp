@@ -4,7 +4,7 @@
 // painting included.
 #include "BrewDiscovery.h"
 #include "BrewManager.h"
-#include "pages/FormulaListView.h"
+#include "pages/PackageListView.h"
 #include "style/Look.h"
 #include "views/PackageSelection.h"
 #include "widgets/RowListView.h"

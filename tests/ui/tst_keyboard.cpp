@@ -205,7 +205,7 @@ void KeyboardTest::installs() {
     keyboard.goTo(u"formula-curl"_s);
     Input::key(Qt::Key_Right);
     Input::key(Qt::Key_Space);
-    QTRY_COMPARE(keyboard.app.page().list().row(u"formula-curl"_s).action.kind,
+    QTRY_COMPARE(keyboard.app.page().list().row(u"formula-curl"_s).actions.at(0).kind,
                  RowAction::Kind::Badge);
     QVERIFY(keyboard.app.brew.newRuns().contains(u"install curl"_s));
 }

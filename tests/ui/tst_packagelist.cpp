@@ -178,7 +178,7 @@ void PackageListTest::describesAPackage() {
     QCOMPARE(row.subtitle, u"JSON processor"_s);
     // What the package has now to offer, not what is installed of it.
     QCOMPARE(row.version, u"1.2"_s);
-    QCOMPARE(row.action.kind, RowAction::Kind::Trash);
+    QCOMPARE(row.actions.at(0).kind, RowAction::Kind::Trash);
     QVERIFY(row.symbol.isEmpty());
     QCOMPARE(window.page().list().row(list.id(u"wget"_s)).subtitle, QString());
 }
@@ -269,10 +269,16 @@ void PackageListTest::filtersAsTheLocaleKnowsCase_data() {
     QTest::addColumn<int>("matches");
     const QLocale turkish(QLocale::Turkish);
     const QLocale english(QLocale::English);
-    // The names are "dil" and "dılı"; to a Turkish reader the capitals of i and ı are İ and I.
+    // There are "dil", "dılı" and something that gives "IŞIK"; to a Turkish reader the capitals of
+    // i and ı are İ and I.
     QTest::newRow("Turkish capital with dot") << turkish << u"DİL"_s << 1;
     QTest::newRow("Turkish capital without dot") << turkish << u"DILI"_s << 1;
     QTest::newRow("Turkish, small") << turkish << u"dil"_s << 1;
+    // And the other way round: what is typed small is found where it is written large.
+    QTest::newRow("Turkish, small without dot") << turkish << u"ışık"_s << 1;
+    QTest::newRow("Turkish, small with dot") << turkish << u"işik"_s << 0;
+    QTest::newRow("Azerbaijani") << QLocale(QLocale::Azerbaijani) << u"DILI"_s << 1;
+    QTest::newRow("English, no such letter") << english << u"ışık"_s << 0;
     QTest::newRow("English capital") << english << u"DIL"_s << 1;
     QTest::newRow("English, small") << english << u"dil"_s << 1;
 }
@@ -286,7 +292,8 @@ void PackageListTest::filtersAsTheLocaleKnowsCase() {
     const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
     const PackageListCase& list = PackageListCase::of(PackageType::formula);
     PageWindow window;
-    list.publish(window.manager, {list.package(u"dil"_s), list.package(u"dılı"_s)});
+    list.publish(window.manager, {list.package(u"dil"_s), list.package(u"dılı"_s),
+                                  list.package(u"lamba"_s, u"Evde IŞIK"_s)});
     list.show(window);
     window.page().typeToSearch(typed);
     QTRY_COMPARE(window.page().title(), u"Formulae (%1)"_s.arg(matches));

@@ -20,7 +20,7 @@ constexpr int ofStrokes = 90;
 struct Window final {
     explicit Window(const Row& row)
         : view(new RowListView(48, RowListView::Selectable::Yes, &host)) {
-        view->setRows(1, [row](int) { return row; });
+        view->setRows({{.count = 1, .describe = [row](int) { return row; }}});
         view->resize(500, 60);
         // No mark of it in what is looked at.
         view->setFocusPolicy(Qt::NoFocus);
@@ -36,7 +36,9 @@ struct Window final {
 
     [[nodiscard]] QRect rect() const { return view->visualRect(index()); }
 
-    [[nodiscard]] QRect actionRect() const { return view->actionRect(index()); }
+    [[nodiscard]] QRect actionRect(qsizetype action = 0) const {
+        return view->actionRect(index(), action);
+    }
 
     QWidget host;
     RowListView* view;
@@ -107,6 +109,7 @@ private Q_SLOTS:
     void drawsTheSymbolOfAType();
     void drawsTheNewVersionInOrange();
     void keepsAllOfItInTheRow();
+    void drawsSeveralActionsSideBySide();
 };
 
 void RowDelegateTest::drawsATag_data() {
@@ -162,7 +165,8 @@ void RowDelegateTest::drawsTheTrashCanPale_data() {
 void RowDelegateTest::drawsTheTrashCanPale() {
     QFETCH(bool, isDark);
     const Theme& theme = useTheme(isDark);
-    const Window window({.id = u"a"_s, .title = u"wget"_s, .action = {.kind = Kind::Trash}});
+    const Window window(
+        {.id = u"a"_s, .title = u"wget"_s, .actions = {{.kind = Kind::Trash, .onTrigger = [] {}}}});
     const auto opacity = [&] {
         return strongest(window.image().copy(window.actionRect()), theme.destructive,
                          theme.content);
@@ -183,7 +187,7 @@ void RowDelegateTest::drawsTheBadgeOfWhatIsInstalled() {
     const Theme& theme = useTheme(isDark);
     const QString text = u"Installed"_s;
     const Window window(
-        {.id = u"a"_s, .title = u"jq"_s, .action = {.kind = Kind::Badge, .title = text}});
+        {.id = u"a"_s, .title = u"jq"_s, .actions = {{.kind = Kind::Badge, .title = text}}});
     QColor tint = theme.good;
     tint.setAlphaF(0.1F);
     const QColor fill = Pixels::on(theme.content, tint);
@@ -241,7 +245,7 @@ void RowDelegateTest::keepsAllOfItInTheRow() {
                          .subtitle = endless,
                          .tags = {{u"outdated"_s, RowTag::Tone::Outdated}},
                          .version = endless,
-                         .action = {.kind = Kind::Trash}});
+                         .actions = {{.kind = Kind::Trash}}});
     const Theme& theme = Theme::light();
     const QImage image = window.image();
     const QRect tag = Pixels::boundsOf(image, Pixels::on(theme.content, theme.outdatedTag));
@@ -251,6 +255,34 @@ void RowDelegateTest::keepsAllOfItInTheRow() {
     QVERIFY(tag.isValid() && tag.right() < window.rect().center().x());
     QVERIFY(version.right() < action.left());
     QVERIFY(window.rect().contains(version));
+}
+
+void RowDelegateTest::drawsSeveralActionsSideBySide() {
+    const Theme& theme = Theme::light();
+    const QString installed = u"Installed"_s;
+    const RowAction badge{.kind = Kind::Badge, .title = installed};
+    const RowAction trash{.kind = Kind::Trash, .onTrigger = [] {}};
+    const Window alone({.id = u"a"_s, .title = u"wget"_s, .actions = {trash}});
+    const Window window({.id = u"a"_s,
+                         .title = QString(2'000, u'w'),
+                         .actions = {badge, {.kind = Kind::Button, .title = u"Pin"_s}, trash}});
+    const QImage image = window.image();
+    // The last one where one alone would be, each 12 points from the next.
+    QCOMPARE(window.actionRect(2), alone.actionRect());
+    constexpr int generosity = 7;
+    const QRect icon =
+        window.actionRect(2).adjusted(generosity, generosity, -generosity, -generosity);
+    QCOMPARE(window.actionRect(1).right() + 1 + 12, icon.left());
+    QCOMPARE(window.actionRect(0).right() + 1 + 12, window.actionRect(1).left());
+    QColor tint = theme.good;
+    tint.setAlphaF(0.1F);
+    QCOMPARE(Pixels::boundsOf(image, Pixels::on(theme.content, tint)), window.actionRect(0));
+    const QImage drawnTrash = image.copy(icon);
+    QVERIFY(strongest(drawnTrash, theme.destructive, theme.content) > 0.6);
+    // The name gives way to all of them.
+    QImage texts = image.copy(0, 0, window.actionRect(0).left(), image.height());
+    QVERIFY(Pixels::boundsOf(texts, theme.text, ofStrokes).right() <
+            window.actionRect(0).left() - 11);
 }
 
 LUMORA_UI_TEST_MAIN(RowDelegateTest)

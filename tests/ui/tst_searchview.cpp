@@ -34,7 +34,7 @@ struct SearchWindow final {
 
     [[nodiscard]] ListDriver list() const { return window.page().list(); }
 
-    [[nodiscard]] Kind action(const QString& id) const { return list().row(id).action.kind; }
+    [[nodiscard]] Kind action(const QString& id) const { return list().row(id).actions.at(0).kind; }
 
     PageWindow window;
     ScriptedBrew& brew{window.brew};
@@ -109,6 +109,7 @@ private Q_SLOTS:
     void describesAHit();
     void installs_data();
     void installs();
+    void saysInstalledAlsoWhileItInstalls();
     void searchesNothingAfterAFailedInstall();
     void keepsResultsButNotTheFieldWhenItIsShownAnew();
     void choosesWhatIsClicked();
@@ -268,11 +269,11 @@ void SearchViewTest::describesAHit() {
     const Row formula = search.list().row(u"formula-wget"_s);
     QCOMPARE(formula.symbol, u"shippingbox"_s);
     QCOMPARE(formula.symbolTone, Row::Tone::Formula);
-    QCOMPARE(formula.action.kind, Kind::Button);
-    QCOMPARE(formula.action.title, u"Install"_s);
+    QCOMPARE(formula.actions.at(0).kind, Kind::Button);
+    QCOMPARE(formula.actions.at(0).title, u"Install"_s);
     const Row installed = search.list().row(u"formula-jq"_s);
-    QCOMPARE(installed.action.kind, Kind::Badge);
-    QCOMPARE(installed.action.title, u"Installed"_s);
+    QCOMPARE(installed.actions.at(0).kind, Kind::Badge);
+    QCOMPARE(installed.actions.at(0).title, u"Installed"_s);
     const Row cask = search.list().row(u"cask-iina"_s);
     QCOMPARE(cask.symbol, u"macwindow"_s);
     QCOMPARE(cask.symbolTone, Row::Tone::Cask);
@@ -304,7 +305,7 @@ void SearchViewTest::installs() {
     QTRY_COMPARE(search.action(id), Kind::Spinner);
     for (const QString& other : search.list().ids()) {
         if (!other.isEmpty() && other != id)
-            QVERIFY(search.list().row(other).action.canRun());
+            QVERIFY(search.list().row(other).actions.at(0).canTrigger());
     }
     search.brew.release(runs.at(0));
     // One after the other; the row is free again as soon as the install is through.
@@ -315,6 +316,21 @@ void SearchViewTest::installs() {
     QCOMPARE(search.action(id), Kind::Badge);
     QCOMPARE(search.brew.runs(), runs);
     QCOMPARE(search.page().searchField().text(), QString());
+}
+
+void SearchViewTest::saysInstalledAlsoWhileItInstalls() {
+    SearchWindow search;
+    search.publish({wget});
+    search.brew.fail(u"install wget"_s);
+    search.brew.hold(u"install wget"_s);
+    search.list().clickAction(u"formula-wget"_s);
+    QTRY_COMPARE(search.action(u"formula-wget"_s), Kind::Spinner);
+    // Another search has found it installed.
+    search.publish({{u"wget"_s, PackageType::formula, true}});
+    QTRY_COMPARE(search.action(u"formula-wget"_s), Kind::Badge);
+    QVERIFY(*search.manager.isRunningOperation);
+    search.brew.release(u"install wget"_s);
+    QTRY_VERIFY(!*search.manager.isRunningOperation);
 }
 
 void SearchViewTest::searchesNothingAfterAFailedInstall() {
@@ -371,8 +387,8 @@ void SearchViewTest::speaksTheLanguage() {
     QCOMPARE(search.page().state(), texts.at(1));
     QCOMPARE(search.page().searchField().placeholderText(), texts.at(1));
     search.publish({wget, jq});
-    QCOMPARE(search.list().row(u"formula-wget"_s).action.title, texts.at(2));
-    QCOMPARE(search.list().row(u"formula-jq"_s).action.title, texts.at(3));
+    QCOMPARE(search.list().row(u"formula-wget"_s).actions.at(0).title, texts.at(2));
+    QCOMPARE(search.list().row(u"formula-jq"_s).actions.at(0).title, texts.at(3));
 }
 
 LUMORA_UI_TEST_MAIN(SearchViewTest)

@@ -159,8 +159,8 @@ void TapsTest::listsTheTaps() {
     QCOMPARE(row.title, u"a/b"_s);
     QCOMPARE(row.symbol, u"list.bullet"_s);
     QCOMPARE(row.symbolTone, Row::Tone::Accent);
-    QCOMPARE(row.action.kind, RowAction::Kind::Trash);
-    QCOMPARE(row.action.toolTip, u"Remove tap"_s);
+    QCOMPARE(row.actions.at(0).kind, RowAction::Kind::Trash);
+    QCOMPARE(row.actions.at(0).toolTip, u"Remove tap"_s);
     // There is nothing to be chosen: taps have no detail.
     window.list().click(u"a/b"_s);
     QCOMPARE(window.window.selection.id(), std::nullopt);

@@ -31,9 +31,11 @@ struct UpdatesWindow final {
 
     [[nodiscard]] ListDriver list() const { return window.page().list(); }
 
-    [[nodiscard]] Kind action(const QString& id) const { return list().row(id).action.kind; }
+    [[nodiscard]] Kind action(const QString& id) const { return list().row(id).actions.at(0).kind; }
 
-    [[nodiscard]] bool canUpdate(const QString& id) const { return list().row(id).action.canRun(); }
+    [[nodiscard]] bool canUpdate(const QString& id) const {
+        return list().row(id).actions.at(0).canTrigger();
+    }
 
     PageWindow window;
     ScriptedBrew& brew{window.brew};
@@ -167,8 +169,8 @@ void UpdatesTest::describesAnUpdate() {
     QCOMPARE(formula.newVersion, u"2.0"_s);
     QCOMPARE(formula.symbol, u"shippingbox"_s);
     QCOMPARE(formula.symbolTone, Row::Tone::Formula);
-    QCOMPARE(formula.action.kind, Kind::Button);
-    QCOMPARE(formula.action.title, u"Update"_s);
+    QCOMPARE(formula.actions.at(0).kind, Kind::Button);
+    QCOMPARE(formula.actions.at(0).title, u"Update"_s);
     const Row cask = updates.list().row(u"cask-iina"_s);
     QCOMPARE(cask.symbol, u"macwindow"_s);
     QCOMPARE(cask.symbolTone, Row::Tone::Cask);
@@ -366,7 +368,7 @@ void UpdatesTest::speaksTheLanguage() {
     QCOMPARE(updates.page().title(), texts.at(0));
     QCOMPARE(updates.page().button(updateAll).text(), texts.at(1));
     QCOMPARE(updates.page().button(refresh).accessibleName(), texts.at(2));
-    QCOMPARE(updates.list().row(u"formula-wget"_s).action.title, texts.at(3));
+    QCOMPARE(updates.list().row(u"formula-wget"_s).actions.at(0).title, texts.at(3));
     QCOMPARE(updates.list().texts().constFirst(), u"Formulae (1)"_s);
     updates.manager.outdatedFormulae.set({});
     QTRY_COMPARE(updates.page().state(), texts.at(4));

@@ -4,13 +4,12 @@
 #include "BrewManager.h"
 #include "CoroutineParameters.h"
 #include "L10n.h"
-#include "views/PackageSelection.h"
+#include "pages/PackageRows.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 #include "widgets/StateView.h"
 
 #include <QPointer>
-#include <QStackedLayout>
 
 #include <algorithm>
 #include <chrono>
@@ -32,84 +31,55 @@ QList<SearchResult> ofType(const QList<SearchResult>& results, PackageType type)
 } // namespace
 
 SearchView::SearchView(BrewManager& manager, PackageSelection& selection, QWidget* parent)
-    : Page(manager, parent),
-      m_selection(selection),
-      m_searchField(addSearchField(L10n::searchHomebrew())),
-      m_stack(new QStackedLayout(this)),
-      m_state(new StateView(this)),
-      m_list(new RowListView(rowHeight, RowListView::Selectable::Yes, this)) {
-    m_list->setAccessibleName(L10n::search());
-    m_stack->addWidget(m_state);
-    m_stack->addWidget(m_list);
-    m_searchDelay.setSingleShot(true);
-    m_searchDelay.setTimerType(Qt::PreciseTimer);
-    m_searchDelay.setInterval(searchDelay);
+    : ListPage(manager, &selection, L10n::search(), rowHeight, parent) {
+    const SearchField* const field = addSearchField(L10n::searchHomebrew());
+    m_searchTask.setSingleShot(true);
+    m_searchTask.setTimerType(Qt::PreciseTimer);
+    m_searchTask.setInterval(searchDelay);
 
-    connect(m_searchField, &SearchField::textChanged, this, &SearchView::searchTextChanged);
-    connect(m_searchField, &SearchField::returnPressed, this, &SearchView::performSearch);
-    connect(&m_searchDelay, &QTimer::timeout, this, &SearchView::performSearch);
-    connect(&m_selection, &PackageSelection::changed, this, [this] { scheduleRender(); });
-    connect(m_list, &RowListView::rowChosen, this,
-            [this](const QString& id) { m_selection.setId(id); });
-    connect(m_list, &RowListView::actionRequested, this,
-            [this](int row) { install(m_rows.record(row)); });
+    connect(field, &SearchField::textChanged, this, &SearchView::searchTextChanged);
+    connect(field, &SearchField::returnPressed, this, &SearchView::performSearch);
+    connect(&m_searchTask, &QTimer::timeout, this, &SearchView::performSearch);
 }
 
 void SearchView::searchTextChanged(const QString& text) {
     if (text.isEmpty()) {
-        m_searchDelay.stop();
+        m_searchTask.stop();
         manager().searchResults.set({});
     } else {
-        m_searchDelay.start();
+        m_searchTask.start();
     }
     scheduleRender();
 }
 
 void SearchView::performSearch() {
-    manager().search(m_searchField->text());
+    manager().search(searchText());
 }
 
 void SearchView::render() {
     setTitle(L10n::search());
     const QList<SearchResult>& results = *manager().searchResults;
-    if (!results.isSharedWith(m_results)) {
-        m_results = results;
-        m_rows.update(ofType(results, PackageType::formula), ofType(results, PackageType::cask));
-        m_list->setRows(m_rows.count(), [this](int row) {
-            return m_rows.isHeading(row) ? m_rows.heading(row) : describe(m_rows.record(row));
-        });
-    } else {
-        m_list->refreshRows();
+    if (!results.isSharedWith(m_searchResults)) {
+        m_searchResults = results;
+        m_formulae = ofType(results, PackageType::formula);
+        m_casks = ofType(results, PackageType::cask);
     }
-    m_list->setSelectedId(m_selection.id());
-    if (!results.isEmpty()) {
-        m_stack->setCurrentWidget(m_list);
-        return;
-    }
-    if (*manager().isSearching)
-        m_state->showBusy(L10n::searching());
-    else
-        m_state->showSymbol(u"magnifyingglass"_s, StateView::Tone::Secondary,
-                            m_searchField->text().isEmpty() ? L10n::typeToSearch()
-                                                            : L10n::noResultsFound());
-    m_stack->setCurrentWidget(m_state);
-}
-
-Row SearchView::describe(const SearchResult& result) const {
-    const bool isCask = result.type == PackageType::cask;
-    Row row{
-        .id = result.id(),
-        .title = result.name,
-        .symbol = isCask ? u"macwindow"_s : u"shippingbox"_s,
-        .symbolTone = isCask ? Row::Tone::Cask : Row::Tone::Formula,
+    const auto describe = [this](const SearchResult& result) {
+        const SearchResultRow row{.result = result,
+                                  .installProgress = m_installProgress,
+                                  .onInstall = [this, result] { install(result); }};
+        return row.toRow();
     };
-    if (result.isInstalled)
-        row.action = {.kind = RowAction::Kind::Badge, .title = L10n::installed()};
-    else if (m_installProgress == result.name)
-        row.action = {.kind = RowAction::Kind::Spinner, .title = L10n::install()};
+    list().setRows({section(L10n::formulae(), m_formulae, describe),
+                    section(L10n::casks(), m_casks, describe)});
+    if (!results.isEmpty())
+        showList();
+    else if (*manager().isSearching)
+        showState().showBusy(L10n::searching());
     else
-        row.action = {.kind = RowAction::Kind::Button, .title = L10n::install()};
-    return row;
+        showState().showSymbol(u"magnifyingglass"_s, StateView::Tone::Secondary,
+                               searchText().isEmpty() ? L10n::typeToSearch()
+                                                      : L10n::noResultsFound());
 }
 
 QCoro::Task<> SearchView::install(SearchResult result) {

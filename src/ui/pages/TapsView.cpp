@@ -11,45 +11,23 @@
 #include "widgets/RowListView.h"
 #include "widgets/StateView.h"
 
-#include <QStackedLayout>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int rowHeight = 36;
 
-Row describe(const BrewTap& tap) {
-    return {
-        .id = tap.id(),
-        .title = tap.name,
-        .symbol = u"list.bullet"_s,
-        .symbolTone = Row::Tone::Accent,
-        .action = {.kind = RowAction::Kind::Trash,
-                   .title = L10n::remove(),
-                   .toolTip = L10n::removeTapHelp()},
-    };
-}
-
 } // namespace
 
 TapsView::TapsView(BrewManager& manager, QWidget* parent)
-    : Page(manager, parent),
-      m_refreshButton(addRefreshButton(L10n::refreshTaps())),
-      m_stack(new QStackedLayout(this)),
-      m_state(new StateView(this)),
-      m_list(new RowListView(rowHeight, RowListView::Selectable::No, this)) {
+    : ListPage(manager, nullptr, L10n::taps(), rowHeight, parent),
+      m_refreshButton(addRefreshButton(L10n::refreshTaps())) {
     auto* const addButton = new IconButton(u"plus"_s, L10n::addTapHelp());
     addButton->setObjectName(u"addTapButton"_s);
     addHeaderControl(addButton);
-    m_list->setAccessibleName(L10n::taps());
-    m_stack->addWidget(m_state);
-    m_stack->addWidget(m_list);
 
     connect(m_refreshButton, &IconButton::clicked, this, [this] { this->manager().loadTaps(); });
     connect(addButton, &IconButton::clicked, this, &TapsView::showAddSheet);
-    connect(m_list, &RowListView::actionRequested, this,
-            [this](int row) { askToRemove(m_taps.at(row).name); });
 }
 
 TapsView::~TapsView() {
@@ -64,25 +42,29 @@ void TapsView::firstShown() {
 
 void TapsView::render() {
     const QList<BrewTap>& taps = *manager().taps;
-    setTitle(u"%1 (%2)"_s.arg(L10n::taps(), QString::number(taps.size())));
+    setTitle(counted(L10n::taps(), taps.size()));
     m_refreshButton->setEnabled(!*manager().isLoadingTaps);
     if (m_addSheet)
         m_addSheet->setAdding(m_isAddingTap);
-    if (!taps.isSharedWith(m_taps)) {
-        m_taps = taps;
-        m_list->setRows(static_cast<int>(m_taps.size()),
-                        [this](int row) { return describe(m_taps.at(row)); });
-    }
-    if (!taps.isEmpty()) {
-        m_stack->setCurrentWidget(m_list);
-        return;
-    }
-    if (*manager().isLoadingTaps)
-        m_state->showBusy(L10n::loadingTaps());
+    list().setRows({section(taps, [this](const BrewTap& tap) {
+        return Row{
+            .id = tap.id(),
+            .title = tap.name,
+            .symbol = u"list.bullet"_s,
+            .symbolTone = Row::Tone::Accent,
+            .actions = {{.kind = RowAction::Kind::Trash,
+                         .title = L10n::remove(),
+                         .toolTip = L10n::removeTapHelp(),
+                         .onTrigger = [this, name = tap.name] { askToRemove(name); }}},
+        };
+    })});
+    if (!taps.isEmpty())
+        showList();
+    else if (*manager().isLoadingTaps)
+        showState().showBusy(L10n::loadingTaps());
     else
-        m_state->showSymbol(u"list.bullet"_s, StateView::Tone::Secondary, L10n::noTapsConfigured(),
-                            StateView::TextSize::Title);
-    m_stack->setCurrentWidget(m_state);
+        showState().showSymbol(u"list.bullet"_s, StateView::Tone::Secondary,
+                               L10n::noTapsConfigured(), StateView::TextSize::Title);
 }
 
 void TapsView::showAddSheet() {
@@ -90,8 +72,8 @@ void TapsView::showAddSheet() {
         return;
     m_addSheet = new AddTapSheet(window());
     m_addSheet->setAdding(m_isAddingTap);
-    connect(m_addSheet, &AddTapSheet::addRequested, this, [this](const QString& typed) {
-        const QString name = trimmedOfBlanks(typed).toString();
+    connect(m_addSheet, &AddTapSheet::addRequested, this, [this](const QString& newTapName) {
+        const QString name = trimmedOfBlanks(newTapName).toString();
         if (!name.isEmpty())
             addTap(name);
     });

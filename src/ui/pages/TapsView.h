@@ -1,22 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "BrewTap.h"
-#include "views/Page.h"
+#include "views/ListPage.h"
 
 #include <QCoroTask>
 #include <QPointer>
 
-#include <optional>
-
 class AddTapSheet;
 class IconButton;
-class QStackedLayout;
-class RowListView;
-class StateView;
 
 /// The configured taps, to be added to and removed from.
-class TapsView final : public Page {
+class TapsView final : public ListPage {
     Q_OBJECT
 
 public:
@@ -36,11 +30,7 @@ private:
     bool m_isAddingTap{false};
     /// The tap whose removal the user is being asked about.
     std::optional<QString> m_showConfirmRemove;
-    QList<BrewTap> m_taps;
     /// Lies over the whole window, so it isn't a child of this page's.
     QPointer<AddTapSheet> m_addSheet;
     IconButton* m_refreshButton;
-    QStackedLayout* m_stack;
-    StateView* m_state;
-    RowListView* m_list;
 };

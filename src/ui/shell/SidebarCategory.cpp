@@ -3,8 +3,7 @@
 
 #include "L10n.h"
 #include "pages/AboutView.h"
-#include "pages/CaskListView.h"
-#include "pages/FormulaListView.h"
+#include "pages/PackageListView.h"
 #include "pages/SearchView.h"
 #include "pages/SettingsView.h"
 #include "pages/TapsView.h"

@@ -39,6 +39,10 @@ SearchField* Page::addSearchField(const QString& placeholder) {
     return m_searchField;
 }
 
+QString Page::searchText() const {
+    return m_searchField->text();
+}
+
 IconButton* Page::addRefreshButton(const QString& toolTip) {
     m_refreshButton = new IconButton(u"arrow.clockwise"_s, toolTip);
     m_refreshButton->setObjectName(u"refreshButton"_s);

@@ -37,6 +37,8 @@ protected:
     /// Adds a control to the header, behind those that are there.
     void addHeaderControl(QWidget* control);
     SearchField* addSearchField(const QString& placeholder);
+    /// What is typed in the search field, which the page must have.
+    [[nodiscard]] QString searchText() const;
     IconButton* addRefreshButton(const QString& toolTip);
 
 private:

@@ -10,8 +10,10 @@ QString Row::accessibleText() const {
     parts << (newVersion.isEmpty() ? subtitle : subtitle + u" → "_s + newVersion) << version;
     for (const RowTag& tag : tags)
         parts << tag.text;
-    if (action.kind == RowAction::Kind::Badge)
-        parts << action.title;
+    for (const RowAction& action : actions) {
+        if (action.kind == RowAction::Kind::Badge)
+            parts << action.title;
+    }
     parts.removeAll(QString());
     return DisplayText::line(parts.join(u", "_s));
 }

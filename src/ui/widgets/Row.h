@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QColor>
 #include <QList>
 #include <QString>
 
-/// What stands at the trailing end of a row, and what can be done there.
+#include <functional>
+#include <optional>
+
+/// Something that can be done at the trailing end of a row, or stands there in its place.
 struct RowAction final {
     enum class Kind {
-        None,
         /// A trash can, for what removes the row's package or tap.
         Trash,
         Button,
@@ -18,14 +19,19 @@ struct RowAction final {
         Badge,
     };
 
-    Kind kind{Kind::None};
+    Kind kind{};
     /// Title of a button or badge; name of the action for menus and screen readers.
     QString title{};
     QString toolTip{};
     bool isEnabled{true};
+    /// Empty where there is nothing to do.
+    std::function<void()> onTrigger{};
 
-    [[nodiscard]] bool canRun() const {
-        return isEnabled && (kind == Kind::Trash || kind == Kind::Button);
+    [[nodiscard]] bool canTrigger() const { return isEnabled && onTrigger; }
+
+    void trigger() const {
+        if (canTrigger())
+            onTrigger();
     }
 };
 
@@ -37,28 +43,40 @@ struct RowTag final {
     Tone tone{Tone::Neutral};
 };
 
-/// One line of a list as its page describes it: a section's heading or an item.
+/// One line of a list as its page describes it.
 ///
 /// Texts may come from anywhere: they are made harmless where they are drawn.
 struct Row final {
-    enum class Kind { Section, Item };
     enum class Tone { Accent, Formula, Cask };
 
-    Kind kind{Kind::Item};
-    /// Tells rows apart across reloads; empty for a section.
+    /// Tells rows apart across reloads.
     QString id{};
     QString title{};
-    /// Second line; an item without one has its title in the middle.
+    /// Second line; a row without one has its title in the middle.
     QString subtitle{};
     /// With it the second line reads "subtitle → newVersion".
     QString newVersion{};
     QList<RowTag> tags{};
     QString symbol{};
     Tone symbolTone{Tone::Accent};
-    /// Before the action, in digits of equal width.
+    /// Before the actions, in digits of equal width.
     QString version{};
-    RowAction action{};
+    /// From left to right.
+    QList<RowAction> actions{};
 
     /// Everything the row says, in one line for a screen reader.
     [[nodiscard]] QString accessibleText() const;
+};
+
+/// What a row looks like beyond its description. Its actions, of which only those that can be
+/// triggered count here, are named by their places.
+struct RowState final {
+    bool isSelected{};
+    bool isHovered{};
+    bool isCurrent{};
+    /// The line below it separates it from another row.
+    bool hasHairline{};
+    std::optional<qsizetype> hoveredAction{};
+    std::optional<qsizetype> pressedAction{};
+    std::optional<qsizetype> currentAction{};
 };

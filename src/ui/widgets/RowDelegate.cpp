@@ -7,7 +7,7 @@
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/DisplayText.h"
-#include "widgets/RowListView.h"
+#include "widgets/RowModel.h"
 #include "widgets/Spinner.h"
 
 #include <QPainter>
@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int sectionHeight = 30;
+constexpr int headingHeight = 30;
 constexpr int buttonHeight = 24;
 constexpr int buttonPadding = 11;
 constexpr int badgePaddingX = 6;
@@ -54,6 +54,14 @@ QColor symbolColor(Row::Tone tone, const Theme& theme) {
     return tone == Row::Tone::Cask ? theme.cask : theme.accent;
 }
 
+/// Where a click counts as one on what is drawn in `area`.
+QRect hitRect(const QRect& area, RowAction::Kind kind) {
+    constexpr int generosity = 7;
+    return kind == RowAction::Kind::Trash
+               ? area.adjusted(-generosity, -generosity, generosity, generosity)
+               : area;
+}
+
 } // namespace
 
 RowDelegate::RowDelegate(int itemHeight, QObject* parent)
@@ -64,35 +72,32 @@ RowDelegate::RowDelegate(int itemHeight, QObject* parent)
       m_newVersionFont(Typography::digits(Typography::caption, QFont::Medium)),
       m_tagFont(Typography::font(Typography::tag, QFont::Medium)),
       m_versionFont(Typography::digits(12)),
-      m_sectionFont(Typography::digits(Typography::caption, QFont::DemiBold)),
+      m_headingFont(Typography::digits(Typography::caption, QFont::DemiBold)),
       m_buttonFont(Typography::font(12, QFont::Medium)),
       m_badgeFont(Typography::font(Typography::caption, QFont::Medium)) {}
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    const auto* const view = static_cast<const RowListView*>(option.widget);
-    const bool isSection = view->rows().isSection(index.row());
-    return {option.rect.width(), isSection ? sectionHeight : m_itemHeight};
+    return {option.rect.width(), RowModel::isRow(index) ? m_itemHeight : headingHeight};
 }
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
-    const auto* const view = static_cast<const RowListView*>(option.widget);
-    const Theme& theme = Theme::of(view);
-    const Row row = view->rows().row(index);
+    const Theme& theme = Theme::of(option.widget);
+    const auto row = index.data(RowModel::DescriptionRole).value<Row>();
     painter->save();
-    if (row.kind == Row::Kind::Section) {
-        paintSection(painter, option.rect, row, theme);
+    if (!RowModel::isRow(index)) {
+        paintHeading(painter, option.rect, row.title, theme);
         painter->restore();
         return;
     }
 
-    const State state = view->stateOf(index, row);
+    const auto state = index.data(RowModel::StateRole).value<RowState>();
     const QRect selection = selectionRect(option.rect);
     if (state.isSelected)
         Painting::fillRounded(painter, selection, Metrics::rowRadius, theme.selection);
     else if (state.isHovered)
         Painting::fillRounded(painter, selection, Metrics::rowRadius, theme.hover);
-    if (state.isCurrent && !state.isActionCurrent)
+    if (state.isCurrent && !state.currentAction)
         Painting::drawFocusRing(painter, selection, Metrics::rowRadius, theme);
 
     QRect area = contentRect(option.rect);
@@ -104,10 +109,11 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         Symbol::paint(painter, row.symbol, icon, symbolColor(row.symbolTone, theme));
         area.setLeft(icon.right() + 1 + Metrics::rowSpacing);
     }
-    if (row.action.kind != RowAction::Kind::None) {
-        paintAction(painter, option.rect, row, state, view);
-        area.setRight(actionRect(option.rect, row.action).left() - 1 - Metrics::rowSpacing);
-    }
+    const QList<QRect> actions = actionRects(option.rect, row);
+    for (qsizetype i = 0; i < actions.size(); ++i)
+        paintAction(painter, actions.at(i), row, i, state, option.widget);
+    if (!actions.isEmpty())
+        area.setRight(actions.constFirst().left() - 1 - Metrics::rowSpacing);
     if (!row.version.isEmpty()) {
         // A version of absurd length doesn't push the name out of its row.
         const QRect half = area.adjusted(area.width() / 2, 0, 0, 0);
@@ -119,11 +125,11 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->restore();
 }
 
-void RowDelegate::paintSection(QPainter* painter, const QRect& rect, const Row& row,
+void RowDelegate::paintHeading(QPainter* painter, const QRect& rect, const QString& title,
                                const Theme& theme) const {
     constexpr int belowText = 5;
-    drawText(painter, contentRect(rect).adjusted(0, belowText, 0, 0), m_sectionFont,
-             theme.secondaryText, row.title);
+    drawText(painter, contentRect(rect).adjusted(0, belowText, 0, 0), m_headingFont,
+             theme.secondaryText, title);
 }
 
 void RowDelegate::paintTexts(QPainter* painter, QRect area, const Row& row, bool isSelected,
@@ -183,51 +189,56 @@ void RowDelegate::paintSubtitle(QPainter* painter, const QRect& line, const Row&
              isSelected ? theme.outdatedOnTint : theme.outdated, row.newVersion);
 }
 
-QRect RowDelegate::actionRect(const QRect& rect, const RowAction& action) const {
-    QSize size;
+QSize RowDelegate::sizeOf(const RowAction& action) const {
     switch (action.kind) {
-    case RowAction::Kind::None:
-        return {};
     case RowAction::Kind::Trash:
-        size = {Metrics::trashIcon, Metrics::trashIcon};
-        break;
+        return {Metrics::trashIcon, Metrics::trashIcon};
     case RowAction::Kind::Spinner:
-        size = {Metrics::smallSpinner, Metrics::smallSpinner};
-        break;
+        return {Metrics::smallSpinner, Metrics::smallSpinner};
     case RowAction::Kind::Button:
-        size = {Typography::width(m_buttonFont, action.title) + 2 * buttonPadding, buttonHeight};
-        break;
+        return {Typography::width(m_buttonFont, action.title) + 2 * buttonPadding, buttonHeight};
     case RowAction::Kind::Badge:
-        size = {Typography::width(m_badgeFont, action.title) + 2 * badgePaddingX,
+        return {Typography::width(m_badgeFont, action.title) + 2 * badgePaddingX,
                 QFontMetrics(m_badgeFont).height() + 2 * badgePaddingY};
-        break;
     }
+    return {};
+}
+
+QList<QRect> RowDelegate::actionRects(const QRect& rect, const Row& row) const {
     const QRect content = contentRect(rect);
-    return {QPoint(content.right() + 1 - size.width(),
-                   content.top() + (content.height() - size.height()) / 2),
+    QList<QRect> rects(row.actions.size());
+    int right = content.right() + 1;
+    for (qsizetype i = rects.size() - 1; i >= 0; --i) {
+        const QSize size = sizeOf(row.actions.at(i));
+        rects[i] = {
+            QPoint(right - size.width(), content.top() + (content.height() - size.height()) / 2),
             size};
+        right = rects.at(i).left() - Metrics::rowSpacing;
+    }
+    return rects;
 }
 
-QRect RowDelegate::actionHitRect(const QRect& rect, const RowAction& action) const {
-    if (action.kind != RowAction::Kind::Trash)
-        return actionRect(rect, action);
-    constexpr int generosity = 7;
-    return actionRect(rect, action).adjusted(-generosity, -generosity, generosity, generosity);
+QList<QRect> RowDelegate::hitRects(const QRect& rect, const Row& row) const {
+    QList<QRect> rects = actionRects(rect, row);
+    for (qsizetype i = 0; i < rects.size(); ++i)
+        rects[i] = hitRect(rects.at(i), row.actions.at(i).kind);
+    return rects;
 }
 
-void RowDelegate::paintAction(QPainter* painter, const QRect& rect, const Row& row,
-                              const State& state, const QWidget* widget) const {
+void RowDelegate::paintAction(QPainter* painter, const QRect& area, const Row& row, qsizetype place,
+                              const RowState& state, const QWidget* widget) const {
     const Theme& theme = Theme::of(widget);
-    const QRect area = actionRect(rect, row.action);
-    const QRect hitArea = actionHitRect(rect, row.action);
-    switch (row.action.kind) {
-    case RowAction::Kind::None:
-        break;
+    const RowAction& action = row.actions.at(place);
+    const QRect hitArea = hitRect(area, action.kind);
+    const bool isHovered = state.hoveredAction == place;
+    const bool isPressed = state.pressedAction == place;
+    const bool isCurrent = state.currentAction == place;
+    switch (action.kind) {
     case RowAction::Kind::Trash: {
-        const bool isLit = state.isActionHovered || state.isActionCurrent;
+        const bool isLit = isHovered || isCurrent;
         if (isLit)
             Painting::fillRounded(painter, hitArea, Metrics::buttonRadius,
-                                  state.isActionPressed ? theme.pressed : theme.hover);
+                                  isPressed ? theme.pressed : theme.hover);
         Symbol::paint(painter, u"trash"_s, area,
                       isLit || state.isSelected ? theme.destructive
                                                 : withOpacity(theme.destructive, trashOpacity));
@@ -236,22 +247,19 @@ void RowDelegate::paintAction(QPainter* painter, const QRect& rect, const Row& r
     case RowAction::Kind::Spinner:
         Spinner::paint(painter, area, widget);
         break;
-    case RowAction::Kind::Button: {
-        const bool isEnabled = row.action.isEnabled;
-        Painting::drawButton(painter, area, theme,
-                             {.isEnabled = isEnabled,
-                              .isHovered = state.isActionHovered,
-                              .isPressed = state.isActionPressed});
+    case RowAction::Kind::Button:
+        Painting::drawButton(
+            painter, area, theme,
+            {.isEnabled = action.isEnabled, .isHovered = isHovered, .isPressed = isPressed});
         drawText(painter, area, m_buttonFont,
-                 isEnabled ? theme.text : withOpacity(theme.secondaryText, 0.6), row.action.title,
-                 Qt::AlignHCenter);
+                 action.isEnabled ? theme.text : withOpacity(theme.secondaryText, 0.6),
+                 action.title, Qt::AlignHCenter);
         break;
-    }
     case RowAction::Kind::Badge:
         Painting::fillRounded(painter, area, badgeRadius, withOpacity(theme.good, badgeOpacity));
-        drawText(painter, area, m_badgeFont, theme.goodOnTint, row.action.title, Qt::AlignHCenter);
+        drawText(painter, area, m_badgeFont, theme.goodOnTint, action.title, Qt::AlignHCenter);
         break;
     }
-    if (state.isActionCurrent)
+    if (isCurrent)
         Painting::drawFocusRing(painter, hitArea, Metrics::buttonRadius, theme);
 }

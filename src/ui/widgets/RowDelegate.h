@@ -8,23 +8,11 @@
 
 struct Theme;
 
-/// Draws the rows of a RowListView and knows where their parts lie.
+/// Draws the rows of a RowModel and knows where their parts lie.
 class RowDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    /// What the view knows of a row beyond its description.
-    struct State final {
-        bool isSelected{};
-        bool isHovered{};
-        bool isCurrent{};
-        bool isActionHovered{};
-        bool isActionPressed{};
-        bool isActionCurrent{};
-        /// The line below it separates it from another item.
-        bool hasHairline{};
-    };
-
     RowDelegate(int itemHeight, QObject* parent);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -32,13 +20,14 @@ public:
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;
 
-    /// Where the action of a row in `rect` is drawn.
-    [[nodiscard]] QRect actionRect(const QRect& rect, const RowAction& action) const;
-    /// Where a click counts as one on the action: more generous for small icons.
-    [[nodiscard]] QRect actionHitRect(const QRect& rect, const RowAction& action) const;
+    /// Where a click counts as one on each of the row's actions: more generous than what is
+    /// drawn for small icons.
+    [[nodiscard]] QList<QRect> hitRects(const QRect& rect, const Row& row) const;
 
 private:
-    void paintSection(QPainter* painter, const QRect& rect, const Row& row,
+    [[nodiscard]] QSize sizeOf(const RowAction& action) const;
+    [[nodiscard]] QList<QRect> actionRects(const QRect& rect, const Row& row) const;
+    void paintHeading(QPainter* painter, const QRect& rect, const QString& title,
                       const Theme& theme) const;
     void paintTexts(QPainter* painter, QRect area, const Row& row, bool isSelected,
                     const Theme& theme) const;
@@ -46,8 +35,8 @@ private:
                         const Theme& theme) const;
     void paintSubtitle(QPainter* painter, const QRect& line, const Row& row, bool isSelected,
                        const Theme& theme) const;
-    void paintAction(QPainter* painter, const QRect& rect, const Row& row, const State& state,
-                     const QWidget* widget) const;
+    void paintAction(QPainter* painter, const QRect& area, const Row& row, qsizetype place,
+                     const RowState& state, const QWidget* widget) const;
 
     int m_itemHeight;
     QFont m_titleFont;
@@ -55,7 +44,7 @@ private:
     QFont m_newVersionFont;
     QFont m_tagFont;
     QFont m_versionFont;
-    QFont m_sectionFont;
+    QFont m_headingFont;
     QFont m_buttonFont;
     QFont m_badgeFont;
 };

@@ -11,10 +11,25 @@
 #include <QScrollBar>
 #include <QToolTip>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QModelIndex firstRowFrom(QModelIndex index) {
+    while (index.isValid() && !RowModel::isRow(index))
+        index = index.siblingAtRow(index.row() + 1);
+    return index;
+}
+
+} // namespace
+
 RowListView::RowListView(int itemHeight, Selectable selectable, QWidget* parent)
-    : QListView(parent), m_delegate(itemHeight, nullptr), m_selectable(selectable) {
+    : QListView(parent),
+      m_model([this](const QModelIndex& index) { return stateOf(index); }),
+      m_delegate(itemHeight, nullptr),
+      m_selectable(selectable) {
     setObjectName(u"rowList"_s);
     setModel(&m_model);
     setItemDelegate(&m_delegate);
@@ -29,11 +44,16 @@ RowListView::RowListView(int itemHeight, Selectable selectable, QWidget* parent)
     setViewportMargins(0, verticalMargin, 0, 0);
 }
 
-void RowListView::setRows(int count, RowModel::Describe describe) {
-    // Not asked of the old description: what it describes may be gone by now.
-    const QString currentId = std::exchange(m_currentId, {});
+void RowListView::setRows(QList<RowSection> sections) {
+    sections.removeIf([](const RowSection& section) { return section.count == 0; });
+    if (m_model.hasRowsOf(sections)) {
+        m_model.refresh();
+        return;
+    }
+    const QString currentId = m_model.row(currentIndex()).id;
     const int position = verticalScrollBar()->value();
-    m_model.reset(count, std::move(describe));
+    m_model.reset(std::move(sections));
+    setUniformItemSizes(!m_model.hasHeadings());
     if (const QModelIndex current = m_model.indexOf(currentId); current.isValid())
         selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
     doItemsLayout();
@@ -47,139 +67,151 @@ void RowListView::setSelectedId(const std::optional<QString>& id) {
     viewport()->update();
 }
 
-RowDelegate::State RowListView::stateOf(const QModelIndex& index, const Row& row) const {
-    const bool isHovered = index == m_hovered;
-    const bool isCurrent = showsFocus() && index == currentIndex();
-    const bool isSelected = m_selectedId == row.id;
-    const int next = index.row() + 1;
-    const bool nextIsItem = next < m_model.rowCount() && !m_model.isSection(next);
-    const bool nextIsSelected =
-        m_selectedId && nextIsItem && m_model.row(m_model.index(next)).id == *m_selectedId;
-    if (row.action.kind == RowAction::Kind::Spinner)
-        m_hasSpinner = true;
+RowState RowListView::stateOf(const QModelIndex& index) const {
+    const auto isSelected = [this](const QModelIndex& row) {
+        return m_selectedId && RowModel::isRow(row) && m_model.row(row).id == *m_selectedId;
+    };
+    const auto actionOf = [this, &index](const Target& target) {
+        const bool isLit = target.row == index && target.action &&
+                           m_model.row(index).actions.value(*target.action).canTrigger();
+        return isLit ? target.action : std::nullopt;
+    };
+    const bool isCurrent = hasFocus() && m_isByKeyboard && index == currentIndex();
+    const QModelIndex next = index.siblingAtRow(index.row() + 1);
     return {
-        .isSelected = isSelected,
-        .isHovered = isHovered && m_selectable == Selectable::Yes,
+        .isSelected = isSelected(index),
+        .isHovered = m_hovered.row == index && m_selectable == Selectable::Yes,
         .isCurrent = isCurrent,
-        .isActionHovered = isHovered && m_isHoveringAction && row.action.canRun(),
-        .isActionPressed = index == m_pressed && m_isActionPressed,
-        .isActionCurrent = isCurrent && m_isActionCurrent && row.action.canRun(),
-        .hasHairline = nextIsItem && !isSelected && !nextIsSelected,
+        .hasHairline = RowModel::isRow(next) && !isSelected(index) && !isSelected(next),
+        .hoveredAction = actionOf(m_hovered),
+        .pressedAction = actionOf(m_pressed),
+        .currentAction = isCurrent ? actionOf({index, m_currentAction}) : std::nullopt,
     };
 }
 
-QRect RowListView::actionRect(const QModelIndex& index) const {
-    return m_delegate.actionHitRect(visualRect(index), m_model.row(index).action);
+QRect RowListView::actionRect(const QModelIndex& index, qsizetype action) const {
+    return m_delegate.hitRects(visualRect(index), m_model.row(index)).value(action);
 }
 
-bool RowListView::isItem(const QModelIndex& index) const {
-    return index.isValid() && !m_model.isSection(index.row());
+RowListView::Target RowListView::targetAt(const QPoint& position) const {
+    const QModelIndex index = indexAt(position);
+    if (!RowModel::isRow(index))
+        return {};
+    const QList<QRect> actions = m_delegate.hitRects(visualRect(index), m_model.row(index));
+    for (qsizetype i = 0; i < actions.size(); ++i) {
+        if (actions.at(i).contains(position))
+            return {index, i};
+    }
+    return {index, std::nullopt};
 }
 
-bool RowListView::showsFocus() const {
-    return hasFocus() && m_isByKeyboard;
-}
-
-bool RowListView::isOnAction(const QModelIndex& index, const QPoint& position) const {
-    return isItem(index) && actionRect(index).contains(position);
-}
-
-void RowListView::choose(const QModelIndex& index) {
-    if (m_selectable == Selectable::Yes && isItem(index))
-        Q_EMIT rowChosen(m_model.row(index).id);
-}
-
-void RowListView::requestAction(const QModelIndex& index) {
-    if (isItem(index) && m_model.row(index).action.canRun())
-        Q_EMIT actionRequested(index.row());
+void RowListView::activate(const Target& target) {
+    if (!target.row.isValid())
+        return;
+    // A copy: what is triggered may replace the rows.
+    const Row row = m_model.row(target.row);
+    if (target.action)
+        row.actions.value(*target.action).trigger();
+    else if (m_selectable == Selectable::Yes)
+        Q_EMIT rowChosen(row.id);
 }
 
 void RowListView::keyPressEvent(QKeyEvent* event) {
-    const QModelIndex current = currentIndex();
     m_isByKeyboard = true;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
-        if (m_isActionCurrent)
-            requestAction(current);
-        else
-            choose(current);
+        activate({currentIndex(), m_currentAction});
         return;
     case Qt::Key_Right:
     case Qt::Key_Left:
-        m_isActionCurrent = event->key() == Qt::Key_Right && isItem(current) &&
-                            m_model.row(current).action.canRun();
-        viewport()->update();
+        stepThroughActions(Qt::Key(event->key()));
         return;
     case Qt::Key_Delete:
-        if (isItem(current) && m_model.row(current).action.kind == RowAction::Kind::Trash)
-            requestAction(current);
+        triggerTrash();
         return;
     default:
         QListView::keyPressEvent(event);
     }
 }
 
+void RowListView::stepThroughActions(Qt::Key key) {
+    const QList<RowAction> actions = m_model.row(currentIndex()).actions;
+    const qsizetype step = key == Qt::Key_Right ? 1 : -1;
+    qsizetype place = m_currentAction.value_or(-1) + step;
+    while (place >= 0 && place < actions.size() && !actions.at(place).canTrigger())
+        place += step;
+    if (place < 0)
+        m_currentAction.reset();
+    else if (place < actions.size())
+        m_currentAction = place;
+    viewport()->update();
+}
+
+void RowListView::triggerTrash() {
+    const Row row = m_model.row(currentIndex());
+    const auto trash = std::ranges::find(row.actions, RowAction::Kind::Trash, &RowAction::kind);
+    if (trash != row.actions.end())
+        trash->trigger();
+}
+
+void RowListView::trigger(const QString& id, const QString& title) {
+    const Row row = m_model.row(m_model.indexOf(id));
+    const auto action = std::ranges::find_if(row.actions, [&title](const RowAction& candidate) {
+        return candidate.title == title && candidate.canTrigger();
+    });
+    if (action != row.actions.end())
+        action->trigger();
+}
+
 void RowListView::mousePressEvent(QMouseEvent* event) {
-    const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() != Qt::LeftButton || !isItem(index))
+    const Target target = targetAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !target.row.isValid())
         return;
     m_isByKeyboard = false;
-    m_pressed = index;
-    m_isActionPressed = isOnAction(index, event->position().toPoint());
-    m_isActionCurrent = false;
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    m_pressed = target;
+    m_currentAction.reset();
+    selectionModel()->setCurrentIndex(target.row, QItemSelectionModel::NoUpdate);
     viewport()->update();
 }
 
 void RowListView::mouseMoveEvent(QMouseEvent* event) {
-    setHovered(event->position().toPoint());
+    setHovered(targetAt(event->position().toPoint()));
 }
 
 void RowListView::mouseReleaseEvent(QMouseEvent* event) {
-    const QPoint position = event->position().toPoint();
-    const QModelIndex released = indexAt(position);
-    const QModelIndex pressed = m_pressed;
-    const bool wasOnAction = std::exchange(m_isActionPressed, false);
-    m_pressed = QPersistentModelIndex();
+    const Target pressed = std::exchange(m_pressed, {});
     viewport()->update();
-    if (event->button() != Qt::LeftButton || !pressed.isValid() || released != pressed)
-        return;
-    if (wasOnAction != isOnAction(released, position))
-        return;
-    if (wasOnAction)
-        requestAction(pressed);
-    else
-        choose(pressed);
+    if (event->button() == Qt::LeftButton && pressed == targetAt(event->position().toPoint()))
+        activate(pressed);
 }
 
-void RowListView::setHovered(const QPoint& position) {
-    const QModelIndex index = indexAt(position);
-    const QPersistentModelIndex hovered = isItem(index) ? index : QModelIndex();
-    const bool onAction = isOnAction(index, position);
-    if (hovered == m_hovered && onAction == m_isHoveringAction)
+void RowListView::setHovered(const Target& target) {
+    if (target == m_hovered)
         return;
-    m_hovered = hovered;
-    m_isHoveringAction = onAction;
+    m_hovered = target;
     viewport()->update();
 }
 
 void RowListView::contextMenuEvent(QContextMenuEvent* event) {
     const bool fromKeyboard = event->reason() == QContextMenuEvent::Keyboard;
     const QModelIndex index = fromKeyboard ? currentIndex() : indexAt(event->pos());
-    if (!isItem(index))
+    if (!RowModel::isRow(index))
         return;
     const Row row = m_model.row(index);
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     // The rows may be others by the time the user has made up their mind.
     if (m_selectable == Selectable::Yes)
-        menu->addAction(DisplayText::label(L10n::details()), this,
-                        [this, id = row.id] { choose(m_model.indexOf(id)); });
-    if (row.action.canRun())
-        menu->addAction(DisplayText::label(row.action.title), this,
-                        [this, id = row.id] { requestAction(m_model.indexOf(id)); });
+        menu->addAction(DisplayText::label(L10n::details()), this, [this, id = row.id] {
+            activate({m_model.indexOf(id), std::nullopt});
+        });
+    for (const RowAction& action : row.actions) {
+        if (action.canTrigger())
+            menu->addAction(DisplayText::label(action.title), this,
+                            [this, id = row.id, title = action.title] { trigger(id, title); });
+    }
     if (menu->isEmpty()) {
         delete menu;
         return;
@@ -191,37 +223,33 @@ void RowListView::contextMenuEvent(QContextMenuEvent* event) {
 void RowListView::focusInEvent(QFocusEvent* event) {
     m_isByKeyboard = event->reason() != Qt::MouseFocusReason;
     // Coming in by keyboard there has to be a row that the arrows start from.
-    if (!currentIndex().isValid()) {
-        for (int row = 0; row < m_model.rowCount(); ++row) {
-            if (!m_model.isSection(row)) {
-                selectionModel()->setCurrentIndex(m_model.index(row),
-                                                  QItemSelectionModel::NoUpdate);
-                break;
-            }
-        }
-    }
+    if (!currentIndex().isValid())
+        selectionModel()->setCurrentIndex(firstRowFrom(m_model.index(0)),
+                                          QItemSelectionModel::NoUpdate);
     QListView::focusInEvent(event);
 }
 
 void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    m_isActionCurrent = false;
-    m_currentId = current.isValid() ? m_model.row(current).id : QString();
+    m_currentAction.reset();
     QListView::currentChanged(current, previous);
     viewport()->update();
 }
 
+void RowListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                              const QList<int>& roles) {
+    // Without the list view's own answer, a new layout of all rows: they keep their heights.
+    QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
+}
+
 QModelIndex RowListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     // Home and Page Up may end at a heading, which can't be the current row.
-    QModelIndex index = QListView::moveCursor(action, modifiers);
-    while (m_model.isSection(index.row()))
-        index = m_model.index(index.row() + 1);
-    return index;
+    return firstRowFrom(QListView::moveCursor(action, modifiers));
 }
 
 bool RowListView::viewportEvent(QEvent* event) {
     switch (event->type()) {
     case QEvent::Leave:
-        setHovered(QPoint(-1, -1));
+        setHovered({});
         break;
     case QEvent::ToolTip: {
         const auto* help = static_cast<QHelpEvent*>(event);
@@ -235,31 +263,35 @@ bool RowListView::viewportEvent(QEvent* event) {
 }
 
 void RowListView::showToolTip(const QPoint& globalPosition, const QPoint& position) {
-    const QModelIndex index = indexAt(position);
-    if (!isItem(index)) {
-        QToolTip::hideText();
-        return;
+    const Target target = targetAt(position);
+    const Row row = m_model.row(target.row);
+    const QString text = target.action ? row.actions.value(*target.action).toolTip : row.subtitle;
+    QToolTip::showText(globalPosition, DisplayText::toolTip(text), viewport(),
+                       visualRect(target.row));
+}
+
+bool RowListView::showsSpinner() const {
+    const QRect area = viewport()->rect();
+    for (QModelIndex index = indexAt(area.topLeft());
+         index.isValid() && visualRect(index).top() <= area.bottom();
+         index = index.siblingAtRow(index.row() + 1)) {
+        const QList<RowAction> actions = m_model.row(index).actions;
+        if (std::ranges::count(actions, RowAction::Kind::Spinner, &RowAction::kind) > 0)
+            return true;
     }
-    const Row row = m_model.row(index);
-    const QString text = isOnAction(index, position) ? row.action.toolTip : row.subtitle;
-    QToolTip::showText(globalPosition, DisplayText::toolTip(text), viewport(), visualRect(index));
+    return false;
 }
 
 void RowListView::paintEvent(QPaintEvent* event) {
-    // A partial repaint may leave out the row that has one.
-    if (event->rect().contains(viewport()->rect()))
-        m_hasSpinner = false;
     QListView::paintEvent(event);
-    if (m_hasSpinner && !m_spinnerTimer.isActive())
+    if (!m_spinnerTimer.isActive() && showsSpinner())
         m_spinnerTimer.start(Spinner::interval, this);
 }
 
 void RowListView::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != m_spinnerTimer.timerId()) {
+    if (event->timerId() != m_spinnerTimer.timerId())
         QListView::timerEvent(event);
-        return;
-    }
-    if (m_hasSpinner && isVisible())
+    else if (isVisible() && showsSpinner())
         viewport()->update();
     else
         m_spinnerTimer.stop();

@@ -3,10 +3,28 @@
 
 #include "widgets/DisplayText.h"
 
-void RowModel::reset(int count, Describe describe) {
+#include <algorithm>
+
+namespace {
+
+int headingsOf(const RowSection& section) {
+    return section.heading.isEmpty() ? 0 : 1;
+}
+
+} // namespace
+
+RowModel::RowModel(DescribeState describeState) : m_describeState(std::move(describeState)) {}
+
+bool RowModel::hasRowsOf(const QList<RowSection>& sections) const {
+    return std::ranges::equal(sections, m_sections, {}, &RowSection::records, &RowSection::records);
+}
+
+void RowModel::reset(QList<RowSection> sections) {
     beginResetModel();
-    m_count = count;
-    m_describe = std::move(describe);
+    m_sections = std::move(sections);
+    m_count = 0;
+    for (const RowSection& section : m_sections)
+        m_count += headingsOf(section) + section.count;
     endResetModel();
 }
 
@@ -15,22 +33,34 @@ void RowModel::refresh() {
         Q_EMIT dataChanged(index(0), index(m_count - 1));
 }
 
-Row RowModel::row(const QModelIndex& index) const {
-    return m_describe(index.row());
+RowModel::Position RowModel::positionOf(int row) const {
+    auto section = m_sections.cbegin();
+    for (; row >= headingsOf(*section) + section->count; ++section)
+        row -= headingsOf(*section) + section->count;
+    return {*section, row - headingsOf(*section)};
 }
 
-bool RowModel::isSection(int row) const {
-    return row >= 0 && row < m_count && m_describe(row).kind == Row::Kind::Section;
+bool RowModel::hasHeadings() const {
+    return std::ranges::any_of(m_sections, headingsOf);
+}
+
+Row RowModel::row(const QModelIndex& index) const {
+    if (!index.isValid())
+        return {};
+    const auto [section, place] = positionOf(index.row());
+    return place < 0 ? Row{.title = section.heading} : section.describe(place);
 }
 
 QModelIndex RowModel::indexOf(const QString& id) const {
-    if (id.isEmpty())
-        return {};
-    for (int row = 0; row < m_count; ++row) {
-        if (m_describe(row).id == id)
+    for (int row = 0; row < m_count && !id.isEmpty(); ++row) {
+        if (this->row(index(row)).id == id)
             return index(row);
     }
     return {};
+}
+
+bool RowModel::isRow(const QModelIndex& index) {
+    return index.flags().testFlag(Qt::ItemIsEnabled);
 }
 
 int RowModel::rowCount(const QModelIndex& parent) const {
@@ -45,6 +75,10 @@ QVariant RowModel::data(const QModelIndex& index, int role) const {
         return DisplayText::line(row(index).title);
     case Qt::AccessibleTextRole:
         return row(index).accessibleText();
+    case DescriptionRole:
+        return QVariant::fromValue(row(index));
+    case StateRole:
+        return QVariant::fromValue(m_describeState(index));
     default:
         return {};
     }
@@ -52,7 +86,7 @@ QVariant RowModel::data(const QModelIndex& index, int role) const {
 
 Qt::ItemFlags RowModel::flags(const QModelIndex& index) const {
     // Headings are read but never become the current row.
-    if (!index.isValid() || isSection(index.row()))
+    if (!index.isValid() || positionOf(index.row()).place < 0)
         return Qt::ItemNeverHasChildren;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
 }

@@ -5,33 +5,60 @@
 
 #include <QAbstractListModel>
 
-#include <functional>
+/// Rows below a heading, or without one when it is empty.
+struct RowSection final {
+    QString heading{};
+    int count{};
+    /// Describes the row at a place in the section. Owns what it describes.
+    std::function<Row(int place)> describe{};
+    /// Where the records lie that are described: tells whether these are the rows of before.
+    const void* records{};
+};
 
 /// A list of rows that are described only when somebody looks at them.
 class RowModel final : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    /// Describes the row at an index; stays valid until the next reset.
-    using Describe = std::function<Row(int index)>;
+    enum Role {
+        /// The Row; of a heading, one that has nothing but a title.
+        DescriptionRole = Qt::UserRole,
+        StateRole,
+    };
 
-    using QAbstractListModel::QAbstractListModel;
+    /// Tells the state of the row at an index.
+    using DescribeState = std::function<RowState(const QModelIndex& index)>;
 
-    /// Replaces all rows.
-    void reset(int count, Describe describe);
+    explicit RowModel(DescribeState describeState);
+
+    /// Whether the rows of these sections are those that are there.
+    [[nodiscard]] bool hasRowsOf(const QList<RowSection>& sections) const;
+    /// Replaces all rows; no section is empty.
+    void reset(QList<RowSection> sections);
     /// The same rows, some of which look different now.
     void refresh();
 
+    [[nodiscard]] bool hasHeadings() const;
     [[nodiscard]] Row row(const QModelIndex& index) const;
-    [[nodiscard]] bool isSection(int row) const;
-    /// The index of the item with this id, or an invalid one.
+    /// The index of the row with this id, or an invalid one.
     [[nodiscard]] QModelIndex indexOf(const QString& id) const;
+    /// Whether there is a row at the index: neither nothing nor a heading.
+    [[nodiscard]] static bool isRow(const QModelIndex& index);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
+    /// A section, and a place in it: -1 is the heading's.
+    struct Position final {
+        const RowSection& section;
+        int place;
+    };
+
+    [[nodiscard]] Position positionOf(int row) const;
+
+    DescribeState m_describeState;
+    QList<RowSection> m_sections;
     int m_count{0};
-    Describe m_describe;
 };

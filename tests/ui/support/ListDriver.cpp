@@ -51,15 +51,18 @@ Row ListDriver::row(const QString& id) const {
     return m_view.rows().row(index(id));
 }
 
+RowState ListDriver::state(const QString& id) const {
+    return index(id).data(RowModel::StateRole).value<RowState>();
+}
+
 QString ListDriver::currentId() const {
-    const QModelIndex current = m_view.currentIndex();
-    return current.isValid() ? m_view.rows().row(current).id : QString();
+    return m_view.rows().row(m_view.currentIndex()).id;
 }
 
 QStringList ListDriver::selectedIds() const {
     QStringList selected;
     for (const QString& id : ids()) {
-        if (!id.isEmpty() && m_view.stateOf(index(id), row(id)).isSelected)
+        if (!id.isEmpty() && state(id).isSelected)
             selected.append(id);
     }
     return selected;
@@ -70,17 +73,17 @@ QRect ListDriver::rect(const QString& id) const {
     return m_view.visualRect(index(id));
 }
 
-QRect ListDriver::actionRect(const QString& id) const {
+QRect ListDriver::actionRect(const QString& id, qsizetype action) const {
     m_view.scrollTo(index(id));
-    return m_view.actionRect(index(id));
+    return m_view.actionRect(index(id), action);
 }
 
-void ListDriver::click(const QString& id) const {
-    Input::click(*m_view.viewport(), onText(rect(id)));
+void ListDriver::click(const QString& id, Qt::MouseButton button) const {
+    Input::click(*m_view.viewport(), onText(rect(id)), button);
 }
 
-void ListDriver::clickAction(const QString& id) const {
-    Input::click(*m_view.viewport(), actionRect(id).center());
+void ListDriver::clickAction(const QString& id, qsizetype action, Qt::MouseButton button) const {
+    Input::click(*m_view.viewport(), actionRect(id, action).center(), button);
 }
 
 void ListDriver::hover(const QString& id) const {

@@ -2,8 +2,7 @@
 #include "PackageListCase.h"
 
 #include "Samples.h"
-#include "pages/CaskListView.h"
-#include "pages/FormulaListView.h"
+#include "pages/PackageListView.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,28 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/FilteredPackages.h"
-#include "views/Page.h"
+#include "BrewPackage.h"
+#include "views/ListPage.h"
 
 #include <QCoroTask>
 
-#include <optional>
-
 class IconButton;
-class PackageSelection;
-class QStackedLayout;
-class RowListView;
 class SearchField;
-class StateView;
-struct Row;
 template <class T>
 class Published;
 
 /// The list of installed packages of one type: filter, details, refresh, uninstall.
-class PackageListPage : public Page {
+class PackageListView : public ListPage {
     Q_OBJECT
 
 public:
+    ~PackageListView() override;
+
+protected:
     /// Where the two types differ.
     struct Kind final {
         PackageType type{};
@@ -30,6 +26,7 @@ public:
         Published<bool>& isLoading;
         /// Loads `packages` anew; outlives the page.
         std::function<QCoro::Task<>()> load;
+        Row (*describe)(const BrewPackage& package, const std::function<void()>& onUninstall){};
         QString symbol{};
         QString title{};
         QString loading{};
@@ -39,26 +36,37 @@ public:
         QString uninstallTitle{};
     };
 
-    PackageListPage(BrewManager& manager, PackageSelection& selection, Kind kind,
-                    QWidget* parent = nullptr);
-    ~PackageListPage() override;
+    PackageListView(BrewManager& manager, PackageSelection& selection, Kind kind, QWidget* parent);
 
-protected:
     void render() override;
 
 private:
-    [[nodiscard]] Row describe(const BrewPackage& package) const;
     void askToUninstall(const QString& name);
     QCoro::Task<> uninstall(QString name);
 
     Kind m_kind;
-    PackageSelection& m_selection;
-    FilteredPackages m_filtered;
+    /// What the filter leaves, of what packages and by what text. Lists share their data.
+    QList<const BrewPackage*> m_filteredPackages;
+    QList<BrewPackage> m_packages;
+    QString m_filteredBy;
     /// The package whose removal the user is being asked about.
     std::optional<QString> m_showConfirmUninstall;
     SearchField* m_searchField;
     IconButton* m_refreshButton;
-    QStackedLayout* m_stack;
-    StateView* m_state;
-    RowListView* m_list;
+};
+
+/// The page of the installed formulae.
+class FormulaListView final : public PackageListView {
+    Q_OBJECT
+
+public:
+    FormulaListView(BrewManager& manager, PackageSelection& selection, QWidget* parent = nullptr);
+};
+
+/// The page of the installed casks.
+class CaskListView final : public PackageListView {
+    Q_OBJECT
+
+public:
+    CaskListView(BrewManager& manager, PackageSelection& selection, QWidget* parent = nullptr);
 };

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "pages/PackageListView.h"
+
+#include "BrewManager.h"
+#include "CoroutineParameters.h"
+#include "L10n.h"
+#include "pages/PackageRows.h"
+#include "widgets/Alert.h"
+#include "widgets/IconButton.h"
+#include "widgets/RowListView.h"
+#include "widgets/SearchField.h"
+#include "widgets/StateView.h"
+
+#include <QLocale>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int rowHeight = 48;
+
+/// Tests whether texts contain a typed text, ignoring case as the current locale knows it.
+class TextFilter final {
+public:
+    explicit TextFilter(const QString& typed)
+        : m_typed(m_needsLocale ? m_locale.toLower(typed) : typed) {}
+
+    [[nodiscard]] bool matches(const QString& text) const {
+        if (m_needsLocale)
+            return m_locale.toLower(text).contains(m_typed);
+        return text.contains(m_typed, Qt::CaseInsensitive);
+    }
+
+private:
+    QLocale m_locale;
+    /// The Turkic languages pair the letters i and ı with İ and I, against Unicode's default.
+    bool m_needsLocale{m_locale.language() == QLocale::Turkish ||
+                       m_locale.language() == QLocale::Azerbaijani};
+    QString m_typed;
+};
+
+/// Those that a text leaves, by reference: there may be thousands for every key that is pressed.
+QList<const BrewPackage*> filtered(const QList<BrewPackage>& packages, const QString& searchText) {
+    const TextFilter filter(searchText);
+    QList<const BrewPackage*> matches;
+    matches.reserve(packages.size());
+    for (const BrewPackage& package : packages) {
+        if (searchText.isEmpty() || filter.matches(package.name) || filter.matches(package.desc))
+            matches.append(&package);
+    }
+    return matches;
+}
+
+template <class PackageRow>
+Row toRow(const BrewPackage& package, const std::function<void()>& onUninstall) {
+    return PackageRow{package, onUninstall}.toRow();
+}
+
+} // namespace
+
+PackageListView::PackageListView(BrewManager& manager, PackageSelection& selection, Kind kind,
+                                 QWidget* parent)
+    : ListPage(manager, &selection, kind.title, rowHeight, parent),
+      m_kind(std::move(kind)),
+      m_searchField(addSearchField(m_kind.filterPlaceholder)),
+      m_refreshButton(addRefreshButton(m_kind.refreshHelp)) {
+    connect(m_searchField, &SearchField::textChanged, this, &PackageListView::scheduleRender);
+    connect(m_refreshButton, &IconButton::clicked, this, [this] { m_kind.load(); });
+}
+
+PackageListView::~PackageListView() = default;
+
+void PackageListView::render() {
+    const QList<BrewPackage>& packages = *m_kind.packages;
+    if (!packages.isSharedWith(m_packages) || searchText() != m_filteredBy) {
+        m_packages = packages;
+        m_filteredBy = searchText();
+        m_filteredPackages = filtered(m_packages, m_filteredBy);
+    }
+    setTitle(counted(m_kind.title, m_filteredPackages.size()));
+    m_refreshButton->setEnabled(!*m_kind.isLoading);
+    m_searchField->setVisible(!packages.isEmpty());
+    const auto describe = [this, owner = m_packages](const BrewPackage* package) {
+        return m_kind.describe(*package, [this, name = package->name] { askToUninstall(name); });
+    };
+    list().setRows({section(m_filteredPackages, describe)});
+    if (!packages.isEmpty())
+        showList();
+    else if (*m_kind.isLoading)
+        showState().showBusy(m_kind.loading);
+    else
+        showState().showSymbol(m_kind.symbol, StateView::Tone::Secondary, m_kind.nothingInstalled);
+}
+
+void PackageListView::askToUninstall(const QString& name) {
+    if (m_showConfirmUninstall)
+        return;
+    m_showConfirmUninstall = name;
+    Alert::confirm(
+        this,
+        {.title = m_kind.uninstallTitle,
+         .message = L10n::confirmUninstall(name),
+         .destructive = L10n::uninstall(),
+         .cancel = L10n::cancel()},
+        [this, name] { uninstall(name); }, [this] { m_showConfirmUninstall.reset(); });
+}
+
+QCoro::Task<> PackageListView::uninstall(QString name) {
+    static_assert(takesParametersByValue<&PackageListView::uninstall>);
+    const QPointer brewManager(&manager());
+    // The page may be gone by then; the list is to be loaded all the same.
+    const auto load = m_kind.load;
+    if (co_await brewManager->uninstall(name, m_kind.type) && brewManager)
+        co_await load();
+}
+
+FormulaListView::FormulaListView(BrewManager& manager, PackageSelection& selection, QWidget* parent)
+    : PackageListView(manager, selection,
+                      {
+                          .type = PackageType::formula,
+                          .packages = manager.formulae,
+                          .isLoading = manager.isLoadingFormulae,
+                          .load = [&manager] { return manager.loadFormulae(); },
+                          .describe = toRow<FormulaRow>,
+                          .symbol = u"shippingbox"_s,
+                          .title = L10n::formulae(),
+                          .loading = L10n::loadingFormulae(),
+                          .nothingInstalled = L10n::noFormulaeInstalled(),
+                          .filterPlaceholder = L10n::filterFormulae(),
+                          .refreshHelp = L10n::refreshFormulaeList(),
+                          .uninstallTitle = L10n::uninstallPackage(),
+                      },
+                      parent) {}
+
+CaskListView::CaskListView(BrewManager& manager, PackageSelection& selection, QWidget* parent)
+    : PackageListView(manager, selection,
+                      {
+                          .type = PackageType::cask,
+                          .packages = manager.casks,
+                          .isLoading = manager.isLoadingCasks,
+                          .load = [&manager] { return manager.loadCasks(); },
+                          .describe = toRow<CaskRow>,
+                          .symbol = u"macwindow"_s,
+                          .title = L10n::casks(),
+                          .loading = L10n::loadingCasks(),
+                          .nothingInstalled = L10n::noCasksInstalled(),
+                          .filterPlaceholder = L10n::filterCasks(),
+                          .refreshHelp = L10n::refreshCaskList(),
+                          .uninstallTitle = L10n::uninstallCask(),
+                      },
+                      parent) {}

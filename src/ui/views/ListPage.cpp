@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "views/ListPage.h"
+
+#include "views/PackageSelection.h"
+#include "widgets/RowListView.h"
+#include "widgets/StateView.h"
+
+#include <QStackedLayout>
+
+using namespace Qt::StringLiterals;
+
+ListPage::ListPage(BrewManager& manager, PackageSelection* selection, const QString& name,
+                   int rowHeight, QWidget* parent)
+    : Page(manager, parent),
+      m_stack(new QStackedLayout(this)),
+      m_state(new StateView(this)),
+      m_list(new RowListView(rowHeight,
+                             selection == nullptr ? RowListView::Selectable::No
+                                                  : RowListView::Selectable::Yes,
+                             this)) {
+    m_list->setAccessibleName(name);
+    m_stack->addWidget(m_state);
+    m_stack->addWidget(m_list);
+    if (selection == nullptr)
+        return;
+    const auto select = [this, selection] { m_list->setSelectedId(selection->id()); };
+    select();
+    connect(selection, &PackageSelection::changed, this, select);
+    connect(m_list, &RowListView::rowChosen, selection, &PackageSelection::setId);
+}
+
+void ListPage::showList() {
+    m_stack->setCurrentWidget(m_list);
+}
+
+StateView& ListPage::showState() {
+    m_stack->setCurrentWidget(m_state);
+    return *m_state;
+}
+
+QString ListPage::counted(const QString& title, qsizetype count) {
+    return u"%1 (%2)"_s.arg(title, QString::number(count));
+}
