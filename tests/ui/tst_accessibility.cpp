@@ -171,7 +171,7 @@ void AccessibilityTest::readsTheDetail() {
     AppWindow app;
     app.showLoaded();
     AppScene::fill(app);
-    app.window.content()->selection().setId(u"formula-wget"_s);
+    app.window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
     const SheetDriver sheet(app.window);
     QStringList names;
     for (QWidget* const widget : sheet.panel().findChildren<QWidget*>()) {

@@ -105,7 +105,7 @@ void LanguageSwitchTest::bringsTheDetailInTheNewLanguage() {
     LangManager::shared().setCurrent(Lang::ko);
     QCOMPARE(SheetDriver(app.window).button(u"closeDetail"_s).text(), u"닫기"_s);
     QVERIFY(app.window.content()->showsDetail());
-    QCOMPARE(app.window.content()->selection().id(), u"formula-wget"_s);
+    QCOMPARE(app.window.content()->selection().selectedPackageID(), u"formula-wget"_s);
     Input::key(Qt::Key_Escape);
     QTRY_VERIFY(!SheetDriver::isOpen(app.window));
 }

@@ -348,9 +348,9 @@ void PackageListTest::choosesWhatIsClicked() {
     list.publish(window.manager, {list.package(u"jq"_s), list.package(u"wget"_s)});
     list.show(window);
     window.page().list().click(list.id(u"wget"_s));
-    QCOMPARE(window.selection.id(), list.id(u"wget"_s));
+    QCOMPARE(window.selection.selectedPackageID(), list.id(u"wget"_s));
     QTRY_COMPARE(window.page().list().selectedIds(), QStringList{list.id(u"wget"_s)});
-    window.selection.setId(std::nullopt);
+    window.selection.setSelectedPackageID(std::nullopt);
     QTRY_COMPARE(window.page().list().selectedIds(), QStringList());
 }
 

@@ -362,7 +362,7 @@ void SearchViewTest::choosesWhatIsClicked() {
     SearchWindow search;
     search.publish({wget, iina});
     search.list().click(u"cask-iina"_s);
-    QCOMPARE(search.window.selection.id(), u"cask-iina"_s);
+    QCOMPARE(search.window.selection.selectedPackageID(), u"cask-iina"_s);
     QTRY_COMPARE(search.list().selectedIds(), QStringList{u"cask-iina"_s});
 }
 

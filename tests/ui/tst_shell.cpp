@@ -201,14 +201,14 @@ void ShellTest::opensTheDetailOfAChosenRow() {
     app.showLoaded();
     QVERIFY(!SheetDriver::isOpen(app.window));
     app.page().list().click(u"formula-wget"_s);
-    QCOMPARE(app.window.content()->selection().id(), u"formula-wget"_s);
+    QCOMPARE(app.window.content()->selection().selectedPackageID(), u"formula-wget"_s);
     QVERIFY(app.window.content()->showsDetail());
     const SheetDriver sheet(app.window);
     QCOMPARE(require<QLabel>(sheet.panel(), u"detailName"_s).text(), u"wget"_s);
     QCOMPARE(sheet.button(u"closeDetail"_s).text(), u"Close"_s);
     QCOMPARE(app.page().list().selectedIds(), QStringList{u"formula-wget"_s});
     // Another selection is shown in the same sheet.
-    app.window.content()->selection().setId(u"formula-jq"_s);
+    app.window.content()->selection().setSelectedPackageID(u"formula-jq"_s);
     QTRY_COMPARE(require<QLabel>(sheet.panel(), u"detailName"_s).text(), u"jq"_s);
 }
 
@@ -233,7 +233,7 @@ void ShellTest::closesTheDetail() {
         close(app);
         QTRY_VERIFY(!SheetDriver::isOpen(app.window));
         QVERIFY(!app.window.content()->showsDetail());
-        QCOMPARE(app.window.content()->selection().id(), std::nullopt);
+        QCOMPARE(app.window.content()->selection().selectedPackageID(), std::nullopt);
         QTRY_COMPARE(app.page().list().selectedIds(), QStringList());
     }
 }
@@ -248,7 +248,7 @@ void ShellTest::closesTheDetailWithTheCategory() {
     Input::key(Qt::Key_2, Qt::ControlModifier);
     QCOMPARE(app.window.content()->selectedCategory(), SidebarCategory::casks);
     QTRY_VERIFY(!SheetDriver::isOpen(app.window));
-    QCOMPARE(app.window.content()->selection().id(), std::nullopt);
+    QCOMPARE(app.window.content()->selection().selectedPackageID(), std::nullopt);
     QVERIFY(!app.window.content()->showsDetail());
     QTRY_COMPARE(app.page().list().selectedIds(), QStringList());
 }
@@ -263,7 +263,7 @@ void ShellTest::keepsEverythingBehindASheetOutOfReach() {
     app.page().press(u"refreshButton"_s);
     app.page().list().click(u"formula-jq"_s);
     QCOMPARE(app.window.content()->selectedCategory(), SidebarCategory::formulae);
-    QCOMPARE(app.window.content()->selection().id(), u"formula-wget"_s);
+    QCOMPARE(app.window.content()->selection().selectedPackageID(), u"formula-wget"_s);
     QVERIFY(!*app.manager.isLoadingFormulae);
     // Nor do the keys lead there.
     for (int i = 0; i < 20; ++i) {

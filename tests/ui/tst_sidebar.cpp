@@ -232,7 +232,7 @@ void SidebarTest::choosesByClick() {
         QCOMPARE(app.window.content()->selectedCategory(), category);
         QCOMPARE(app.sidebar().selected(), localizedName(category));
     }
-    app.window.content()->selection().setId(u"formula-wget"_s);
+    app.window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
     QVERIFY(SheetDriver::isOpen(app.window));
     app.window.content()->setSelectedCategory(settings);
     QTRY_VERIFY(!SheetDriver::isOpen(app.window));

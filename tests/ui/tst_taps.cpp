@@ -163,7 +163,7 @@ void TapsTest::listsTheTaps() {
     QCOMPARE(row.actions.at(0).toolTip, u"Remove tap"_s);
     // There is nothing to be chosen: taps have no detail.
     window.list().click(u"a/b"_s);
-    QCOMPARE(window.window.selection.id(), std::nullopt);
+    QCOMPARE(window.window.selection.selectedPackageID(), std::nullopt);
     QCOMPARE(window.list().selectedIds(), QStringList());
 }
 

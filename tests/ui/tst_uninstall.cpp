@@ -51,7 +51,7 @@ void UninstallTest::asksFirst() {
     QCOMPARE(buttons, (QStringList{u"Cancel"_s, u"Uninstall"_s}));
     // Return must not destroy anything.
     QCOMPARE(alert.defaultButton(), u"Cancel"_s);
-    QCOMPARE(window.selection.id(), std::nullopt);
+    QCOMPARE(window.selection.selectedPackageID(), std::nullopt);
     QCOMPARE(window.brew.runs(), QStringList());
 }
 
@@ -206,7 +206,7 @@ void UninstallTest::asksFromTheKeyboardAndTheMenu() {
     const AlertDriver alert;
     QCOMPARE(alert.message(), u"Are you sure you want to uninstall wget?"_s);
     alert.escape();
-    QCOMPARE(window.selection.id(), std::nullopt);
+    QCOMPARE(window.selection.selectedPackageID(), std::nullopt);
 }
 
 void UninstallTest::asksOneQuestionAtATime() {

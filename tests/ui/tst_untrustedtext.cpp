@@ -259,8 +259,8 @@ void UntrustedTextTest::staysPlainInTheDetail() {
                               .dependencies = {text, u"b"_s, text}};
     app.manager.formulae.set({package});
     QCoreApplication::processEvents();
-    const double time =
-        timeToShow(app, [&] { app.window.content()->selection().setId(package.id()); });
+    const double time = timeToShow(
+        app, [&] { app.window.content()->selection().setSelectedPackageID(package.id()); });
     const SheetDriver sheet(app.window);
     verifyShown(app, time);
     for (const QLabel* const label : sheet.panel().findChildren<QLabel*>())

@@ -341,7 +341,7 @@ void UpdatesTest::choosesWhatIsClicked() {
     UpdatesWindow updates({wget}, {iina});
     updates.show();
     updates.list().click(u"cask-iina"_s);
-    QCOMPARE(updates.window.selection.id(), u"cask-iina"_s);
+    QCOMPARE(updates.window.selection.selectedPackageID(), u"cask-iina"_s);
     QTRY_COMPARE(updates.list().selectedIds(), QStringList{u"cask-iina"_s});
     QCOMPARE(updates.brew.runs(), QStringList());
 }

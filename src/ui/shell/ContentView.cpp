@@ -91,7 +91,7 @@ void ContentView::setSelectedCategory(std::optional<SidebarCategory> category) {
     if (category == m_selectedCategory || m_detailColumn == nullptr)
         return;
     m_selectedCategory = category;
-    m_selection.setId(std::nullopt);
+    m_selection.setSelectedPackageID(std::nullopt);
     m_sidebar->setSelection(category);
     showSelectedPage();
 }
@@ -106,11 +106,11 @@ void ContentView::updateSheet() {
     if (!showsDetail()) {
         closeSheet();
     } else if (m_sheet) {
-        m_sheet->detail()->setPackageID(*m_selection.id());
+        m_sheet->detail()->setPackageID(*m_selection.selectedPackageID());
     } else {
-        m_sheet = new DetailSheet(*m_selection.id(), manager(), window());
+        m_sheet = new DetailSheet(*m_selection.selectedPackageID(), manager(), window());
         connect(m_sheet, &Sheet::cancelRequested, this,
-                [this] { m_selection.setId(std::nullopt); });
+                [this] { m_selection.setSelectedPackageID(std::nullopt); });
     }
 }
 

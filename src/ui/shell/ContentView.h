@@ -33,7 +33,7 @@ public:
 
     [[nodiscard]] PackageSelection& selection() { return m_selection; }
 
-    [[nodiscard]] bool showsDetail() const { return m_selection.id().has_value(); }
+    [[nodiscard]] bool showsDetail() const { return m_selection.selectedPackageID().has_value(); }
 
     /// Null while there is no Homebrew.
     [[nodiscard]] DetailColumn* detailColumn() const { return m_detailColumn; }

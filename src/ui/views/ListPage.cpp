@@ -23,10 +23,12 @@ ListPage::ListPage(BrewManager& manager, PackageSelection* selection, const QStr
     m_stack->addWidget(m_list);
     if (selection == nullptr)
         return;
-    const auto select = [this, selection] { m_list->setSelectedId(selection->id()); };
+    const auto select = [this, selection] {
+        m_list->setSelectedId(selection->selectedPackageID());
+    };
     select();
     connect(selection, &PackageSelection::changed, this, select);
-    connect(m_list, &RowListView::rowChosen, selection, &PackageSelection::setId);
+    connect(m_list, &RowListView::rowChosen, selection, &PackageSelection::setSelectedPackageID);
 }
 
 void ListPage::showList() {

@@ -13,12 +13,14 @@ class PackageSelection final : public QObject {
 public:
     using QObject::QObject;
 
-    [[nodiscard]] const std::optional<QString>& id() const { return m_id; }
+    [[nodiscard]] const std::optional<QString>& selectedPackageID() const {
+        return m_selectedPackageID;
+    }
 
-    void setId(std::optional<QString> id) {
-        if (id == m_id)
+    void setSelectedPackageID(std::optional<QString> packageID) {
+        if (packageID == m_selectedPackageID)
             return;
-        m_id = std::move(id);
+        m_selectedPackageID = std::move(packageID);
         Q_EMIT changed();
     }
 
@@ -26,5 +28,5 @@ Q_SIGNALS:
     void changed();
 
 private:
-    std::optional<QString> m_id;
+    std::optional<QString> m_selectedPackageID;
 };

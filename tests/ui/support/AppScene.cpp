@@ -19,7 +19,7 @@ void choose(AppWindow& app, SidebarCategory category) {
 }
 
 void openDetail(AppWindow& app, const QString& id) {
-    app.window.content()->selection().setId(id);
+    app.window.content()->selection().setSelectedPackageID(id);
     (void)SheetDriver(app.window);
 }
 
