@@ -10,7 +10,7 @@
 #include "pages/PackageDetailView.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
-#include "widgets/Badge.h"
+#include "widgets/DetailBadge.h"
 #include "widgets/DetailRow.h"
 #include "widgets/FlowLayout.h"
 #include "widgets/Labels.h"
@@ -74,10 +74,10 @@ struct Detail final {
         return texts;
     }
 
-    [[nodiscard]] QList<Badge*> badges(bool areChips) const {
-        QList<Badge*> badges;
-        for (Badge* const badge : window.findChildren<Badge*>()) {
-            if ((badge->tone() == Badge::Tone::Neutral) == areChips)
+    [[nodiscard]] QList<DetailBadge*> badges(bool areChips) const {
+        QList<DetailBadge*> badges;
+        for (DetailBadge* const badge : window.findChildren<DetailBadge*>()) {
+            if ((badge->tone() == DetailBadge::Tone::Neutral) == areChips)
                 badges.append(badge);
         }
         return badges;
@@ -85,7 +85,7 @@ struct Detail final {
 
     [[nodiscard]] QStringList badgeTexts(bool areChips) const {
         QStringList texts;
-        for (const Badge* const badge : badges(areChips))
+        for (const DetailBadge* const badge : badges(areChips))
             texts.append(badge->text());
         return texts;
     }
@@ -199,29 +199,29 @@ void PackageDetailTest::leavesOutWhatIsNotKnown() {
 void PackageDetailTest::namesItsBadges_data() {
     QTest::addColumn<BrewPackage>("package");
     QTest::addColumn<QStringList>("texts");
-    QTest::addColumn<QList<Badge::Tone>>("tones");
-    using enum Badge::Tone;
+    QTest::addColumn<QList<DetailBadge::Tone>>("tones");
+    using enum DetailBadge::Tone;
     QTest::newRow("formula") << Samples::formula(u"wget"_s) << QStringList{u"Formula"_s, u"v1.1"_s}
-                             << QList<Badge::Tone>{Formula, Good};
+                             << QList<DetailBadge::Tone>{Formula, Good};
     QTest::newRow("outdated formula") << Samples::outdated(Samples::formula(u"wget"_s))
                                       << QStringList{u"Formula"_s, u"v1.1"_s, u"Update available"_s}
-                                      << QList<Badge::Tone>{Formula, Good, Outdated};
+                                      << QList<DetailBadge::Tone>{Formula, Good, Outdated};
     QTest::newRow("cask") << Samples::cask(u"iina"_s) << QStringList{u"Cask"_s, u"v1.1"_s}
-                          << QList<Badge::Tone>{Cask, Good};
+                          << QList<DetailBadge::Tone>{Cask, Good};
     BrewPackage unknown = Samples::formula(u"wget"_s);
     unknown.installedVersion.clear();
     QTest::newRow("version not known")
-        << unknown << QStringList{u"Formula"_s, u"v"_s} << QList<Badge::Tone>{Formula, Good};
+        << unknown << QStringList{u"Formula"_s, u"v"_s} << QList<DetailBadge::Tone>{Formula, Good};
 }
 
 void PackageDetailTest::namesItsBadges() {
     QFETCH(BrewPackage, package);
     QFETCH(QStringList, texts);
-    QFETCH(QList<Badge::Tone>, tones);
+    QFETCH(QList<DetailBadge::Tone>, tones);
     const Detail detail(package);
     QCOMPARE(detail.badgeTexts(false), texts);
-    QList<Badge::Tone> shown;
-    for (const Badge* const badge : detail.badges(false))
+    QList<DetailBadge::Tone> shown;
+    for (const DetailBadge* const badge : detail.badges(false))
         shown.append(badge->tone());
     QCOMPARE(shown, tones);
 }
@@ -384,7 +384,7 @@ void PackageDetailTest::letsALateReportOfTheLastPackageShow() {
 void PackageDetailTest::givesBadgesAndChipsTheirSizes() {
     const Detail detail(wget());
     for (const bool areChips : {false, true}) {
-        for (const Badge* const badge : detail.badges(areChips)) {
+        for (const DetailBadge* const badge : detail.badges(areChips)) {
             const QFontMetricsF metrics(badge->font());
             const double text = metrics.horizontalAdvance(badge->text());
             QCOMPARE(badge->width(), qCeil(text) + 2 * 8);
@@ -392,7 +392,7 @@ void PackageDetailTest::givesBadgesAndChipsTheirSizes() {
         }
     }
     // On a tint of 12 % of its own colour.
-    const Badge* const badge = detail.badges(false).constFirst();
+    const DetailBadge* const badge = detail.badges(false).constFirst();
     const QImage image = badge->window()->grab().toImage();
     const QPoint left = badge->mapTo(badge->window(), QPoint(3, badge->height() / 2));
     const QColor accent = Theme::light().accent;
@@ -410,11 +410,11 @@ void PackageDetailTest::wrapsItsChips() {
         package.dependencies.append(u"dependency-%1"_s.arg(i));
     const Detail detail(package);
     QVERIFY(detail.labels().contains(u"Dependencies (40)"_s));
-    const QList<Badge*> chips = detail.badges(true);
+    const QList<DetailBadge*> chips = detail.badges(true);
     QCOMPARE(chips.size(), 40);
     QCOMPARE(chips.at(1)->x(), chips.at(0)->geometry().right() + 1 + 6);
     QVERIFY(chips.constLast()->y() > chips.constFirst()->y());
-    for (const Badge* const chip : chips)
+    for (const DetailBadge* const chip : chips)
         QVERIFY(chip->geometry().right() <= chip->parentWidget()->width());
     QCOMPARE(require<QScrollArea>(detail.window).horizontalScrollBar()->maximum(), 0);
 }

@@ -7,7 +7,7 @@
 #include "UiTest.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
-#include "widgets/Badge.h"
+#include "widgets/DetailBadge.h"
 #include "widgets/RowListView.h"
 #include "widgets/Sheet.h"
 
@@ -59,7 +59,7 @@ Seen look(const QWidget& window) {
         add(widget->objectName(), *widget, widget->rect());
         if (const auto* const label = qobject_cast<const QLabel*>(widget))
             add(label->text(), *label, label->rect());
-        else if (const auto* const badge = qobject_cast<const Badge*>(widget))
+        else if (const auto* const badge = qobject_cast<const DetailBadge*>(widget))
             add(badge->text(), *badge, textPlace(*badge, badge->text()));
         else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget))
             add(button->text(), *button, textPlace(*button, button->text()));

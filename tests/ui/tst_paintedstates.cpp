@@ -144,7 +144,7 @@ void PaintedStatesTest::lightsALinkRow() {
 }
 
 void PaintedStatesTest::underlinesALink() {
-    m_app->window.content()->selection().setId(u"formula-wget"_s);
+    m_app->window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
     const auto& link = require<LinkButton>(SheetDriver(m_app->window).panel());
     const auto isShown = [&](bool isUnderlined) {
         QFont font = link.font();

@@ -10,7 +10,7 @@
 #include "UiTest.h"
 #include "shell/FailureStrip.h"
 #include "shell/OperationOverlay.h"
-#include "widgets/Badge.h"
+#include "widgets/DetailBadge.h"
 #include "widgets/Labels.h"
 #include "widgets/OutputText.h"
 #include "widgets/RowListView.h"
@@ -273,7 +273,7 @@ void UntrustedTextTest::staysPlainInTheDetail() {
         QCOMPARE(require<QAbstractButton>(sheet.panel(), u"homepageLink"_s).text(),
                  untrusted->shown);
     }
-    for (const Badge* const badge : sheet.panel().findChildren<Badge*>())
+    for (const DetailBadge* const badge : sheet.panel().findChildren<DetailBadge*>())
         QVERIFY(badge->geometry().right() <= badge->parentWidget()->width());
 }
 

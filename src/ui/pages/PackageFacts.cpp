@@ -5,8 +5,8 @@
 #include "BrewPackage.h"
 #include "L10n.h"
 #include "style/Typography.h"
-#include "widgets/Badge.h"
 #include "widgets/Boxes.h"
+#include "widgets/DetailBadge.h"
 #include "widgets/DetailRow.h"
 #include "widgets/DisplayText.h"
 #include "widgets/FlowLayout.h"
@@ -52,12 +52,12 @@ void PackageFacts::addHeader(const BrewPackage& package) {
     name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     name->setObjectName(u"detailName"_s);
 
-    QHBoxLayout* const badges =
-        Boxes::row(badgeSpacing, {isCask ? new Badge(L10n::cask(), Badge::Tone::Cask)
-                                         : new Badge(L10n::formula(), Badge::Tone::Formula),
-                                  new Badge(u'v' + package.installedVersion, Badge::Tone::Good)});
+    QHBoxLayout* const badges = Boxes::row(
+        badgeSpacing, {isCask ? new DetailBadge(L10n::cask(), DetailBadge::Tone::Cask)
+                              : new DetailBadge(L10n::formula(), DetailBadge::Tone::Formula),
+                       new DetailBadge(u'v' + package.installedVersion, DetailBadge::Tone::Good)});
     if (package.isOutdated)
-        badges->addWidget(new Badge(L10n::updateAvailable(), Badge::Tone::Outdated));
+        badges->addWidget(new DetailBadge(L10n::updateAvailable(), DetailBadge::Tone::Outdated));
     badges->addStretch();
 
     auto* const icon = new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize,
@@ -102,7 +102,7 @@ void PackageFacts::addDependencies(const BrewPackage& package) {
         makeBlock(L10n::dependencies(static_cast<int>(package.dependencies.size())), spacing);
     auto* const chips = new FlowLayout(spacing);
     for (const QString& dependency : package.dependencies)
-        chips->addWidget(new Badge(dependency, Badge::Tone::Neutral));
+        chips->addWidget(new DetailBadge(dependency, DetailBadge::Tone::Neutral));
     block->addLayout(chips);
     m_layout->addLayout(block);
 }

@@ -2,7 +2,7 @@
 #include "ControlTree.h"
 
 #include "shell/OperationOverlay.h"
-#include "widgets/Badge.h"
+#include "widgets/DetailBadge.h"
 #include "widgets/Labels.h"
 #include "widgets/Links.h"
 #include "widgets/Sheet.h"
@@ -37,7 +37,7 @@ QList<QWidget*> visibleBelow(const QWidget& root) {
 bool isControl(const QWidget* widget) {
     return qobject_cast<const QLabel*>(widget) || qobject_cast<const QAbstractButton*>(widget) ||
            qobject_cast<const QLineEdit*>(widget) || qobject_cast<const SymbolLabel*>(widget) ||
-           qobject_cast<const Spinner*>(widget) || qobject_cast<const Badge*>(widget) ||
+           qobject_cast<const Spinner*>(widget) || qobject_cast<const DetailBadge*>(widget) ||
            (qobject_cast<const QAbstractScrollArea*>(widget) &&
             !qobject_cast<const QScrollArea*>(widget));
 }
@@ -168,7 +168,7 @@ QString ControlTree::clippedTexts(const QWidget& root) {
         } else if (const auto* link = qobject_cast<const LinkRow*>(widget))
             needed = {link->fontMetrics().horizontalAdvance(link->text()) + 2 * 12 + 2 * 20 + 2 * 8,
                       link->fontMetrics().height()};
-        else if (const auto* badge = qobject_cast<const Badge*>(widget))
+        else if (const auto* badge = qobject_cast<const DetailBadge*>(widget))
             needed = badge->sizeHint();
         else if (const auto* button = qobject_cast<const QAbstractButton*>(widget);
                  button != nullptr && !button->text().isEmpty())

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "widgets/Badge.h"
+#include "widgets/DetailBadge.h"
 
 #include "style/Painting.h"
 #include "style/Theme.h"
@@ -18,22 +18,22 @@ struct Look {
     QColor fill;
 };
 
-Look lookOf(Badge::Tone tone, const Theme& theme) {
+Look lookOf(DetailBadge::Tone tone, const Theme& theme) {
     constexpr double tint = 0.12;
     constexpr double chipTint = 0.1;
     const auto tinted = [](const QColor& color, const QColor& text) {
         return Look{text, withOpacity(color, tint)};
     };
     switch (tone) {
-    case Badge::Tone::Formula:
+    case DetailBadge::Tone::Formula:
         return tinted(theme.accent, theme.accent);
-    case Badge::Tone::Cask:
+    case DetailBadge::Tone::Cask:
         return tinted(theme.cask, theme.cask);
-    case Badge::Tone::Good:
+    case DetailBadge::Tone::Good:
         return tinted(theme.good, theme.goodOnTint);
-    case Badge::Tone::Outdated:
+    case DetailBadge::Tone::Outdated:
         return tinted(theme.outdated, theme.outdatedOnTint);
-    case Badge::Tone::Neutral:
+    case DetailBadge::Tone::Neutral:
         break;
     }
     return {theme.text, withOpacity(theme.secondaryText, chipTint)};
@@ -41,7 +41,7 @@ Look lookOf(Badge::Tone tone, const Theme& theme) {
 
 } // namespace
 
-Badge::Badge(QString text, Tone tone, QWidget* parent)
+DetailBadge::DetailBadge(QString text, Tone tone, QWidget* parent)
     : QWidget(parent), m_text(DisplayText::line(text)), m_tone(tone) {
     setFont(tone == Tone::Neutral ? Typography::font(Typography::caption)
                                   : Typography::digits(11, QFont::Medium));
@@ -49,7 +49,7 @@ Badge::Badge(QString text, Tone tone, QWidget* parent)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
-QSize Badge::sizeHint() const {
+QSize DetailBadge::sizeHint() const {
     const int paddingY = m_tone == Tone::Neutral ? 3 : 2;
     // A name of absurd length is cut rather than widening the pane.
     constexpr int widest = 400;
@@ -57,7 +57,7 @@ QSize Badge::sizeHint() const {
             fontMetrics().height() + 2 * paddingY};
 }
 
-void Badge::paintEvent(QPaintEvent*) {
+void DetailBadge::paintEvent(QPaintEvent*) {
     const Look look = lookOf(m_tone, Theme::of(this));
     QPainter painter(this);
     Painting::fillRounded(&painter, rect(), radius, look.fill);

@@ -4,13 +4,13 @@
 #include <QWidget>
 
 /// A short text on a tint of its own colour, or a chip in the neutral one.
-class Badge final : public QWidget {
+class DetailBadge final : public QWidget {
     Q_OBJECT
 
 public:
     enum class Tone { Formula, Cask, Good, Outdated, Neutral };
 
-    Badge(QString text, Tone tone, QWidget* parent = nullptr);
+    DetailBadge(QString text, Tone tone, QWidget* parent = nullptr);
 
     [[nodiscard]] QString text() const { return m_text; }
 
