@@ -490,7 +490,7 @@ void PaintedPagesTest::fillsItsSurfaces_data() {
         add(u"settings"_s, u"English"_s, {0, 1}, theme.segment);
         add(u"settings"_s, u"日本語"_s, {0, 1}, theme.trough);
         // Badges have round corners.
-        add(u"detail of a formula"_s, u"Badge"_s, {0, 0}, theme.content);
+        add(u"detail of a formula"_s, u"DetailBadge"_s, {0, 0}, theme.content);
         add(u"settings with outputs"_s, u"OutputText"_s, {-20, 3}, theme.output);
         add(u"detail of a formula"_s, u"SheetFooter"_s, {20, 20}, theme.sidebar);
         add(u"detail of a formula"_s, u"SheetFooter"_s, {20, 0}, lined(theme.sidebar));

@@ -10,8 +10,7 @@
 #include "UiTest.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
-#include "widgets/LinkButton.h"
-#include "widgets/LinkRow.h"
+#include "widgets/Links.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 
