@@ -41,8 +41,10 @@ QList<Pixel> pixelsOf(const QImage& drawing, const QColor& below) {
         for (int x = 0; x < drawing.width(); ++x)
             pixels.append({{x, y}, drawing.pixel(x, y)});
     }
-    std::ranges::stable_partition(
-        pixels, [&below](const Pixel& pixel) { return !areAlike(pixel.color, below.rgb()); });
+    // Not of std::ranges, whose ranges as results clang 14 can't read from GCC 12's library.
+    std::stable_partition(pixels.begin(), pixels.end(), [&below](const Pixel& pixel) {
+        return !areAlike(pixel.color, below.rgb());
+    });
     return pixels;
 }
 
