@@ -47,7 +47,8 @@ RowListView::RowListView(int itemHeight, Selectable selectable, QWidget* parent)
 void RowListView::setRows(QList<RowSection> sections) {
     sections.removeIf([](const RowSection& section) { return section.count == 0; });
     if (m_model.hasRowsOf(sections)) {
-        m_model.refresh();
+        // Were the model to say that its rows have changed, the view would go through all of them.
+        viewport()->update();
         return;
     }
     const QString currentId = m_model.row(currentIndex()).id;
@@ -233,12 +234,6 @@ void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& 
     m_currentAction.reset();
     QListView::currentChanged(current, previous);
     viewport()->update();
-}
-
-void RowListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                              const QList<int>& roles) {
-    // Without the list view's own answer, a new layout of all rows: they keep their heights.
-    QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
 }
 
 QModelIndex RowListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

@@ -28,11 +28,6 @@ void RowModel::reset(QList<RowSection> sections) {
     endResetModel();
 }
 
-void RowModel::refresh() {
-    if (m_count > 0)
-        Q_EMIT dataChanged(index(0), index(m_count - 1));
-}
-
 RowModel::Position RowModel::positionOf(int row) const {
     auto section = m_sections.cbegin();
     for (; row >= headingsOf(*section) + section->count; ++section)

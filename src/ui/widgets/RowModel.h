@@ -35,9 +35,6 @@ public:
     [[nodiscard]] bool hasRowsOf(const QList<RowSection>& sections) const;
     /// Replaces all rows; no section is empty.
     void reset(QList<RowSection> sections);
-    /// The same rows, some of which look different now.
-    void refresh();
-
     [[nodiscard]] bool hasHeadings() const;
     [[nodiscard]] Row row(const QModelIndex& index) const;
     /// The index of the row with this id, or an invalid one.
