@@ -77,14 +77,15 @@ void PackageListView::render() {
         m_packages = packages;
         m_filteredBy = searchText();
         m_filteredPackages = filtered(m_packages, m_filteredBy);
+        const auto describe = [this, owner = m_packages](const BrewPackage* package) {
+            return m_kind.describe(*package,
+                                   [this, name = package->name] { askToUninstall(name); });
+        };
+        list().setRows({section(m_filteredPackages, describe)});
     }
     setTitle(counted(m_kind.title, m_filteredPackages.size()));
     m_refreshButton->setEnabled(!*m_kind.isLoading);
     m_searchField->setVisible(!packages.isEmpty());
-    const auto describe = [this, owner = m_packages](const BrewPackage* package) {
-        return m_kind.describe(*package, [this, name = package->name] { askToUninstall(name); });
-    };
-    list().setRows({section(m_filteredPackages, describe)});
     if (!packages.isEmpty())
         showList();
     else if (*m_kind.isLoading)
