@@ -5,6 +5,7 @@
 #include "Painted.h"
 #include "Pixels.h"
 #include "UiTest.h"
+#include "style/Look.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/DetailBadge.h"
@@ -113,6 +114,8 @@ Seen lookAt(const QString& name) {
     scene->enter(app);
     if (!QTest::qWaitFor([&app] { return isAtRest(app.window); }))
         qFatal("The sheet doesn't come to rest");
+    // What has got another text is laid out anew in the next turn.
+    QCoreApplication::processEvents();
     return look(app.window);
 }
 
@@ -121,7 +124,7 @@ const Seen& seenIn(const QString& scene, bool isDark) {
     static QHash<std::pair<QString, bool>, Seen> all;
     const std::pair key(scene, isDark);
     if (!all.contains(key)) {
-        UiTest::setDark(isDark);
+        Look::setDark(isDark);
         all.insert(key, lookAt(scene));
     }
     return all[key];
@@ -167,7 +170,7 @@ class PaintedPagesTest final : public QObject {
 
 private Q_SLOTS:
 
-    void cleanupTestCase() { UiTest::setDark(false); }
+    void cleanupTestCase() { Look::setDark(false); }
 
     void drawsItsSymbols_data();
     void drawsItsSymbols();
@@ -485,16 +488,16 @@ void PaintedPagesTest::fillsItsSurfaces_data() {
         add(u"formulae"_s, u"QSplitterHandle"_s, {2, 300}, lined(theme.sidebar));
         add(u"failure"_s, u"failureStrip"_s, {1, 1}, theme.failure);
         add(u"failure"_s, u"failureStrip"_s, {300, -1}, lined(theme.failure));
-        add(u"settings"_s, u"HairlineDivider"_s, {100, 0}, lined(theme.content));
+        add(u"settings"_s, u"hairline"_s, {100, 0}, lined(theme.content));
         add(u"settings"_s, u"languagePicker"_s, {100, 1}, theme.trough);
         add(u"settings"_s, u"English"_s, {0, 1}, theme.segment);
         add(u"settings"_s, u"日本語"_s, {0, 1}, theme.trough);
         // Badges have round corners.
         add(u"detail of a formula"_s, u"DetailBadge"_s, {0, 0}, theme.content);
         add(u"settings with outputs"_s, u"OutputText"_s, {-20, 3}, theme.output);
-        add(u"detail of a formula"_s, u"SheetFooter"_s, {20, 20}, theme.sidebar);
-        add(u"detail of a formula"_s, u"SheetFooter"_s, {20, 0}, lined(theme.sidebar));
-        add(u"detail of a formula"_s, u"HairlineDivider"_s, {100, 0}, lined(theme.content));
+        add(u"detail of a formula"_s, u"sheetFooter"_s, {20, 20}, theme.sidebar);
+        add(u"detail of a formula"_s, u"sheetFooter"_s, {20, 0}, lined(theme.sidebar));
+        add(u"detail of a formula"_s, u"hairline"_s, {100, 0}, lined(theme.content));
         add(u"detail of a formula"_s, u"sheet"_s, {2, 400}, Pixels::on(theme.sidebar, theme.scrim));
         // The chosen row, dimmed by the sheet that it has opened.
         add(u"detail of a formula"_s, u"formula-wget"_s, {-12, 24},
@@ -536,7 +539,7 @@ void PaintedPagesTest::hasItsSizes_data() {
     add(u"failure"_s, u"closeFailure"_s, {24, 24});
     add(u"overlay"_s, u"Spinner"_s, {14, 14});
     add(u"add tap"_s, u"tapNameField"_s, {300, 30});
-    add(u"detail of a formula"_s, u"SheetFooter"_s, {560, 52});
+    add(u"detail of a formula"_s, u"sheetFooter"_s, {560, 52});
 }
 
 void PaintedPagesTest::hasItsSizes() {

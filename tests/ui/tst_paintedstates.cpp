@@ -8,6 +8,7 @@
 #include "Samples.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "style/Look.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Links.h"
@@ -69,7 +70,7 @@ void PaintedStatesTest::initTestCase_data() {
 
 void PaintedStatesTest::init() {
     QFETCH_GLOBAL(bool, isDark);
-    UiTest::setDark(isDark);
+    Look::setDark(isDark);
     m_theme = isDark ? &Theme::dark() : &Theme::light();
     m_app = std::make_unique<AppWindow>();
     m_app->showLoaded();
@@ -83,7 +84,7 @@ void PaintedStatesTest::cleanup() {
 }
 
 void PaintedStatesTest::cleanupTestCase() {
-    UiTest::setDark(false);
+    Look::setDark(false);
 }
 
 void PaintedStatesTest::show(SidebarCategory category) {

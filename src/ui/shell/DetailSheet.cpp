@@ -24,6 +24,7 @@ public:
     explicit Footer(QWidget* button) {
         constexpr int height = 52;
         constexpr int margin = 14;
+        setObjectName(u"sheetFooter"_s);
         setFixedHeight(height);
         setLayout(Boxes::row(0, {Boxes::stretch(), button}, {margin, 0, margin, 0}));
     }

@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QScrollArea>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 class Hairline final : public QWidget {
@@ -53,7 +55,9 @@ QVBoxLayout* Boxes::column(int spacing, std::initializer_list<Item> items, QMarg
 }
 
 QWidget* Boxes::hairline() {
-    return new Hairline;
+    auto* const line = new Hairline;
+    line->setObjectName(u"hairline"_s);
+    return line;
 }
 
 QScrollArea* Boxes::scrolling(QWidget* content) {
