@@ -1,36 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "Lang.h"
 
-using namespace Qt::StringLiterals;
+namespace {
+
+struct Names final {
+    QStringView code;
+    QStringView own;
+};
+
+/// In the order of Lang.
+constexpr Names allNames[]{{u"ko", u"한국어"}, {u"en", u"English"}, {u"ja", u"日本語"}};
+static_assert(std::size(allNames) == allLangs.size());
+
+const Names& namesOf(Lang lang) {
+    return allNames[static_cast<std::size_t>(lang)];
+}
+
+} // namespace
 
 QString rawValue(Lang lang) {
-    switch (lang) {
-    case Lang::ko:
-        return u"ko"_s;
-    case Lang::en:
-        return u"en"_s;
-    case Lang::ja:
-        break;
-    }
-    return u"ja"_s;
+    return namesOf(lang).code.toString();
 }
 
 std::optional<Lang> langFromRawValue(QStringView code) {
     for (const Lang lang : allLangs) {
-        if (code == rawValue(lang))
+        if (code == namesOf(lang).code)
             return lang;
     }
     return std::nullopt;
 }
 
 QString displayName(Lang lang) {
-    switch (lang) {
-    case Lang::ko:
-        return u"한국어"_s;
-    case Lang::en:
-        return u"English"_s;
-    case Lang::ja:
-        break;
-    }
-    return u"日本語"_s;
+    return namesOf(lang).own.toString();
 }

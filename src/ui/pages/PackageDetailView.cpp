@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "pages/PackageDetailView.h"
 
+#include "Addresses.h"
 #include "BrewManager.h"
 #include "CoroutineParameters.h"
 #include "L10n.h"
-#include "pages/PackageFacts.h"
+#include "style/Typography.h"
 #include "widgets/Boxes.h"
+#include "widgets/DetailBadge.h"
+#include "widgets/DetailRow.h"
+#include "widgets/DisplayText.h"
+#include "widgets/FlowLayout.h"
 #include "widgets/Labels.h"
+#include "widgets/Links.h"
 #include "widgets/OutputText.h"
 #include "widgets/Spinner.h"
 #include "widgets/StateView.h"
@@ -14,10 +20,99 @@
 #include <QPointer>
 #include <QScrollArea>
 #include <QStackedLayout>
+#include <QUrl>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int sectionSpacing = 16;
+
+/// A block of a headline and what belongs to it.
+QVBoxLayout* makeBlock(const QString& headline, int spacing) {
+    const QFont font = Typography::digits(Typography::body, QFont::DemiBold);
+    return Boxes::column(spacing, {new PlainLabel(headline, font)});
+}
+
+QLayout* headerOf(const BrewPackage& package) {
+    constexpr int iconSize = 36;
+    constexpr int iconSpacing = 14;
+    constexpr int nameSpacing = 6;
+    constexpr int badgeSpacing = 6;
+    const bool isCask = package.type == PackageType::cask;
+
+    auto* const name = new ElidedLabel(Typography::font(Typography::pageTitle, QFont::Bold));
+    name->setFullText(package.name);
+    name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    name->setObjectName(u"detailName"_s);
+
+    QHBoxLayout* const badges = Boxes::row(
+        badgeSpacing, {isCask ? new DetailBadge(L10n::cask(), DetailBadge::Tone::Cask)
+                              : new DetailBadge(L10n::formula(), DetailBadge::Tone::Formula),
+                       new DetailBadge(u'v' + package.installedVersion, DetailBadge::Tone::Good)});
+    if (package.isOutdated)
+        badges->addWidget(new DetailBadge(L10n::updateAvailable(), DetailBadge::Tone::Outdated));
+    badges->addStretch();
+
+    auto* const icon = new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize,
+                                       SymbolLabel::Tone::Accent);
+    return Boxes::row(iconSpacing, {icon, {Boxes::column(nameSpacing, {name, badges}), 1}});
+}
+
+QLayout* descriptionOf(const BrewPackage& package) {
+    constexpr int spacing = 4;
+    auto* const text = new PlainLabel(DisplayText::paragraph(DisplayText::line(package.desc)));
+    text->setWordWrap(true);
+    text->setObjectName(u"detailDescription"_s);
+    QVBoxLayout* const block = makeBlock(L10n::description(), spacing);
+    block->addWidget(text);
+    return block;
+}
+
+QLayout* detailsOf(const BrewPackage& package) {
+    constexpr int spacing = 8;
+    QVBoxLayout* const block = makeBlock(L10n::details(), spacing);
+    block->addWidget(new DetailRow(L10n::name(), package.fullName));
+    block->addWidget(new DetailRow(L10n::version(), package.version));
+    block->addWidget(new DetailRow(L10n::installedVersion(), package.installedVersion));
+    if (!package.homepage.isEmpty()) {
+        const bool isAddress = QUrl(package.homepage, QUrl::StrictMode).isValid();
+        auto* const link =
+            new LinkButton(package.homepage, isAddress ? package.homepage : Addresses::homebrew);
+        link->setObjectName(u"homepageLink"_s);
+        block->addWidget(new DetailRow(L10n::homepage(), link));
+    }
+    return block;
+}
+
+QLayout* dependenciesOf(const BrewPackage& package) {
+    constexpr int spacing = 6;
+    auto* const chips = new FlowLayout(spacing);
+    for (const QString& dependency : package.dependencies)
+        chips->addWidget(new DetailBadge(dependency, DetailBadge::Tone::Neutral));
+    QVBoxLayout* const block =
+        makeBlock(L10n::dependencies(static_cast<int>(package.dependencies.size())), spacing);
+    block->addLayout(chips);
+    return block;
+}
+
+/// What is known of the package without asking brew again.
+QWidget* makeFacts(const BrewPackage& package) {
+    QVBoxLayout* const layout =
+        Boxes::column(sectionSpacing, {headerOf(package), Boxes::hairline()});
+    if (!package.desc.isEmpty())
+        layout->addLayout(descriptionOf(package));
+    layout->addLayout(detailsOf(package));
+    if (!package.dependencies.isEmpty())
+        layout->addLayout(dependenciesOf(package));
+    auto* const facts = new QWidget;
+    facts->setLayout(layout);
+    return facts;
+}
+
+} // namespace
 
 PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QWidget* parent)
     : View(manager, parent),
@@ -25,7 +120,6 @@ PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QW
       m_stack(new QStackedLayout(this)),
       m_notFound(new StateView(this)) {
     constexpr int padding = 16;
-    constexpr int sectionSpacing = 16;
     constexpr int reportSpacing = 6;
     constexpr int rowSpacing = 8;
 
@@ -89,7 +183,7 @@ void PackageDetailView::render() {
 void PackageDetailView::showPackage(const BrewPackage& package) {
     m_shown = package;
     delete m_facts;
-    m_facts = new PackageFacts(package);
+    m_facts = makeFacts(package);
     m_layout->insertWidget(0, m_facts);
     setAccessibleName(package.name);
 }

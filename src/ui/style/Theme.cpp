@@ -5,89 +5,46 @@
 
 namespace {
 
-QColor black(double opacity) {
-    return withOpacity(Qt::black, opacity);
-}
-
-QColor white(double opacity) {
-    return withOpacity(Qt::white, opacity);
-}
-
-Theme makeLight() {
-    const QColor text(0x1C1E21);
-    const QColor accent(0x0B62D6);
-    const QColor amber(0xF59E0B);
-    return {
-        .content = QColor(0xFFFFFF),
-        .sidebar = QColor(0xF3F4F6),
-        .field = QColor(0xFFFFFF),
-        .text = text,
-        .secondaryText = QColor(0x656A72),
-        .hairline = black(0.08),
-        .fieldBorder = black(0.12),
-        .accent = accent,
-        .onAccent = QColor(0xFFFFFF),
-        .selection = withOpacity(accent, 0.12),
-        .hover = black(0.04),
-        .pressed = black(0.08),
-        .outdated = QColor(0xB45309),
-        .outdatedTag = withOpacity(amber, 0.15),
-        .neutralTag = withOpacity(QColor(0x6B7078), 0.15),
-        .countPill = QColor(0xC2570C),
-        .onCountPill = QColor(0xFFFFFF),
-        .good = QColor(0x15803D),
-        .cask = QColor(0x7C3AED),
-        .destructive = QColor(0xD0312D),
-        .secondaryOnTint = QColor(0x565B63),
-        .outdatedOnTint = QColor(0x9A4408),
-        .goodOnTint = QColor(0x146C35),
-        .output = QColor(0xF5F6F8),
-        .failure = QColor(0xFDEFDC),
-        .scrim = black(0.28),
-        .sheetShadow = black(0.30),
-        .overlayShadow = black(0.33),
-        .overlay = withOpacity(QColor(0xFFFFFF), 0.94),
-        .trough = QColor(0xE9EAEB),
-        .segment = QColor(0xFFFFFF),
+/// Both themes side by side: every colour as it is in light and in dark surroundings.
+Theme makeTheme(bool isDark) {
+    const auto pick = [isDark](QRgb light, QRgb dark) { return QColor(isDark ? dark : light); };
+    const auto shade = [isDark](QColor color, double light, double dark) {
+        return withOpacity(color, isDark ? dark : light);
     };
-}
-
-Theme makeDark() {
-    const QColor text(0xECEEF1);
-    const QColor accent(0x5AA2FF);
-    const QColor amber(0xF59E0B);
+    const QColor ink = pick(0x000000, 0xFFFFFF);
+    const QColor accent = pick(0x0B62D6, 0x5AA2FF);
     return {
-        .content = QColor(0x1E1F22),
-        .sidebar = QColor(0x26282C),
-        .field = QColor(0x2C2E33),
-        .text = text,
-        .secondaryText = QColor(0xA0A6B0),
-        .hairline = white(0.09),
-        .fieldBorder = white(0.15),
+        .content = pick(0xFFFFFF, 0x1E1F22),
+        .sidebar = pick(0xF3F4F6, 0x26282C),
+        .field = pick(0xFFFFFF, 0x2C2E33),
+        .text = pick(0x1C1E21, 0xECEEF1),
+        .secondaryText = pick(0x656A72, 0xA0A6B0),
+        .hairline = shade(ink, 0.08, 0.09),
+        .fieldBorder = shade(ink, 0.12, 0.15),
         .accent = accent,
-        .onAccent = QColor(0x10233D),
-        .selection = withOpacity(accent, 0.18),
-        .hover = white(0.05),
-        .pressed = white(0.09),
-        .outdated = QColor(0xFBAB4A),
-        .outdatedTag = withOpacity(amber, 0.15),
-        .neutralTag = withOpacity(QColor(0x9AA0AA), 0.15),
+        .onAccent = pick(0xFFFFFF, 0x10233D),
+        .selection = shade(accent, 0.12, 0.18),
+        .hover = shade(ink, 0.04, 0.05),
+        .pressed = shade(ink, 0.08, 0.09),
+        .outdated = pick(0xB45309, 0xFBAB4A),
+        .outdatedTag = withOpacity(QColor(0xF59E0B), 0.15),
+        .neutralTag = withOpacity(pick(0x6B7078, 0x9AA0AA), 0.15),
         .countPill = QColor(0xC2570C),
         .onCountPill = QColor(0xFFFFFF),
-        .good = QColor(0x5DD68A),
-        .cask = QColor(0xB798FF),
-        .destructive = QColor(0xFF6B66),
-        .secondaryOnTint = QColor(0xB4B9C2),
-        .outdatedOnTint = QColor(0xFBAB4A),
-        .goodOnTint = QColor(0x5DD68A),
-        .output = QColor(0x26282C),
-        .failure = QColor(0x3A2E1D),
-        .scrim = black(0.50),
-        .sheetShadow = black(0.55),
-        .overlayShadow = black(0.33),
-        .overlay = withOpacity(QColor(0x1E1F22), 0.94),
-        .trough = QColor(0x2C2E33),
-        .segment = QColor(0x4A4D55),
+        .good = pick(0x15803D, 0x5DD68A),
+        .cask = pick(0x7C3AED, 0xB798FF),
+        .destructive = pick(0xD0312D, 0xFF6B66),
+        .secondaryOnTint = pick(0x565B63, 0xB4B9C2),
+        .outdatedOnTint = pick(0x9A4408, 0xFBAB4A),
+        .goodOnTint = pick(0x146C35, 0x5DD68A),
+        .output = pick(0xF5F6F8, 0x26282C),
+        .failure = pick(0xFDEFDC, 0x3A2E1D),
+        .scrim = shade(Qt::black, 0.28, 0.50),
+        .sheetShadow = shade(Qt::black, 0.30, 0.55),
+        .overlayShadow = withOpacity(Qt::black, 0.33),
+        .overlay = withOpacity(pick(0xFFFFFF, 0x1E1F22), 0.94),
+        .trough = pick(0xE9EAEB, 0x2C2E33),
+        .segment = pick(0xFFFFFF, 0x4A4D55),
     };
 }
 
@@ -99,12 +56,12 @@ QColor withOpacity(QColor color, double opacity) {
 }
 
 const Theme& Theme::light() {
-    static const Theme theme = makeLight();
+    static const Theme theme = makeTheme(false);
     return theme;
 }
 
 const Theme& Theme::dark() {
-    static const Theme theme = makeDark();
+    static const Theme theme = makeTheme(true);
     return theme;
 }
 
