@@ -9,7 +9,6 @@
 #include "widgets/IconButton.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
-#include "widgets/StateView.h"
 
 #include <QLocale>
 #include <QPointer>
@@ -89,9 +88,9 @@ void PackageListView::render() {
     if (!packages.isEmpty())
         showList();
     else if (*m_kind.isLoading)
-        showState().showBusy(m_kind.loading);
+        showBusy(m_kind.loading);
     else
-        showState().showSymbol(m_kind.symbol, StateView::Tone::Secondary, m_kind.nothingInstalled);
+        showSymbol(m_kind.symbol, StateView::Tone::Secondary, m_kind.nothingInstalled);
 }
 
 void PackageListView::askToUninstall(const QString& name) {

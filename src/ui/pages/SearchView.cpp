@@ -7,7 +7,6 @@
 #include "pages/PackageRows.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
-#include "widgets/StateView.h"
 
 #include <QPointer>
 
@@ -75,11 +74,10 @@ void SearchView::render() {
     if (!results.isEmpty())
         showList();
     else if (*manager().isSearching)
-        showState().showBusy(L10n::searching());
+        showBusy(L10n::searching());
     else
-        showState().showSymbol(u"magnifyingglass"_s, StateView::Tone::Secondary,
-                               searchText().isEmpty() ? L10n::typeToSearch()
-                                                      : L10n::noResultsFound());
+        showSymbol(u"magnifyingglass"_s, StateView::Tone::Secondary,
+                   searchText().isEmpty() ? L10n::typeToSearch() : L10n::noResultsFound());
 }
 
 QCoro::Task<> SearchView::install(SearchResult result) {

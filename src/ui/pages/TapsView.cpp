@@ -9,7 +9,6 @@
 #include "widgets/Alert.h"
 #include "widgets/IconButton.h"
 #include "widgets/RowListView.h"
-#include "widgets/StateView.h"
 
 using namespace Qt::StringLiterals;
 
@@ -61,10 +60,10 @@ void TapsView::render() {
     if (!taps.isEmpty())
         showList();
     else if (*manager().isLoadingTaps)
-        showState().showBusy(L10n::loadingTaps());
+        showBusy(L10n::loadingTaps());
     else
-        showState().showSymbol(u"list.bullet"_s, StateView::Tone::Secondary,
-                               L10n::noTapsConfigured(), StateView::TextSize::Title);
+        showSymbol(u"list.bullet"_s, StateView::Tone::Secondary, L10n::noTapsConfigured(),
+                   StateView::TextSize::Title);
 }
 
 void TapsView::showAddSheet() {

@@ -10,7 +10,6 @@
 #include "widgets/DisplayText.h"
 #include "widgets/IconButton.h"
 #include "widgets/RowListView.h"
-#include "widgets/StateView.h"
 
 #include <QPointer>
 #include <QPushButton>
@@ -66,10 +65,10 @@ void UpdatesView::render() {
     if (total > 0)
         showList();
     else if (*manager().isLoadingOutdated)
-        showState().showBusy(L10n::checkingForUpdates());
+        showBusy(L10n::checkingForUpdates());
     else
-        showState().showSymbol(u"checkmark.circle"_s, StateView::Tone::Good, L10n::allUpToDate(),
-                               StateView::TextSize::Title);
+        showSymbol(u"checkmark.circle"_s, StateView::Tone::Good, L10n::allUpToDate(),
+                   StateView::TextSize::Title);
 }
 
 QCoro::Task<> UpdatesView::upgradePackage(OutdatedPackage package) {

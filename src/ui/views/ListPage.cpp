@@ -3,7 +3,6 @@
 
 #include "views/PackageSelection.h"
 #include "widgets/RowListView.h"
-#include "widgets/StateView.h"
 
 #include <QStackedLayout>
 
@@ -35,9 +34,16 @@ void ListPage::showList() {
     m_stack->setCurrentWidget(m_list);
 }
 
-StateView& ListPage::showState() {
+void ListPage::showBusy(const QString& text) {
+    // Before it is shown, so that it is laid out by then.
+    m_state->showBusy(text);
     m_stack->setCurrentWidget(m_state);
-    return *m_state;
+}
+
+void ListPage::showSymbol(const QString& symbol, StateView::Tone tone, const QString& text,
+                          StateView::TextSize size) {
+    m_state->showSymbol(symbol, tone, text, size);
+    m_stack->setCurrentWidget(m_state);
 }
 
 QString ListPage::counted(const QString& title, qsizetype count) {

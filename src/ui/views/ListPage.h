@@ -3,11 +3,11 @@
 
 #include "views/Page.h"
 #include "widgets/RowModel.h"
+#include "widgets/StateView.h"
 
 class PackageSelection;
 class QStackedLayout;
 class RowListView;
-class StateView;
 
 /// A page that consists of a list, or of a word on why there is none.
 class ListPage : public Page {
@@ -20,8 +20,10 @@ protected:
 
     /// Shows the list.
     void showList();
-    /// Shows the state, which the caller describes.
-    StateView& showState();
+    /// Show the state instead.
+    void showBusy(const QString& text);
+    void showSymbol(const QString& symbol, StateView::Tone tone, const QString& text,
+                    StateView::TextSize size = StateView::TextSize::Body);
 
     [[nodiscard]] RowListView& list() const { return *m_list; }
 
