@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "BrewDiscovery.h"
 #include "BrewManager.h"
-#include "ProcessSetup.h"
 #include "PublicationRecorder.h"
+#include "ShellProcess.h"
 #include "TextForm.h"
 #include "TracedOperation.h"
 

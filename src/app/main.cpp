@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Addresses.h"
 #include "LumoraApp.h"
-#include "ProcessSetup.h"
+#include "ShellProcess.h"
 
 int main(int argc, char* argv[]) {
     prepareForChildProcesses();

@@ -3,11 +3,13 @@
 
 #include "SpawnAttributes.h"
 
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 
 namespace {
@@ -79,4 +81,13 @@ std::int32_t ShellProcess::waitForExit() const {
     }
     constexpr std::int32_t endedBySignal = 128;
     return WIFSIGNALED(status) ? endedBySignal + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+void prepareForChildProcesses() {
+    const int null = ::open("/dev/null", O_RDONLY);
+    if (null > STDIN_FILENO) {
+        ::dup2(null, STDIN_FILENO);
+        ::close(null);
+    }
+    std::signal(SIGCHLD, SIG_DFL);
 }

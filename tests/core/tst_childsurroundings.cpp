@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FakeBrew.h"
 #include "FreshHome.h"
-#include "ProcessSetup.h"
 #include "ResultText.h"
 #include "RunBrewSync.h"
 #include "SecondProcess.h"

@@ -4,9 +4,9 @@
 #include "LoadCase.h"
 #include "OperationCase.h"
 #include "PackageNamed.h"
-#include "ProcessSetup.h"
 #include "PublicationRecorder.h"
 #include "SecondProcess.h"
+#include "ShellProcess.h"
 
 #include <QPointer>
 #include <QtTest>

@@ -17,7 +17,7 @@ constexpr int spacing = 12;
 struct Window final {
     Window() {
         view.resize(500, 300);
-        view.showSymbol(u"shippingbox"_s, StateView::Tone::Secondary, u"Nothing"_s);
+        view.showSymbol(u"shippingbox"_s, &Theme::secondaryText, u"Nothing"_s);
         view.show();
         if (!QTest::qWaitForWindowExposed(&view))
             qFatal("The view doesn't appear");
@@ -62,7 +62,7 @@ void StateViewTest::turnsASpinnerWhileItIsBusy() {
     QVERIFY(findVisible<SymbolLabel>(window.view) == nullptr);
     QVERIFY(window.view.isBusy());
     QCOMPARE(window.view.text(), u"Loading..."_s);
-    window.view.showSymbol(u"checkmark.circle"_s, StateView::Tone::Good, u"All is well"_s);
+    window.view.showSymbol(u"checkmark.circle"_s, &Theme::good, u"All is well"_s);
     QVERIFY(findVisible<Spinner>(window.view) == nullptr);
     QCOMPARE(require<SymbolLabel>(window.view).symbol(), u"checkmark.circle"_s);
 }

@@ -4,6 +4,7 @@
 #include "Addresses.h"
 #include "L10n.h"
 #include "style/LumoraStyle.h"
+#include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
@@ -22,8 +23,7 @@ BrewNotFoundView::BrewNotFoundView(QWidget* parent) : QWidget(parent) {
     constexpr double titleSize = 22;
     using Boxes::centered;
 
-    auto* const icon =
-        new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, SymbolLabel::Tone::Outdated);
+    auto* const icon = new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, &Theme::outdated);
     auto* const title =
         new PlainLabel(L10n::brewNotFound(), Typography::font(titleSize, QFont::Bold));
     title->setObjectName(u"notFoundTitle"_s);

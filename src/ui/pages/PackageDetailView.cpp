@@ -5,6 +5,7 @@
 #include "BrewManager.h"
 #include "CoroutineParameters.h"
 #include "L10n.h"
+#include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
 #include "widgets/DetailBadge.h"
@@ -56,8 +57,8 @@ QLayout* headerOf(const BrewPackage& package) {
         badges->addWidget(new DetailBadge(L10n::updateAvailable(), DetailBadge::Tone::Outdated));
     badges->addStretch();
 
-    auto* const icon = new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize,
-                                       SymbolLabel::Tone::Accent);
+    auto* const icon =
+        new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize, &Theme::accent);
     return Boxes::row(iconSpacing, {icon, {Boxes::column(nameSpacing, {name, badges}), 1}});
 }
 
@@ -164,7 +165,7 @@ std::optional<BrewPackage> PackageDetailView::findPackage() const {
 void PackageDetailView::render() {
     const std::optional<BrewPackage> package = findPackage();
     if (!package) {
-        m_notFound->showSymbol(u"doc.text.magnifyingglass"_s, StateView::Tone::Secondary,
+        m_notFound->showSymbol(u"doc.text.magnifyingglass"_s, &Theme::secondaryText,
                                L10n::packageNotFound());
         m_stack->setCurrentWidget(m_notFound);
         return;

@@ -5,6 +5,7 @@
 #include "CoroutineParameters.h"
 #include "L10n.h"
 #include "pages/PackageRows.h"
+#include "style/Theme.h"
 #include "widgets/Alert.h"
 #include "widgets/IconButton.h"
 #include "widgets/RowListView.h"
@@ -19,33 +20,22 @@ namespace {
 
 constexpr int rowHeight = 48;
 
-/// Tests whether texts contain a typed text, ignoring case as the current locale knows it.
-class TextFilter final {
-public:
-    explicit TextFilter(const QString& typed)
-        : m_typed(m_needsLocale ? m_locale.toLower(typed) : typed) {}
-
-    [[nodiscard]] bool matches(const QString& text) const {
-        if (m_needsLocale)
-            return m_locale.toLower(text).contains(m_typed);
-        return text.contains(m_typed, Qt::CaseInsensitive);
-    }
-
-private:
-    QLocale m_locale;
-    /// The Turkic languages pair the letters i and ı with İ and I, against Unicode's default.
-    bool m_needsLocale{m_locale.language() == QLocale::Turkish ||
-                       m_locale.language() == QLocale::Azerbaijani};
-    QString m_typed;
-};
-
-/// Those that a text leaves, by reference: there may be thousands for every key that is pressed.
+/// Those whose name or description contains the text, ignoring case as the locale knows it; by
+/// reference, since there may be thousands for every key that is pressed.
 QList<const BrewPackage*> filtered(const QList<BrewPackage>& packages, const QString& searchText) {
-    const TextFilter filter(searchText);
+    const QLocale locale;
+    // The Turkic languages pair the letters i and ı with İ and I, against Unicode's default.
+    const bool isTurkic =
+        locale.language() == QLocale::Turkish || locale.language() == QLocale::Azerbaijani;
+    const QString sought = isTurkic ? locale.toLower(searchText) : searchText;
+    const auto contains = [&](const QString& text) {
+        return isTurkic ? locale.toLower(text).contains(sought)
+                        : text.contains(sought, Qt::CaseInsensitive);
+    };
     QList<const BrewPackage*> matches;
     matches.reserve(packages.size());
     for (const BrewPackage& package : packages) {
-        if (searchText.isEmpty() || filter.matches(package.name) || filter.matches(package.desc))
+        if (sought.isEmpty() || contains(package.name) || contains(package.desc))
             matches.append(&package);
     }
     return matches;
@@ -90,7 +80,7 @@ void PackageListView::render() {
     else if (*m_kind.isLoading)
         showBusy(m_kind.loading);
     else
-        showSymbol(m_kind.symbol, StateView::Tone::Secondary, m_kind.nothingInstalled);
+        showSymbol(m_kind.symbol, &Theme::secondaryText, m_kind.nothingInstalled);
 }
 
 void PackageListView::askToUninstall(const QString& name) {

@@ -5,6 +5,7 @@
 #include "CoroutineParameters.h"
 #include "L10n.h"
 #include "pages/PackageRows.h"
+#include "style/Theme.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 
@@ -76,7 +77,7 @@ void SearchView::render() {
     else if (*manager().isSearching)
         showBusy(L10n::searching());
     else
-        showSymbol(u"magnifyingglass"_s, StateView::Tone::Secondary,
+        showSymbol(u"magnifyingglass"_s, &Theme::secondaryText,
                    searchText().isEmpty() ? L10n::typeToSearch() : L10n::noResultsFound());
 }
 

@@ -5,6 +5,7 @@
 #include "L10n.h"
 #include "LangManager.h"
 #include "style/Symbol.h"
+#include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Alert.h"
 #include "widgets/Boxes.h"
@@ -30,7 +31,7 @@ constexpr int outputSpacing = 4;
 constexpr int buttonSpacing = 8;
 
 /// A section's symbol beside its title and, if it has one, its explanation.
-QLayout* makeHeading(const QString& symbol, SymbolLabel::Tone tone, const QString& title,
+QLayout* makeHeading(const QString& symbol, ThemeColor color, const QString& title,
                      const QString& explanation = {}) {
     constexpr int iconSize = 24;
     constexpr int lineSpacing = 2;
@@ -45,7 +46,7 @@ QLayout* makeHeading(const QString& symbol, SymbolLabel::Tone tone, const QStrin
         label->setWordWrap(true);
         texts->addWidget(label);
     }
-    return Boxes::row(innerSpacing, {new SymbolLabel(symbol, iconSize, tone), {texts, 1}});
+    return Boxes::row(innerSpacing, {new SymbolLabel(symbol, iconSize, color), {texts, 1}});
 }
 
 QPushButton* makeButton(const QString& symbol, const QString& title) {
@@ -86,9 +87,8 @@ QLayout* SettingsView::makeLanguage() {
         },
         Qt::QueuedConnection);
     m_langManager.current().subscribe(this, [this](Lang) { scheduleRender(); });
-    return Boxes::column(
-        innerSpacing,
-        {makeHeading(u"globe"_s, SymbolLabel::Tone::Accent, L10n::language()), m_picker});
+    return Boxes::column(innerSpacing,
+                         {makeHeading(u"globe"_s, &Theme::accent, L10n::language()), m_picker});
 }
 
 QLayout* SettingsView::makeCleanup() {
@@ -101,12 +101,12 @@ QLayout* SettingsView::makeCleanup() {
     m_cleanupOutput->setObjectName(u"cleanupOutput"_s);
     connect(m_previewButton, &QPushButton::clicked, this, [this] { previewCleanup(); });
     connect(m_cleanupButton, &QPushButton::clicked, this, &SettingsView::askToCleanUp);
-    return Boxes::column(innerSpacing,
-                         {makeHeading(u"paintbrush"_s, SymbolLabel::Tone::Accent,
-                                      L10n::cleanupTitle(), L10n::cleanupDesc()),
-                          Boxes::row(buttonSpacing, {m_previewButton, m_cleanupButton,
-                                                     m_cleanupSpinner, Boxes::stretch()}),
-                          m_cleanupOutput});
+    return Boxes::column(
+        innerSpacing,
+        {makeHeading(u"paintbrush"_s, &Theme::accent, L10n::cleanupTitle(), L10n::cleanupDesc()),
+         Boxes::row(buttonSpacing,
+                    {m_previewButton, m_cleanupButton, m_cleanupSpinner, Boxes::stretch()}),
+         m_cleanupOutput});
 }
 
 QLayout* SettingsView::makeDoctor() {
@@ -118,7 +118,7 @@ QLayout* SettingsView::makeDoctor() {
     connect(m_doctorButton, &QPushButton::clicked, this, [this] { runDoctor(); });
     return Boxes::column(
         innerSpacing,
-        {makeHeading(u"stethoscope"_s, SymbolLabel::Tone::Good, L10n::doctor(), L10n::doctorDesc()),
+        {makeHeading(u"stethoscope"_s, &Theme::good, L10n::doctor(), L10n::doctorDesc()),
          Boxes::row(buttonSpacing, {m_doctorButton, m_doctorSpinner, Boxes::stretch()}),
          m_doctorOutputSection});
 }

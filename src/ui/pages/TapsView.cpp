@@ -6,6 +6,7 @@
 #include "CoroutineParameters.h"
 #include "L10n.h"
 #include "pages/AddTapSheet.h"
+#include "style/Theme.h"
 #include "widgets/Alert.h"
 #include "widgets/IconButton.h"
 #include "widgets/RowListView.h"
@@ -62,7 +63,7 @@ void TapsView::render() {
     else if (*manager().isLoadingTaps)
         showBusy(L10n::loadingTaps());
     else
-        showSymbol(u"list.bullet"_s, StateView::Tone::Secondary, L10n::noTapsConfigured(),
+        showSymbol(u"list.bullet"_s, &Theme::secondaryText, L10n::noTapsConfigured(),
                    StateView::TextSize::Title);
 }
 

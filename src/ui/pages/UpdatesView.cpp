@@ -7,6 +7,7 @@
 #include "pages/PackageRows.h"
 #include "style/LumoraStyle.h"
 #include "style/Symbol.h"
+#include "style/Theme.h"
 #include "widgets/DisplayText.h"
 #include "widgets/IconButton.h"
 #include "widgets/RowListView.h"
@@ -67,7 +68,7 @@ void UpdatesView::render() {
     else if (*manager().isLoadingOutdated)
         showBusy(L10n::checkingForUpdates());
     else
-        showSymbol(u"checkmark.circle"_s, StateView::Tone::Good, L10n::allUpToDate(),
+        showSymbol(u"checkmark.circle"_s, &Theme::good, L10n::allUpToDate(),
                    StateView::TextSize::Title);
 }
 

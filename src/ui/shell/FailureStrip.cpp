@@ -31,8 +31,7 @@ FailureStrip::FailureStrip(BrewManager& manager, QWidget* parent)
     m_close->setFixedSize(closeSize, closeSize);
     m_close->setObjectName(u"closeFailure"_s);
 
-    auto* const icon =
-        new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, SymbolLabel::Tone::Outdated);
+    auto* const icon = new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, &Theme::outdated);
     setLayout(Boxes::row(Metrics::rowInset, {icon, {m_message, 1}, m_close},
                          {Metrics::contentMargin, 0, Metrics::rowInset, 1}));
 

@@ -65,5 +65,8 @@ struct Theme final {
     [[nodiscard]] QPalette palette() const;
 };
 
+/// One of a theme's colours, whichever theme applies.
+using ThemeColor = QColor Theme::*;
+
 /// The same colour with the given opacity, 0 to 1.
 [[nodiscard]] QColor withOpacity(QColor color, double opacity);

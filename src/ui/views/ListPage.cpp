@@ -40,9 +40,9 @@ void ListPage::showBusy(const QString& text) {
     m_stack->setCurrentWidget(m_state);
 }
 
-void ListPage::showSymbol(const QString& symbol, StateView::Tone tone, const QString& text,
+void ListPage::showSymbol(const QString& symbol, ThemeColor color, const QString& text,
                           StateView::TextSize size) {
-    m_state->showSymbol(symbol, tone, text, size);
+    m_state->showSymbol(symbol, color, text, size);
     m_stack->setCurrentWidget(m_state);
 }
 

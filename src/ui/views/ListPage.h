@@ -22,7 +22,7 @@ protected:
     void showList();
     /// Show the state instead.
     void showBusy(const QString& text);
-    void showSymbol(const QString& symbol, StateView::Tone tone, const QString& text,
+    void showSymbol(const QString& symbol, ThemeColor color, const QString& text,
                     StateView::TextSize size = StateView::TextSize::Body);
 
     [[nodiscard]] RowListView& list() const { return *m_list; }

@@ -2,6 +2,7 @@
 #include "widgets/StateView.h"
 
 #include "style/Metrics.h"
+#include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
 #include "widgets/Labels.h"
@@ -10,7 +11,7 @@
 StateView::StateView(QWidget* parent)
     : QWidget(parent),
       m_spinner(new Spinner(Spinner::Size::Large, this)),
-      m_symbol(new SymbolLabel({}, Metrics::stateIcon, Tone::Secondary, this)),
+      m_symbol(new SymbolLabel({}, Metrics::stateIcon, &Theme::secondaryText, this)),
       m_text(new SecondaryLabel({}, Typography::body, this)) {
     using Boxes::centered;
     setLayout(Boxes::column(Metrics::stateSpacing,
@@ -24,9 +25,10 @@ void StateView::showBusy(const QString& text) {
     setText(text, TextSize::Body);
 }
 
-void StateView::showSymbol(const QString& symbol, Tone tone, const QString& text, TextSize size) {
+void StateView::showSymbol(const QString& symbol, ThemeColor color, const QString& text,
+                           TextSize size) {
     m_spinner->hide();
-    m_symbol->setSymbol(symbol, tone);
+    m_symbol->setSymbol(symbol, color);
     m_symbol->show();
     setText(text, size);
 }

@@ -11,13 +11,12 @@ class StateView final : public QWidget {
     Q_OBJECT
 
 public:
-    using Tone = SymbolLabel::Tone;
     enum class TextSize { Body, Title };
 
     explicit StateView(QWidget* parent = nullptr);
 
     void showBusy(const QString& text);
-    void showSymbol(const QString& symbol, Tone tone, const QString& text,
+    void showSymbol(const QString& symbol, ThemeColor color, const QString& text,
                     TextSize size = TextSize::Body);
 
     [[nodiscard]] QString text() const;

@@ -2,43 +2,24 @@
 #include "widgets/SymbolLabel.h"
 
 #include "style/Symbol.h"
-#include "style/Theme.h"
 
 #include <QPainter>
 
-namespace {
-
-QColor colorOf(SymbolLabel::Tone tone, const Theme& theme) {
-    switch (tone) {
-    case SymbolLabel::Tone::Secondary:
-        return theme.secondaryText;
-    case SymbolLabel::Tone::Accent:
-        return theme.accent;
-    case SymbolLabel::Tone::Good:
-        return theme.good;
-    case SymbolLabel::Tone::Outdated:
-        break;
-    }
-    return theme.outdated;
-}
-
-} // namespace
-
-SymbolLabel::SymbolLabel(QString symbol, int size, Tone tone, QWidget* parent)
-    : QWidget(parent), m_symbol(std::move(symbol)), m_tone(tone) {
+SymbolLabel::SymbolLabel(QString symbol, int size, ThemeColor color, QWidget* parent)
+    : QWidget(parent), m_symbol(std::move(symbol)), m_color(color) {
     setFixedSize(size, size);
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
-void SymbolLabel::setSymbol(const QString& symbol, Tone tone) {
-    if (symbol == m_symbol && tone == m_tone)
+void SymbolLabel::setSymbol(const QString& symbol, ThemeColor color) {
+    if (symbol == m_symbol && color == m_color)
         return;
     m_symbol = symbol;
-    m_tone = tone;
+    m_color = color;
     update();
 }
 
 void SymbolLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Symbol::paint(&painter, m_symbol, rect(), colorOf(m_tone, Theme::of(this)));
+    Symbol::paint(&painter, m_symbol, rect(), Theme::of(this).*m_color);
 }

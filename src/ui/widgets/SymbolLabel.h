@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "style/Theme.h"
+
 #include <QWidget>
 
 /// A symbol of fixed size in one of the theme's colours. Decoration: screen readers skip it.
@@ -8,13 +10,11 @@ class SymbolLabel final : public QWidget {
     Q_OBJECT
 
 public:
-    enum class Tone { Secondary, Accent, Good, Outdated };
-
     /// `size` is the side of the symbol's square, its margin included, also where the symbol
     /// stands for a letter of a font of that size.
-    SymbolLabel(QString symbol, int size, Tone tone, QWidget* parent = nullptr);
+    SymbolLabel(QString symbol, int size, ThemeColor color, QWidget* parent = nullptr);
 
-    void setSymbol(const QString& symbol, Tone tone);
+    void setSymbol(const QString& symbol, ThemeColor color);
 
     [[nodiscard]] QString symbol() const { return m_symbol; }
 
@@ -23,5 +23,5 @@ protected:
 
 private:
     QString m_symbol;
-    Tone m_tone;
+    ThemeColor m_color;
 };

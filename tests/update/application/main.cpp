@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "LumoraApp.h"
-#include "ProcessSetup.h"
+#include "ShellProcess.h"
 
 using namespace Qt::StringLiterals;
 
