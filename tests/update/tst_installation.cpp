@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QPromise>
 #include <QSettings>
+#include <QTest>
 
 #include <csignal>
 
