@@ -4,6 +4,7 @@
 
 #include <QSslConfiguration>
 #include <QStandardPaths>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -3,6 +3,7 @@
 #include "UpdateScene.h"
 
 #include <QRandomGenerator>
+#include <QTest>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
