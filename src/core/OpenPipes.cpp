@@ -41,6 +41,7 @@ OpenPipes::Registration::~Registration() {
 }
 
 int OpenPipes::handOver() {
+    const std::scoped_lock noneStarts(m_starting);
     const std::scoped_lock lock(m_mutex);
     int handedOver = 0;
     for (const Entry& entry : m_entries) {

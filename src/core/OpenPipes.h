@@ -3,6 +3,7 @@
 
 #include <list>
 #include <mutex>
+#include <shared_mutex>
 
 /// The pipes of all runs in flight, so that an application that ends can leave them in
 /// other hands.
@@ -30,11 +31,18 @@ public:
         std::list<Entry>::iterator m_entry;
     };
 
+    /// Held from before a command is started until it is listed: while it is, nothing is handed
+    /// over, since the command would be left out.
+    [[nodiscard]] std::shared_lock<std::shared_mutex> startCommand() {
+        return std::shared_lock(m_starting);
+    }
+
     /// Starts one small process per pipe that reads it to its end, whatever becomes of this
     /// process. Returns how many runs were handed over.
     int handOver();
 
 private:
+    std::shared_mutex m_starting;
     std::mutex m_mutex;
     std::list<Entry> m_entries;
 };

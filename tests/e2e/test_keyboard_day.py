@@ -6,6 +6,7 @@ from __future__ import annotations
 import unittest
 
 from driver.testcase import DesktopTest
+from driver.waiting import wait_until
 
 LANGUAGES = ("한국어", "English", "日本語")
 
@@ -81,8 +82,15 @@ class KeyboardDay(DesktopTest):
         self.app.press("ctrl+4")
         self.app.find("Search Homebrew packages", role="text")
         self.app.press("ctrl+f")
+        start = self.prefix.runs()
         self.app.type("bottom")
         self.app.press("Return")
+        # Typing asks for a search of its own half a second later: of two that overlap the last
+        # has the last word, and it isn't to come in behind the one after the installation.
+        wait_until(
+            lambda: self.prefix.runs() == start + 2,
+            lambda: f"both searches end; there were {self.prefix.commands(start)}",
+        )
         self.app.row("bottom")
         self.app.tab_to("Search", role="list")
         self.go_to_row("bottom")
