@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QPromise>
 #include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -284,10 +285,17 @@ void InstallationTest::startsNoScriptOnceTheApplicationHasEnded() {
 #endif
     UpdateScene scene(m_server);
     scene.offerArchive();
-    const QString gate = scene.path(u"gate"_s);
-    // Holds tar up.
-    qputenv("TAR_OPTIONS", "--checkpoint=1 --checkpoint-action=exec='until [ -e \"" +
-                               gate.toUtf8() + "\" ]; do sleep 0.01; done'");
+    // Holds tar up. A script, since tar 1.35 breaks on a command in quotes; its path needs none,
+    // as those in the scene do.
+    const QTemporaryDir plainlyNamed(u"/tmp/lumora-test-XXXXXX"_s);
+    const QString gate = plainlyNamed.filePath(u"gate"_s);
+    const QString hold = plainlyNamed.filePath(u"hold"_s);
+    QFile file(hold);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("#!/bin/sh\nuntil [ -e " + gate.toUtf8() + " ]; do sleep 0.01; done\n");
+    file.close();
+    QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    qputenv("TAR_OPTIONS", "--checkpoint=1 --checkpoint-action=exec=" + hold.toUtf8());
     const auto restore = qScopeGuard([] { qunsetenv("TAR_OPTIONS"); });
     RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
     std::optional<AutoUpdater> updater;
