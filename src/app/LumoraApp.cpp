@@ -46,14 +46,13 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
     m_updater->checkAfterLaunch();
 }
 
-int LumoraApp::run() {
+void LumoraApp::run() {
     m_window->show();
     const int status = QApplication::exec();
-    // A brew at work goes on without us; the threads that wait for it can't be joined. Neither
-    // can one that asks for the address of a host.
-    if (m_brewManager->leaveRunningCommands() > 0 || m_updater->isUsingNetwork())
-        std::_Exit(status);
-    return status;
+    m_brewManager->leaveRunningCommands();
+    // Threads that can't be joined may be at work: one for each command, which goes on without
+    // us, or asking for the address of a host. Nothing may be destroyed under their feet.
+    std::_Exit(status);
 }
 
 void LumoraApp::followDesktop() {

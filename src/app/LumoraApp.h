@@ -19,8 +19,9 @@ public:
     /// Updates come from `releases`.
     LumoraApp(int& argc, char** argv, const ReleaseSource& releases);
 
-    /// Returns the process's exit status once the window is closed.
-    int run();
+    /// Ends the process once the window is closed. By then everything that lasts is on disk:
+    /// no destructor runs.
+    [[noreturn]] void run();
 
 private:
     void followDesktop();

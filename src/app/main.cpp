@@ -6,5 +6,5 @@
 int main(int argc, char* argv[]) {
     prepareForChildProcesses();
     LumoraApp app(argc, argv, {.api = Addresses::releaseApi, .owner = Addresses::releaseOwner});
-    return app.run();
+    app.run();
 }

@@ -40,8 +40,7 @@ public:
     /// A check that always answers, but for a release that offers nothing to download.
     void checkForUpdatesManually();
 
-    /// Whether a request is under way. A look-up of a host that doesn't answer could keep
-    /// the process from ending.
+    /// Whether a request is under way.
     [[nodiscard]] bool isUsingNetwork() const;
 
 Q_SIGNALS:

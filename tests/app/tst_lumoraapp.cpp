@@ -74,7 +74,7 @@ public:
                       ReleaseSource{.api = u"https://releases.example"_s, .owner = u"someone"_s});
     }
 
-    [[nodiscard]] int run() { return m_app->run(); }
+    [[noreturn]] void run() { m_app->run(); }
 
     [[nodiscard]] static MainWindow& window() {
         for (QWidget* const widget : QApplication::topLevelWidgets()) {
@@ -182,7 +182,7 @@ int leave(const QStringList& arguments) {
     });
     constexpr int often = 10;
     timer.start(often);
-    return application.run();
+    application.run();
 }
 
 /// An application whose brew has nothing to say.

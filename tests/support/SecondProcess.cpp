@@ -3,6 +3,9 @@
 
 #include <QProcess>
 
+#include <cstdio>
+#include <cstdlib>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -35,14 +38,18 @@ QByteArray SecondProcess::scriptLine(const QString& part, const QStringList& arg
     return line + '\n';
 }
 
-std::optional<int> SecondProcess::play(int argc, char* argv[], const Parts& parts) {
+void SecondProcess::play(int argc, char* argv[], const Parts& parts) {
     QStringList words;
     for (int i = 1; i < argc; ++i)
         words.append(QString::fromLocal8Bit(argv[i]));
     if (words.value(0) != partOption)
-        return std::nullopt;
+        return;
     const auto part = parts.find(words.value(1));
     if (part == parts.end())
         qFatal("There is no part \"%s\"", qUtf8Printable(words.value(1)));
-    return part->second(words.sliced(2));
+    const int status = part->second(words.sliced(2));
+    // Without destructors, as the application ends: a thread that waits for a brew may be at
+    // work still.
+    std::fflush(stdout);
+    std::_Exit(status);
 }

@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <map>
-#include <optional>
 
 /// The test program started again as another process, in which it plays a named part:
 /// what a process does as it starts or ends can only be seen from outside of it.
@@ -21,8 +20,7 @@ public:
     /// The whole of main(): plays a part if the arguments name one, else runs the tests.
     template <class Test>
     [[nodiscard]] static int main(int argc, char* argv[], const Parts& parts) {
-        if (const std::optional<int> status = play(argc, argv, parts))
-            return *status;
+        play(argc, argv, parts);
         const QCoreApplication application(argc, argv);
         Test test;
         return QTest::qExec(&test, argc, argv);
@@ -44,7 +42,8 @@ public:
                                                const QStringList& arguments = {});
 
 private:
-    [[nodiscard]] static std::optional<int> play(int argc, char* argv[], const Parts& parts);
+    /// Ends the process if the arguments name a part.
+    static void play(int argc, char* argv[], const Parts& parts);
 
     int m_status{-1};
     QByteArray m_output;

@@ -10,5 +10,5 @@ int main(int argc, char* argv[]) {
     prepareForChildProcesses();
     LumoraApp app(argc, argv,
                   {.api = qEnvironmentVariable("LUMORA_RELEASE_API"), .owner = u"someone"_s});
-    return app.run();
+    app.run();
 }
