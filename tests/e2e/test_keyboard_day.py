@@ -38,9 +38,15 @@ class KeyboardDay(DesktopTest):
     def go_to_row(self, package: str) -> None:
         """Down from the row that is current when the list has the keyboard."""
         for _ in self.app.rows():
-            if self.app.row(package).is_in("focused"):
+            current = self.app.current_row()
+            if self.app.row(package).name == current:
                 return
             self.app.press("Down")
+            # A key is only on its way when it has been pressed.
+            wait_until(
+                lambda before=current: self.app.current_row() != before,
+                lambda before=current: f"Down leads from {before} to another row",
+            )
         self.assertTrue(self.app.row(package).is_in("focused"), self.app.tree().describe())
 
     def filter_formulae(self, text: str) -> None:

@@ -151,6 +151,18 @@ class Application:
 
     # What it is told
 
+    def current_row(self) -> str | None:
+        """The name of the row that the keyboard is at."""
+        return next(
+            (
+                node.name
+                for window in self.tree().windows
+                for node in window.walk()
+                if node.role == "list item" and node.is_in("focused")
+            ),
+            None,
+        )
+
     def click(self, node: Node, button: int = _BUTTON_LEFT) -> None:
         self.click_at(*node.rect.centre, button)
 
