@@ -3,6 +3,7 @@
 
 #include "BrewPackage.h"
 #include "BrewTap.h"
+#include "OperationReport.h"
 #include "OutdatedPackage.h"
 #include "Published.h"
 #include "SearchResult.h"
@@ -87,6 +88,13 @@ public:
     /// processes that read them to their ends. Returns how many commands were running.
     int leaveRunningCommands();
 
+Q_SIGNALS:
+    /// An operation has begun and shown `start`, the first line of its transcript.
+    void operationStarted(const QString& start);
+    /// An operation has ended and written all it has to write. Each one that has started says
+    /// so, unless the manager is destroyed first.
+    void operationEnded(const OperationReport& report);
+
 private:
     struct Load;
     struct Operation;
@@ -96,8 +104,6 @@ private:
     QCoro::Task<bool> runOperation(Operation operation);
     QCoro::Task<QString> runReport(QStringList arguments,
                                    std::function<QString(const Printed&)> choose);
-    void appendToOutput(const QString& text);
-
     QString m_brewPath;
     std::shared_ptr<OpenPipes> m_openPipes;
 };

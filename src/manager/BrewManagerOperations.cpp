@@ -22,34 +22,41 @@ struct BrewManager::Printed final {
     QString error;
 };
 
-void BrewManager::appendToOutput(const QString& text) {
-    operationOutput.set(*operationOutput + text);
-}
-
 QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
     static_assert(takesParametersByValue<&BrewManager::runOperation>);
     const QPointer<BrewManager> self(this);
+    // The transcript of this run alone: an operation that overlaps writes to the same output.
+    OperationReport report{.start = operation.start.chopped(1), .transcript = operation.start};
+    const auto append = [this, &report](const QString& text) {
+        report.transcript += text;
+        operationOutput.set(*operationOutput + text);
+    };
     isRunningOperation.set(true);
     operationOutput.set(operation.start);
+    Q_EMIT operationStarted(report.start);
     const auto outcome = co_await runDetached(m_brewPath, operation.arguments, m_openPipes);
     if (!self)
         co_return false;
 
     if (const auto* error = std::get_if<LaunchError>(outcome.get())) {
-        appendToOutput(u"\nError: "_s + QString::fromStdString(error->description));
+        append(u"\nError: "_s + QString::fromStdString(error->description));
         isRunningOperation.set(false);
+        Q_EMIT operationEnded(report);
         co_return false;
     }
     const auto& result = std::get<CommandResult>(*outcome);
-    appendToOutput(QString::fromStdString(result.standardOutput));
+    append(QString::fromStdString(result.standardOutput));
     if (!result.standardError.empty())
-        appendToOutput(u'\n' + QString::fromStdString(result.standardError));
+        append(u'\n' + QString::fromStdString(result.standardError));
     isRunningOperation.set(false);
-    const bool succeeded = result.status == 0;
-    const QString closing = succeeded ? operation.success : operation.failure;
-    if (!closing.isEmpty())
-        appendToOutput(closing);
-    co_return succeeded;
+    report.succeeded = result.status == 0;
+    const QString closing = report.succeeded ? operation.success : operation.failure;
+    if (!closing.isEmpty()) {
+        append(closing);
+        report.closing = closing.sliced(1);
+    }
+    Q_EMIT operationEnded(report);
+    co_return report.succeeded;
 }
 
 QCoro::Task<QString> BrewManager::runReport(QStringList arguments,
