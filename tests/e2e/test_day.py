@@ -285,7 +285,8 @@ class Leaving(DesktopTest):
 
     def test_work_that_has_begun_is_finished_without_the_window(self) -> None:
         app = self.start()
-        app.find(f"Formulae, {len(self.prefix.state()['formulae'])}", role="list item")
+        for load in LOADS:
+            self.prefix.wait_for_command(load)
         app.choose_category("Updates")
         start = self.prefix.runs()
         with self.prefix.holding_changes():

@@ -26,6 +26,8 @@ class BrewManagerStateTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { m_home.emplace(); }
+
     void isEmptyAndIdleAtFirst();
     void looksForBrewInTheUsualPlaces();
     void asksTheShellForBrew();
@@ -39,7 +41,7 @@ private Q_SLOTS:
     void forgetsTheLastFailureWhenALoadStarts();
 
 private:
-    const FreshHome m_home;
+    std::optional<FreshHome> m_home;
 };
 
 void BrewManagerStateTest::isEmptyAndIdleAtFirst() {
@@ -67,8 +69,8 @@ void BrewManagerStateTest::isEmptyAndIdleAtFirst() {
 }
 
 void BrewManagerStateTest::looksForBrewInTheUsualPlaces() {
-    m_home.write(u".homebrew/bin/brew"_s, "");
-    QString expected = m_home.path() + u"/.homebrew/bin/brew"_s;
+    m_home->write(u".homebrew/bin/brew"_s, "");
+    QString expected = m_home->path() + u"/.homebrew/bin/brew"_s;
     for (const QString& earlier : {u"/usr/local/bin/brew"_s, u"/opt/homebrew/bin/brew"_s}) {
         if (QFile::exists(earlier))
             expected = earlier;
@@ -79,10 +81,9 @@ void BrewManagerStateTest::looksForBrewInTheUsualPlaces() {
 }
 
 void BrewManagerStateTest::asksTheShellForBrew() {
-    const FreshHome home;
-    home.write(u"elsewhere/brew"_s, "");
-    home.write(u".zshrc"_s, "which() { print $HOME/elsewhere/brew; }\n");
-    QString expected = home.path() + u"/elsewhere/brew"_s;
+    m_home->write(u"elsewhere/brew"_s, "");
+    m_home->write(u".zshrc"_s, "which() { print $HOME/elsewhere/brew; }\n");
+    QString expected = m_home->path() + u"/elsewhere/brew"_s;
     for (const QString& usual : {u"/home/linuxbrew/.linuxbrew/bin/brew"_s, u"/usr/local/bin/brew"_s,
                                  u"/opt/homebrew/bin/brew"_s}) {
         if (QFile::exists(usual))
@@ -106,8 +107,8 @@ void BrewManagerStateTest::keepsThePathAsItIs_data() {
 void BrewManagerStateTest::keepsThePathAsItIs() {
     QFETCH(QString, folder);
     QFETCH(bool, runs);
-    const QString brew = m_home.path() + u'/' + folder + u"/brew"_s;
-    m_home.write(folder + u"/brew"_s, "#!/bin/sh\necho user/tools\n");
+    const QString brew = m_home->path() + u'/' + folder + u"/brew"_s;
+    m_home->write(folder + u"/brew"_s, "#!/bin/sh\necho user/tools\n");
     QVERIFY(QFile::setPermissions(brew, QFile::ReadOwner | QFile::ExeOwner));
     BrewManager manager(brewAt(brew));
     QVERIFY(*manager.brewAvailable);
@@ -117,7 +118,7 @@ void BrewManagerStateTest::keepsThePathAsItIs() {
 }
 
 void BrewManagerStateTest::countsAPathThatIsNotUtf8AsNone() {
-    const std::string home = m_home.path().toStdString() + "/caf\xE9";
+    const std::string home = m_home->path().toStdString() + "/caf\xE9";
     BrewDiscovery discovery{.candidates = {BrewDiscovery::usual(home).candidates[2]},
                             .askShell = false};
     std::filesystem::create_directories(discovery.candidates[0]);
@@ -127,7 +128,7 @@ void BrewManagerStateTest::countsAPathThatIsNotUtf8AsNone() {
 }
 
 void BrewManagerStateTest::saysThatThereIsNoBrew() {
-    const BrewManager manager(brewAt(m_home.path() + u"/nowhere/brew"_s));
+    const BrewManager manager(brewAt(m_home->path() + u"/nowhere/brew"_s));
     QVERIFY(!*manager.brewAvailable);
     QCOMPARE(manager.brewPath(), QString());
     QCOMPARE(*manager.errorMessage, std::nullopt);
