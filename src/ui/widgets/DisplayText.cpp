@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/DisplayText.h"
 
+#include "widgets/TerminalText.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -61,24 +63,19 @@ QString end(const QString& text, qsizetype length) {
     return text.last(text.at(text.size() - length).isLowSurrogate() ? length - 1 : length);
 }
 
-} // namespace
-
-QString DisplayText::line(const QString& text) {
-    // Far wider than any window; measuring a megabyte of text would freeze it.
-    constexpr qsizetype longest = 4096;
-    if (text.size() <= longest)
-        return replaced(text, Breaks::Shown);
-    return replaced(start(text, longest), Breaks::Shown) + u'…';
+/// Without what nobody could read of it: the middle of millions of characters.
+QString withoutMiddle(const QString& text) {
+    constexpr qsizetype longestPart = 1 << 20;
+    if (text.size() <= 2 * longestPart)
+        return text;
+    return start(text, longestPart) + u"\n…\n"_s + end(text, longestPart);
 }
 
-QString DisplayText::block(const QString& text) {
-    constexpr qsizetype longestPart = 1 << 20;
-    QString result = text.size() <= 2 * longestPart
-                         ? text
-                         : start(text, longestPart) + u"\n…\n"_s + end(text, longestPart);
+/// Harmless, and in lines that a layout can handle.
+QString lines(QString text) {
     // Command output ends its lines the way terminals do now and then.
-    result.replace(u"\r\n"_s, u"\n"_s);
-    result = replaced(result, Breaks::Kept);
+    text.replace(u"\r\n"_s, u"\n"_s);
+    const QString result = replaced(text, Breaks::Kept);
 
     constexpr qsizetype longestLine = 4096;
     qsizetype lineStart = 0;
@@ -104,6 +101,24 @@ QString DisplayText::block(const QString& text) {
         broken += character;
     }
     return broken;
+}
+
+} // namespace
+
+QString DisplayText::line(const QString& text) {
+    // Far wider than any window; measuring a megabyte of text would freeze it.
+    constexpr qsizetype longest = 4096;
+    if (text.size() <= longest)
+        return replaced(text, Breaks::Shown);
+    return replaced(start(text, longest), Breaks::Shown) + u'…';
+}
+
+QString DisplayText::block(const QString& text) {
+    return lines(withoutMiddle(text));
+}
+
+QString DisplayText::transcript(const QString& text) {
+    return lines(terminalText(withoutMiddle(text)));
 }
 
 QString DisplayText::paragraph(const QString& text) {

@@ -15,6 +15,8 @@ namespace DisplayText {
 /// handle in reasonable time. Of what nobody could read, millions of characters, the middle is
 /// left out.
 [[nodiscard]] QString block(const QString& text);
+/// The same for what was meant for a terminal: as it would stand there, without colour codes.
+[[nodiscard]] QString transcript(const QString& text);
 /// For a label or an alert that wraps its text: what would not fit on a screen is cut off, and
 /// words that are longer than a line may be wrapped, too, by zero width spaces in them.
 [[nodiscard]] QString paragraph(const QString& text);
