@@ -26,6 +26,7 @@ class BrewManagerStateTest final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+
     void init() { m_home.emplace(); }
 
     void isEmptyAndIdleAtFirst();

@@ -58,11 +58,14 @@ private Q_SLOTS:
 void ApplicationMenuTest::listsItsEntriesInEveryLanguage_data() {
     QTest::addColumn<Lang>("lang");
     QTest::addColumn<QStringList>("entries");
-    QTest::newRow("ko") << Lang::ko << QStringList{u"정보"_s, u"업데이트 확인..."_s, u"닫기"_s};
+    QTest::newRow("ko") << Lang::ko
+                        << QStringList{u"정보"_s, u"업데이트 확인..."_s, u"출력"_s, u"닫기"_s};
     QTest::newRow("en") << Lang::en
-                        << QStringList{u"About"_s, u"Check for Updates..."_s, u"Close"_s};
+                        << QStringList{u"About"_s, u"Check for Updates..."_s, u"Output"_s,
+                                       u"Close"_s};
     QTest::newRow("ja") << Lang::ja
-                        << QStringList{u"情報"_s, u"アップデートを確認..."_s, u"閉じる"_s};
+                        << QStringList{u"情報"_s, u"アップデートを確認..."_s, u"出力"_s,
+                                       u"閉じる"_s};
 }
 
 void ApplicationMenuTest::listsItsEntriesInEveryLanguage() {

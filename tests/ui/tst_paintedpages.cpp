@@ -488,6 +488,9 @@ void PaintedPagesTest::fillsItsSurfaces_data() {
         add(u"formulae"_s, u"QSplitterHandle"_s, {2, 300}, lined(theme.sidebar));
         add(u"failure"_s, u"failureStrip"_s, {1, 1}, theme.failure);
         add(u"failure"_s, u"failureStrip"_s, {300, -1}, lined(theme.failure));
+        add(u"failed operation"_s, u"operationStrip"_s, {1, 1}, theme.operationFailure);
+        add(u"failed operation"_s, u"operationStrip"_s, {300, -1}, lined(theme.operationFailure));
+        add(u"successful operation"_s, u"operationStrip"_s, {1, 1}, theme.content);
         add(u"settings"_s, u"hairline"_s, {100, 0}, lined(theme.content));
         add(u"settings"_s, u"languagePicker"_s, {100, 1}, theme.trough);
         add(u"settings"_s, u"English"_s, {0, 1}, theme.segment);
@@ -537,6 +540,8 @@ void PaintedPagesTest::hasItsSizes_data() {
     add(u"updates"_s, u"updateAllButton"_s, {9 + 16 + 4 + text + 9, 30});
     add(u"failure"_s, u"failureStrip"_s, {720, 31});
     add(u"failure"_s, u"closeFailure"_s, {24, 24});
+    add(u"failed operation"_s, u"operationStrip"_s, {720, 38});
+    add(u"output"_s, u"sheetFooter"_s, {560, 52});
     add(u"overlay"_s, u"Spinner"_s, {14, 14});
     add(u"add tap"_s, u"tapNameField"_s, {300, 30});
     add(u"detail of a formula"_s, u"sheetFooter"_s, {560, 52});

@@ -145,6 +145,11 @@ void addOther(QList<Pair>& pairs, const Theme& theme) {
     pairs.append({u"selected text"_s, theme.onAccent, {theme.accent}, forText});
     pairs.append({u"failure"_s, theme.text, {theme.failure}, forText});
     pairs.append({u"failure's symbol"_s, theme.outdated, {theme.failure}, forIcons});
+    pairs.append({u"failed operation"_s, theme.text, {theme.operationFailure}, forText});
+    pairs.append(
+        {u"reason of a failure"_s, theme.secondaryText, {theme.operationFailure}, forText});
+    pairs.append(
+        {u"failed operation's symbol"_s, theme.destructive, {theme.operationFailure}, forIcons});
     pairs.append({u"chosen segment"_s, theme.text, {theme.trough, theme.segment}, forText});
     pairs.append({u"other segment"_s, theme.text, {theme.trough}, forText});
     pairs.append({u"hovered segment"_s, theme.text, {theme.trough, theme.hover}, forText});

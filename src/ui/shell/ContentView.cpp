@@ -10,6 +10,8 @@
 #include "shell/DetailSheet.h"
 #include "shell/FailureStrip.h"
 #include "shell/OperationOverlay.h"
+#include "shell/OperationStrip.h"
+#include "shell/OutputSheet.h"
 #include "shell/SidebarView.h"
 #include "style/Metrics.h"
 
@@ -23,10 +25,12 @@ ContentView::ContentView(BrewManager& manager, LangManager& langManager, QString
     : View(manager, parent),
       m_langManager(langManager),
       m_aboutPicture(std::move(aboutPicture)),
+      m_notice(manager),
       m_layout(new QVBoxLayout(this)) {
     m_layout->setContentsMargins(0, 0, 0, 0);
     setMinimumSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight);
     connect(&m_selection, &PackageSelection::changed, this, &ContentView::updateSheet);
+    connect(&m_notice, &OperationNotice::changed, this, &ContentView::updateNotice);
     m_langManager.current().subscribe(this, [this](Lang) { rebuild(); });
     rebuild();
 }
@@ -53,6 +57,8 @@ void ContentView::rebuild() {
     closeSheet();
     delete std::exchange(m_overlay, nullptr);
     updateSheet();
+    if (m_outputSheet)
+        showOutput();
     updateOverlay();
 }
 
@@ -66,13 +72,15 @@ QWidget* ContentView::makeSplitView() {
     // A message that was closed stays so in another language.
     const bool isFailureClosed =
         m_detailColumn != nullptr && m_detailColumn->failureStrip()->isClosed();
-    m_detailColumn = new DetailColumn(manager());
+    m_detailColumn = new DetailColumn(manager(), m_notice);
     m_detailColumn->failureStrip()->setClosed(isFailureClosed);
     split->addWidget(m_sidebar);
     split->addWidget(m_detailColumn);
     split->setStretchFactor(1, 1);
     split->setSizes({Metrics::sidebarIdeal - split->handleWidth(), Metrics::windowWidth});
     m_sidebar->setSelection(m_selectedCategory);
+    connect(m_detailColumn->operationStrip(), &OperationStrip::outputRequested, this,
+            &ContentView::showOutput);
     connect(m_sidebar, &SidebarView::categoryChosen, this, &ContentView::setSelectedCategory);
     showSelectedPage();
     return split;
@@ -124,6 +132,28 @@ void ContentView::updateOverlay() {
         m_overlay->show();
     }
     m_overlay->setOutput(*manager().operationOutput);
+}
+
+/// What a sheet covers can't be read: a failure is told within its sight, too.
+void ContentView::updateNotice() {
+    Sheet* const sheet = Sheet::openOver(window());
+    if (sheet == nullptr)
+        return;
+    if (!m_notice.isOpen() || m_notice.last()->succeeded) {
+        sheet->setNotice(nullptr);
+        return;
+    }
+    auto* const strip = new OperationStrip(m_notice, OperationStrip::Place::Sheet);
+    connect(strip, &OperationStrip::outputRequested, this, &ContentView::showOutput);
+    sheet->setNotice(strip);
+}
+
+void ContentView::showOutput() {
+    if (!m_notice.last())
+        return;
+    if (m_outputSheet)
+        m_outputSheet->dismiss();
+    m_outputSheet = new OutputSheet(*m_notice.last(), window());
 }
 
 void ContentView::setCornerWidget(QWidget* widget) {

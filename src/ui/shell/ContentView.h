@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "shell/OperationNotice.h"
 #include "shell/SidebarCategory.h"
 #include "views/PackageSelection.h"
 #include "views/View.h"
@@ -11,6 +12,7 @@ class DetailColumn;
 class DetailSheet;
 class LangManager;
 class OperationOverlay;
+class OutputSheet;
 class QVBoxLayout;
 class SidebarView;
 
@@ -40,6 +42,11 @@ public:
 
     [[nodiscard]] SidebarView* sidebar() const { return m_sidebar; }
 
+    [[nodiscard]] const OperationNotice& notice() const { return m_notice; }
+
+    /// Opens the transcript of the last operation, if there is one.
+    void showOutput();
+
     /// Keeps a widget in the lower leading corner, over the content and below the overlay.
     void setCornerWidget(QWidget* widget);
 
@@ -55,12 +62,14 @@ private:
     void closeSheet();
     void updateSheet();
     void updateOverlay();
+    void updateNotice();
     void placeCornerWidget();
 
     LangManager& m_langManager;
     QString m_aboutPicture;
     std::optional<SidebarCategory> m_selectedCategory{SidebarCategory::formulae};
     PackageSelection m_selection;
+    OperationNotice m_notice;
     bool m_wasShown{false};
 
     QVBoxLayout* m_layout;
@@ -69,6 +78,7 @@ private:
     SidebarView* m_sidebar{nullptr};
     DetailColumn* m_detailColumn{nullptr};
     QPointer<DetailSheet> m_sheet;
+    QPointer<OutputSheet> m_outputSheet;
     OperationOverlay* m_overlay{nullptr};
     QWidget* m_cornerWidget{nullptr};
 };

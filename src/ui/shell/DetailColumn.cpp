@@ -2,6 +2,7 @@
 #include "shell/DetailColumn.h"
 
 #include "shell/FailureStrip.h"
+#include "shell/OperationStrip.h"
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Theme.h"
@@ -54,11 +55,12 @@ void PageHeader::paintEvent(QPaintEvent*) {
     Painting::drawHairline(&painter, rect(), Theme::of(this));
 }
 
-DetailColumn::DetailColumn(BrewManager& manager, QWidget* parent)
+DetailColumn::DetailColumn(BrewManager& manager, OperationNotice& notice, QWidget* parent)
     : QWidget(parent),
       m_header(new PageHeader(this)),
+      m_operationStrip(new OperationStrip(notice, OperationStrip::Place::Column, this)),
       m_failureStrip(new FailureStrip(manager, this)),
-      m_layout(Boxes::column(0, {m_header, m_failureStrip})) {
+      m_layout(Boxes::column(0, {m_header, m_operationStrip, m_failureStrip})) {
     setLayout(m_layout);
 }
 

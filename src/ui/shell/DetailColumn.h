@@ -6,6 +6,8 @@
 class BrewManager;
 class ElidedLabel;
 class FailureStrip;
+class OperationNotice;
+class OperationStrip;
 class Page;
 class QHBoxLayout;
 class QVBoxLayout;
@@ -31,12 +33,12 @@ private:
     QWidget* m_controls{nullptr};
 };
 
-/// The right column: a page below its header, with the failure strip between them.
+/// The right column: a page below its header, with the strips that tell of failures between them.
 class DetailColumn final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit DetailColumn(BrewManager& manager, QWidget* parent = nullptr);
+    DetailColumn(BrewManager& manager, OperationNotice& notice, QWidget* parent = nullptr);
 
     /// Shows this page instead of the one before, which is deleted; takes it over.
     void setPage(Page* page);
@@ -48,10 +50,13 @@ public:
 
     [[nodiscard]] FailureStrip* failureStrip() const { return m_failureStrip; }
 
+    [[nodiscard]] OperationStrip* operationStrip() const { return m_operationStrip; }
+
 private:
     void setContent(QWidget* content);
 
     PageHeader* m_header;
+    OperationStrip* m_operationStrip;
     FailureStrip* m_failureStrip;
     QVBoxLayout* m_layout;
     QWidget* m_content{nullptr};

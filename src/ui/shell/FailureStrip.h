@@ -1,36 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/View.h"
+#include "shell/MessageStrip.h"
 
 #include <optional>
 
-class ElidedLabel;
-class IconButton;
+class BrewManager;
 
-/// The manager's last failure, in a slim strip below the header; it takes no room without one.
+/// The manager's last failure, in a strip below the header.
 ///
 /// Closing hides it until the message changes; the manager keeps its message.
-class FailureStrip final : public View {
+class FailureStrip final : public MessageStrip {
     Q_OBJECT
 
 public:
     explicit FailureStrip(BrewManager& manager, QWidget* parent = nullptr);
-
-    [[nodiscard]] QString message() const;
 
     /// Whether the user has closed the message that is there.
     [[nodiscard]] bool isClosed() const { return m_isClosed; }
 
     void setClosed(bool isClosed);
 
-protected:
-    void render() override;
-    void paintEvent(QPaintEvent* event) override;
-
 private:
-    ElidedLabel* m_message;
-    IconButton* m_close;
-    std::optional<QString> m_lastMessage;
+    void setFailure(const std::optional<QString>& failure);
+
+    std::optional<QString> m_failure;
     bool m_isClosed{false};
 };

@@ -61,6 +61,13 @@ void MainWindow::fillMenu() {
     check->setObjectName(u"checkForUpdatesAction"_s);
     check->setMenuRole(QAction::ApplicationSpecificRole);
     m_menu->addSeparator();
+    QAction* const output =
+        m_menu->addAction(DisplayText::label(L10n::output()), m_content, &ContentView::showOutput);
+    output->setObjectName(u"outputAction"_s);
+    output->setEnabled(m_content->notice().last().has_value());
+    connect(&m_content->notice(), &OperationNotice::changed, output,
+            [this, output] { output->setEnabled(m_content->notice().last().has_value()); });
+    m_menu->addSeparator();
     QAction* const close =
         m_menu->addAction(DisplayText::label(L10n::close()), this, &QWidget::close);
     close->setMenuRole(QAction::QuitRole);
@@ -81,7 +88,7 @@ void MainWindow::addShortcuts() {
     const auto onPage = [this](void (Page::*action)() const) {
         return [this, action] {
             const DetailColumn* const column = m_content->detailColumn();
-            const bool isInReach = !Sheet::isOpenOver(this);
+            const bool isInReach = Sheet::openOver(this) == nullptr;
             if (isInReach && column != nullptr && column->page() != nullptr)
                 (column->page()->*action)();
         };

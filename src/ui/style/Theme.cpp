@@ -39,6 +39,7 @@ Theme makeTheme(bool isDark) {
         .goodOnTint = pick(0x146C35, 0x5DD68A),
         .output = pick(0xF5F6F8, 0x26282C),
         .failure = pick(0xFDEFDC, 0x3A2E1D),
+        .operationFailure = pick(0xFCE9E8, 0x3B2626),
         .scrim = shade(Qt::black, 0.28, 0.50),
         .sheetShadow = shade(Qt::black, 0.30, 0.55),
         .overlayShadow = withOpacity(Qt::black, 0.33),

@@ -44,8 +44,9 @@ struct Theme final {
     QColor goodOnTint;
     /// Behind command output.
     QColor output;
-    /// Behind the failure strip.
+    /// Behind the strip that tells of a failed load, and behind that of a failed operation.
     QColor failure;
+    QColor operationFailure;
     /// Over the window while a sheet is open.
     QColor scrim;
     QColor sheetShadow;

@@ -52,7 +52,19 @@ void OutputText::setTallest(int height) {
     fitHeight();
 }
 
+void OutputText::fillRoom() {
+    m_fillsRoom = true;
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void OutputText::scrollToEnd() {
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
 void OutputText::fitHeight() {
+    if (m_fillsRoom)
+        return;
     const QMargins margins = viewportMargins();
     const int limit = m_tallest - margins.top() - margins.bottom();
     qreal height = 0;

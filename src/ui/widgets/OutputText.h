@@ -5,7 +5,8 @@
 
 /// Command output: monospaced, plain, selectable, as tall as its text.
 ///
-/// Only output of very many lines scrolls inside; all else leaves scrolling to what it is in.
+/// Only output of very many lines scrolls inside, unless it is to fill a room; all else leaves
+/// scrolling to what it is in.
 class OutputText final : public QPlainTextEdit {
     Q_OBJECT
 
@@ -24,6 +25,9 @@ public:
 
     /// How tall it may grow before it scrolls.
     void setTallest(int height);
+    /// From now on it is as tall as there is room, whatever its text, and scrolls inside.
+    void fillRoom();
+    void scrollToEnd();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -38,6 +42,7 @@ private:
     Frame m_frame;
     QString m_output;
     int m_tallest{6000};
+    bool m_fillsRoom{false};
 };
 
 /// A heading above what a command printed; hidden while that is nothing.

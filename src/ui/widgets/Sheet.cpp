@@ -40,9 +40,26 @@ Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest)
     hide();
 }
 
-bool Sheet::isOpenOver(const QWidget* window) {
-    return std::ranges::any_of(window->findChildren<Sheet*>(Qt::FindDirectChildrenOnly),
-                               [](const Sheet* sheet) { return sheet->isVisible(); });
+Sheet* Sheet::openOver(const QWidget* window) {
+    // Children that are raised come last.
+    const QList<Sheet*> sheets = window->findChildren<Sheet*>(Qt::FindDirectChildrenOnly);
+    const auto open = std::find_if(sheets.crbegin(), sheets.crend(),
+                                   [](const Sheet* sheet) { return sheet->isVisible(); });
+    return open == sheets.crend() ? nullptr : *open;
+}
+
+void Sheet::setNotice(QWidget* notice) {
+    if (m_notice != nullptr) {
+        // It may be the one that asked.
+        m_notice->hide();
+        m_notice->deleteLater();
+    }
+    m_notice = notice;
+    if (m_notice == nullptr)
+        return;
+    m_notice->setParent(this);
+    m_notice->show();
+    place();
 }
 
 void Sheet::present(QWidget* focus) {
@@ -87,6 +104,15 @@ void Sheet::place() {
     QRect panel(QPoint(), wanted.boundedTo(room).expandedTo(m_smallest));
     panel.moveCenter(rect().center());
     m_panel->setGeometry(panel);
+    if (m_notice != nullptr) {
+        constexpr int distance = 12;
+        constexpr int widest = 560;
+        QRect notice(0, 0, std::min(room.width(), widest), m_notice->height());
+        notice.moveCenter({panel.center().x(), 0});
+        notice.moveTop(std::max(0, panel.top() - distance - notice.height()));
+        m_notice->setGeometry(notice);
+        m_notice->raise();
+    }
     update();
 }
 
@@ -120,13 +146,16 @@ bool Sheet::focusNextPrevChild(bool next) {
     return false;
 }
 
+bool Sheet::isInReach(const QWidget* widget) const {
+    return m_panel->isAncestorOf(widget) || (m_notice != nullptr && m_notice->isAncestorOf(widget));
+}
+
 QWidget* Sheet::nextFocus(QWidget* from, bool forward) const {
     QWidget* widget = from;
     do {
         widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
         const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
-        if (takesTab && m_panel->isAncestorOf(widget) && widget->isEnabled() &&
-            widget->isVisibleTo(m_panel))
+        if (takesTab && isInReach(widget) && widget->isEnabled() && widget->isVisibleTo(this))
             return widget;
     } while (widget != from);
     return nullptr;

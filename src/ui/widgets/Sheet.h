@@ -18,11 +18,15 @@ public:
 
     [[nodiscard]] QWidget* panel() const { return m_panel; }
 
-    /// Whether some sheet covers this window.
-    [[nodiscard]] static bool isOpenOver(const QWidget* window);
+    /// The sheet that covers this window, the last one opened if there are several; may be null.
+    [[nodiscard]] static Sheet* openOver(const QWidget* window);
 
     /// Shows the sheet and puts the focus on `focus`, or on the first widget that takes it.
     void present(QWidget* focus = nullptr);
+
+    /// Shows something above the panel, in reach like what the panel holds; takes it over. Null
+    /// takes away what was there.
+    void setNotice(QWidget* notice);
 
     /// Makes the panel fit its content again after that has changed.
     void fitContent() { place(); }
@@ -44,10 +48,12 @@ protected:
 private:
     void place();
     void fade();
+    [[nodiscard]] bool isInReach(const QWidget* widget) const;
     [[nodiscard]] QWidget* nextFocus(QWidget* from, bool forward) const;
 
     QSize m_preferred;
     QSize m_smallest;
     QWidget* m_panel;
+    QWidget* m_notice{nullptr};
     QPointer<QWidget> m_focusBefore;
 };

@@ -51,6 +51,30 @@ void runSettings(AppWindow& app) {
         qFatal("The settings page doesn't come to rest");
 }
 
+/// How an operation has ended that the pages know nothing of.
+void tell(AppWindow& app, bool succeeded, const QString& closing) {
+    const QString start = u"Upgrading visual-studio-code..."_s;
+    Q_EMIT app.manager.operationEnded(
+        {.succeeded = succeeded,
+         .start = start,
+         .closing = closing,
+         .transcript = start +
+                       u"\n==> Fetching visual-studio-code\n"
+                       "Error: visual-studio-code: the archive is another one\n\n"_s +
+                       closing});
+    QCoreApplication::processEvents();
+}
+
+void tellFailure(AppWindow& app) {
+    tell(app, false, u"Failed to upgrade visual-studio-code"_s);
+}
+
+void openAddTap(AppWindow& app) {
+    choose(app, taps);
+    app.page().press(u"addTapButton"_s);
+    (void)SheetDriver(app.window);
+}
+
 } // namespace
 
 void AppScene::fill(AppWindow& app) {
@@ -96,11 +120,11 @@ const QList<AppScene>& AppScene::all() {
         {"detail of a formula", [](AppWindow& app) { openDetail(app, u"formula-wget"_s); }},
         {"detail of a cask", [](AppWindow& app) { openDetail(app, u"cask-iina"_s); }},
         {"detail of nothing", [](AppWindow& app) { openDetail(app, u"formula-nothing"_s); }},
-        {"add tap",
+        {"add tap", openAddTap},
+        {"add tap that failed",
          [](AppWindow& app) {
-             choose(app, taps);
-             app.page().press(u"addTapButton"_s);
-             (void)SheetDriver(app.window);
+             openAddTap(app);
+             tellFailure(app);
          }},
         {"overlay",
          [](AppWindow& app) {
@@ -112,6 +136,20 @@ const QList<AppScene>& AppScene::all() {
          [](AppWindow& app) {
              app.manager.errorMessage.set(u"brew info --installed --formula failed"_s);
              QCoreApplication::processEvents();
+         }},
+        {"failed operation", tellFailure},
+        {"both failures",
+         [](AppWindow& app) {
+             app.manager.errorMessage.set(u"brew info --installed --formula failed"_s);
+             tellFailure(app);
+         }},
+        {"successful operation",
+         [](AppWindow& app) { tell(app, true, u"Successfully upgraded visual-studio-code"_s); }},
+        {"output",
+         [](AppWindow& app) {
+             tellFailure(app);
+             app.window.content()->showOutput();
+             (void)SheetDriver(app.window);
          }},
     };
     return scenes;

@@ -10,7 +10,7 @@
 #include "shell/MainWindow.h"
 
 /// The application's window over a manager and a brew of its own, in English at first.
-struct AppWindow final {
+struct AppWindow {
     AppWindow() { LangManager::shared().setCurrent(Lang::en); }
 
     ScriptedBrew brew;

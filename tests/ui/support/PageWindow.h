@@ -5,6 +5,7 @@
 #include "PageDriver.h"
 #include "ScriptedBrew.h"
 #include "shell/DetailColumn.h"
+#include "shell/OperationNotice.h"
 #include "views/PackageSelection.h"
 
 class Page;
@@ -16,7 +17,8 @@ struct PageWindow final {
     ScriptedBrew brew;
     BrewManager manager{brew.discovery()};
     PackageSelection selection;
-    DetailColumn column{manager};
+    OperationNotice notice{manager};
+    DetailColumn column{manager, notice};
 
     /// Shows the page instead of the one before and waits until it can be seen. Takes it over.
     void show(Page* page);

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "shell/OutputSheet.h"
+
+#include "L10n.h"
+#include "shell/OperationSummary.h"
+#include "style/Metrics.h"
+#include "style/Typography.h"
+#include "widgets/Boxes.h"
+#include "widgets/DisplayText.h"
+#include "widgets/Labels.h"
+#include "widgets/OutputText.h"
+#include "widgets/SheetFooter.h"
+#include "widgets/SymbolLabel.h"
+
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize preferredSize{560, 460};
+constexpr QSize smallestSize{500, 380};
+constexpr int padding = 23;
+constexpr int titleSpacing = 12;
+constexpr int iconSize = 22;
+
+} // namespace
+
+OutputSheet::OutputSheet(const OperationSummary& summary, QWidget* window)
+    : Sheet(window, preferredSize, smallestSize) {
+    auto* const icon =
+        summary.succeeded
+            ? new SymbolLabel(u"checkmark.circle"_s, iconSize, &Theme::good)
+            : new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, &Theme::destructive);
+    auto* const title = new ElidedLabel(Typography::font(Typography::headerTitle, QFont::DemiBold));
+    title->setObjectName(u"outputTitle"_s);
+    title->setFullText(summary.title);
+    auto* const heading = new SecondaryLabel(L10n::output(), Typography::caption);
+    heading->setFont(Typography::font(Typography::caption, QFont::DemiBold));
+    auto* const text = new OutputText(L10n::output(), OutputText::Frame::Box, Typography::caption);
+    text->fillRoom();
+    text->setOutput(summary.transcript);
+    auto* const close = new QPushButton(DisplayText::label(L10n::close()));
+    close->setObjectName(u"closeOutput"_s);
+    connect(close, &QPushButton::clicked, this, &Sheet::dismiss);
+    connect(this, &Sheet::cancelRequested, this, &Sheet::dismiss);
+
+    auto* const content =
+        Boxes::column(Metrics::rowInset,
+                      {Boxes::row(titleSpacing, {icon, {title, 1}}, {0, 0, 0, Metrics::rowInset}),
+                       heading,
+                       {text, 1}},
+                      {padding, padding, padding, padding});
+    panel()->setLayout(Boxes::column(0, {{content, 1}, new SheetFooter(close)}));
+    setAccessibleName(summary.title);
+    present(close);
+    text->scrollToEnd();
+}
