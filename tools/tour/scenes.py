@@ -21,6 +21,7 @@ _PLACES = (1, 2, 4, 5, 7, 8, 9)
 FORMULA = "ffmpeg"
 CASK = "android-platform-tools"
 NEW = "bottom"
+BROKEN = "bat"
 TAP = "hashicorp/tap"
 NEW_TAP = "stripe/stripe-cli"
 _ALERT = "alert message"
@@ -75,6 +76,17 @@ class Stage:
     def wait_for_count(self, count: int) -> None:
         """The number of its packages that a page's title ends with."""
         self.app.find(re.compile(rf" \({count}\)$"), role="label")
+
+    def strip(self, told: str) -> tuple[Node, Node]:
+        """The buttons of the strip that tells of an operation: for its output and to close it."""
+        # These words come from brew and have no language.
+        strip = self.app.find(re.compile(told), role="filler")
+        output, close = strip.find_all(role="push button")
+        return output, close
+
+    def close_strip(self, told: str) -> None:
+        self.app.click(self.strip(told)[1])
+        self.app.wait_gone(re.compile(told), role="filler")
 
     def dismiss_alert(self) -> None:
         self.app.find(role=_ALERT)
@@ -157,6 +169,29 @@ def visit_updates(stage: Stage, outdated: int) -> None:
         stage.app.find(role="text", text=re.compile(f" {FORMULA}\\."))
         stage.take("updates-running", moving=True)
     stage.wait_for_count(outdated - 1)
+    upgraded = f"^Successfully upgraded {FORMULA}"
+    stage.strip(upgraded)
+    stage.take("operation-succeeded")
+    stage.close_strip(upgraded)
+    visit_failed_upgrade(stage, BROKEN)
+
+
+def visit_failed_upgrade(stage: Stage, package: str) -> None:
+    stage.prefix.misbehave(upgrade={"error": f"{package} did not build"})
+    stage.app.click_row_action(package)
+    failed = f"^Failed to upgrade {package}"
+    output, _ = stage.strip(failed)
+    stage.take("operation-failed")
+    stage.app.click(output)
+    stage.app.find(role="text", text=re.compile("did not build"))
+    stage.take("operation-output")
+    stage.app.press("Escape")
+    wait_until(
+        lambda: not stage.app.tree().find_all(role="text", text=re.compile("did not build")),
+        "the sheet is closed",
+    )
+    stage.close_strip(failed)
+    stage.prefix.misbehave()
 
 
 def visit_search(stage: Stage) -> None:
@@ -183,6 +218,7 @@ def visit_search(stage: Stage) -> None:
             stage.app.find(role="text", text=re.compile(f" {NEW}\\."))
             stage.take("search-installing", moving=True)
         stage.app.find(re.compile(f"^{NEW}, "), role="list item")
+        stage.close_strip(f"^Successfully installed {NEW}")
         stage.take("search-installed")
 
 
@@ -200,12 +236,24 @@ def visit_taps(stage: Stage, taps: int) -> None:
     stage.press_button(1)
     stage.app.find(re.compile("user/repo"), role="text")
     stage.take("add-tap")
+    stage.prefix.misbehave(tap={"error": "Invalid tap name: stripe"})
+    stage.app.type("stripe")
+    stage.app.press("Return")
+    # One is in the window, the other one in the sheet over it.
+    wait_until(
+        lambda: len(stage.app.tree().find_all(re.compile("Invalid tap"), role="filler")) == 2,
+        "the sheet tells of the failure",
+    )
+    stage.take("add-tap-failed")
+    stage.prefix.misbehave()
+    stage.app.press("ctrl+a")
     stage.app.type(NEW_TAP)
     with stage.prefix.holding_changes():
         stage.app.press("Return")
         stage.app.find(role="text", text=re.compile(f" {NEW_TAP}\\."))
         stage.take("add-tap-running", moving=True)
     stage.wait_for_count(taps + 1)
+    stage.close_strip("^Tapped ")
     stage.app.click_row_action(TAP)
     stage.app.find(role=_ALERT)
     stage.take("remove-tap-alert")
