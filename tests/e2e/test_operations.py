@@ -1,0 +1,188 @@
+# SPDX-License-Identifier: MIT
+"""However an operation ends, the window says so, and shows what brew said."""
+
+from __future__ import annotations
+
+import re
+import unittest
+from pathlib import Path
+
+from driver.testcase import DesktopTest
+from driver.tree import Node
+from driver.waiting import wait_until
+
+
+class Operations(DesktopTest):
+    def setUp(self) -> None:
+        super().setUp()
+        self.app = self.start()
+        # What the first refresh asks for isn't to come between.
+        self.app.find("Taps, 4", role="list item")
+        self.app.find(re.compile(r"^Updates, "), role="list item")
+
+    def answer(self, button: str) -> None:
+        (found,) = self.app.find(role="alert message").find_all(button, role="push button")
+        self.app.click(found)
+
+    def strip(self, told: str) -> Node:
+        """A strip is named after what it says, for those who hear it."""
+        return self.app.find(re.compile(told), role="filler")
+
+    def press_in(self, strip: Node, button: str) -> None:
+        (found,) = strip.find_all(button, role="push button")
+        self.app.click(found)
+
+    def assert_tells(self, told: str, *said: str) -> None:
+        """The strip tells it, the sheet shows all that was said, and both can be closed."""
+        strip = self.strip(told)
+        labels = [label.name for label in strip.find_all(role="label")]
+        self.assertEqual(" — ".join(labels), strip.name)
+        self.press_in(strip, "Output")
+        shown = self.app.find("Output", role="text").text
+        for part in said:
+            self.assertIn(part, shown)
+        self.assertNotIn("\x1b", shown)
+        self.assertNotIn("␛", shown)
+        self.app.press("Escape")
+        self.app.wait_gone("Output", role="text")
+        self.press_in(self.strip(told), "Close")
+        self.app.wait_gone(re.compile(told), role="filler")
+
+    # The ways of the sample to refuse something.
+
+    def test_a_pinned_formula_is_not_upgraded(self) -> None:
+        self.app.choose_category("Updates")
+        self.app.click_row_action("postgresql@16")
+        self.assert_tells(
+            r"^Failed to upgrade postgresql@16 — Error: Not upgrading 1 pinned package:$",
+            "Upgrading postgresql@16...\n",
+            "Error: Not upgrading 1 pinned package:",
+            "\nFailed to upgrade postgresql@16",
+        )
+
+    def test_what_others_need_is_not_uninstalled(self) -> None:
+        self.app.choose_category("Formulae")
+        self.app.click(self.app.find("Filter formulae", role="text"))
+        self.app.type("libpng")
+        self.app.find("Formulae (1)", role="label")
+        self.app.click_row_action("libpng")
+        self.answer("Uninstall")
+        self.assert_tells(
+            r"^Failed to uninstall libpng — Error: Refusing to uninstall ",
+            "because it is required by",
+            "brew uninstall --ignore-dependencies libpng",
+        )
+        self.assertTrue(self.prefix.is_installed("libpng"))
+
+    def test_what_is_disabled_is_not_installed(self) -> None:
+        self.app.choose_category("Search")
+        self.app.click(self.app.find("Search Homebrew packages", role="text"))
+        self.app.type("docker-machine")
+        self.app.click_row_action("docker-machine")
+        self.assert_tells(
+            r"^Failed to install docker-machine — Error: docker-machine has been disabled",
+            "Failed to install docker-machine",
+        )
+
+    def test_a_tap_in_use_is_not_removed(self) -> None:
+        self.app.choose_category("Taps")
+        self.app.click_row_action("hashicorp/tap")
+        self.answer("Remove")
+        # A tap has no closing words of the window's own.
+        self.assert_tells(
+            r"^Error: Refusing to untap hashicorp/tap because it contains",
+            "Removing tap hashicorp/tap...\n",
+            "terraform",
+        )
+
+    def add_tap(self, name: str) -> None:
+        self.app.choose_category("Taps")
+        self.app.click_button("Add tap")
+        self.app.find("Enter the tap name (e.g., user/repo)", role="text")
+        self.app.type(name)
+        self.app.press("Return")
+
+    def assert_the_sheet_tells(self, name: str, told: str) -> None:
+        """The sheet is a window's last child; its strip is the one that can be reached."""
+
+        def in_sheet() -> Node | None:
+            found = self.app.tree().find_all(re.compile(told), role="filler")
+            return found[-1] if len(found) == 2 else None
+
+        strip = wait_until(in_sheet, f"the sheet tells {told}")
+        field = self.app.find("Enter the tap name (e.g., user/repo)", role="text")
+        self.assertEqual(field.text, name)
+        self.assertLess(strip.rect.bottom, field.rect.y)
+        self.press_in(strip, "Output")
+        self.app.find("Output", role="text", text=re.compile(told.removeprefix("^")))
+        self.app.press("Escape")
+        self.app.wait_gone("Output", role="text")
+        self.assertEqual(
+            self.app.find("Enter the tap name (e.g., user/repo)", role="text").text, name
+        )
+        self.press_in(strip, "Close")
+        self.app.wait_gone(re.compile(told), role="filler")
+
+    def test_a_tap_that_is_nowhere_is_not_added(self) -> None:
+        self.add_tap("missing/tools")
+        self.assert_the_sheet_tells("missing/tools", "^Error: Failure while executing; `git clone")
+
+    def test_nonsense_is_not_added(self) -> None:
+        self.add_tap("nonsense")
+        self.assert_the_sheet_tells("nonsense", "^Error: Invalid tap name: 'nonsense'")
+
+    # What can go wrong beside.
+
+    def test_of_many_upgrades_one_fails(self) -> None:
+        self.prefix.misbehave(upgrade={"status": 1})
+        self.app.choose_category("Updates")
+        self.app.click_button("Update All")
+        self.assert_tells(
+            r"^Upgrade failed$", "Upgrading all packages...\n", "==> Pouring", "\nUpgrade failed"
+        )
+
+    def test_a_cask_in_colour(self) -> None:
+        self.prefix.misbehave(**{"upgrade --cask": {"error": "no room", "colour": True}})
+        self.app.choose_category("Updates")
+        self.app.click_row_action("keepassxc")
+        self.assert_tells(r"^Failed to upgrade keepassxc — Error: no room$", "Error: no room\n")
+
+    def test_brew_is_gone(self) -> None:
+        Path(self.prefix.brew).unlink()
+        self.app.choose_category("Updates")
+        self.app.click_row_action("bat")
+        self.assert_tells(r"^Failed to upgrade bat$", "no such file or directory")
+
+    def test_brew_says_nothing_and_fails(self) -> None:
+        self.prefix.misbehave(untap={"status": 3, "truncate": 0, "close": "stderr"})
+        self.app.choose_category("Taps")
+        self.app.click_row_action("mongodb/brew")
+        self.answer("Remove")
+        self.strip(r"^Removing tap mongodb/brew\.\.\.$")
+
+    # And what goes well.
+
+    def test_what_goes_well_is_told_and_goes_by_itself(self) -> None:
+        self.app.choose_category("Taps")
+        self.app.click_row_action("mongodb/brew")
+        self.answer("Remove")
+        self.strip(r"^Untapped")
+        self.app.wait_gone(re.compile("^Untapped"), role="filler")
+        # The transcript stays within reach.
+        self.app.open_application_menu()
+        self.app.press("Up", "Up", "Return")
+        self.app.find("Output", role="text", text=re.compile("^Removing tap mongodb/brew"))
+
+    def test_the_next_operation_takes_the_place_of_the_last(self) -> None:
+        self.app.choose_category("Updates")
+        self.app.click_row_action("postgresql@16")
+        self.strip("^Failed to upgrade postgresql@16")
+        with self.prefix.holding_changes():
+            self.app.click_row_action("bat")
+            self.app.find("Running...", role="label")
+            self.assertFalse(self.app.shows(re.compile("^Failed to upgrade"), role="filler"))
+        self.strip("^Successfully upgraded bat$")
+
+
+if __name__ == "__main__":
+    unittest.main()
