@@ -10,6 +10,8 @@
 #include "style/Look.h"
 #include "style/SystemAppearance.h"
 
+#include <cstdlib>
+
 int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     Look::setUp();
@@ -19,6 +21,5 @@ int main(int argc, char* argv[]) {
     MainWindow window(manager, LangManager::shared(), QString());
     const FirstFrame firstFrame(&window);
     window.show();
-    const int status = QApplication::exec();
-    return manager.leaveRunningCommands() > 0 ? (std::_Exit(status), status) : status;
+    std::_Exit(QApplication::exec());
 }

@@ -49,9 +49,9 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
 void LumoraApp::run() {
     m_window->show();
     const int status = QApplication::exec();
-    m_brewManager->leaveRunningCommands();
     // Threads that can't be joined may be at work: one for each command, which goes on without
-    // us, or asking for the address of a host. Nothing may be destroyed under their feet.
+    // us (PipeGuard), or asking for the address of a host. Nothing may be destroyed under their
+    // feet.
     std::_Exit(status);
 }
 

@@ -44,8 +44,7 @@ std::string_view trimmed(std::string_view text) {
 /// Only a login shell that is also interactive reads every file in which users put
 /// `brew` on their search path.
 std::string askShellForBrew() {
-    const auto started =
-        ShellProcess::start({"-l", "-i", "-c", "which brew"}, ShellProcess::Session::Own);
+    const auto started = ShellProcess::start({"-l", "-i", "-c", "which brew"});
     const auto* shell = std::get_if<ShellProcess>(&started);
     if (shell == nullptr)
         return {};

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "RunBrewSync.h"
 
-#include "OpenPipes.h"
-
 #include <simdjson.h>
 
 namespace {
@@ -34,20 +32,12 @@ std::string commandLine(const std::string& brewPath, const std::vector<std::stri
     return line;
 }
 
-RunOutcome runBrewSync(const std::string& brewPath, const std::vector<std::string>& args,
-                       OpenPipes* openPipes) {
-    std::shared_lock<std::shared_mutex> starting;
-    if (openPipes != nullptr)
-        starting = openPipes->startCommand();
+RunOutcome runBrewSync(const std::string& brewPath, const std::vector<std::string>& args) {
     auto started = ShellProcess::start({"-l", "-c", commandLine(brewPath, args)});
     if (auto* error = std::get_if<LaunchError>(&started))
         return std::move(*error);
 
     const auto& shell = std::get<ShellProcess>(started);
-    const OpenPipes::Registration registration(openPipes, shell.standardOutput().get(),
-                                               shell.standardError().get());
-    if (starting)
-        starting.unlock();
     std::string output = shell.standardOutput().readToEnd();
     std::string error = shell.standardError().readToEnd();
     const std::int32_t status = shell.waitForExit();

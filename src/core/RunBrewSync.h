@@ -8,8 +8,6 @@
 #include <variant>
 #include <vector>
 
-class OpenPipes;
-
 /// What one run of a command printed and how it ended.
 ///
 /// Both texts are valid UTF-8, whole and untrimmed; a stream whose bytes are not
@@ -39,8 +37,5 @@ using RunOutcome = std::variant<CommandResult, LaunchError>;
 /// standard-error pipe (1 MiB) waits until it has closed standard output. Whatever goes
 /// wrong behind the shell (no brew at that path, an unknown command) is a result with
 /// a non-zero status, not an error.
-///
-/// `openPipes`, if given, knows the run's pipes while it lasts.
 [[nodiscard]] RunOutcome runBrewSync(const std::string& brewPath,
-                                     const std::vector<std::string>& args,
-                                     OpenPipes* openPipes = nullptr);
+                                     const std::vector<std::string>& args);

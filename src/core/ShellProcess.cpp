@@ -35,7 +35,7 @@ std::vector<char*> argumentVector(std::string& program, std::vector<std::string>
 } // namespace
 
 std::variant<ShellProcess, LaunchError>
-ShellProcess::start(const std::vector<std::string>& arguments, Session session, const char* shell) {
+ShellProcess::start(const std::vector<std::string>& arguments, const char* shell) {
     const auto hasNul = [](const std::string& text) {
         return text.find('\0') != std::string::npos;
     };
@@ -54,9 +54,8 @@ ShellProcess::start(const std::vector<std::string>& arguments, Session session, 
     // pipe, the later a chatty command has to stop and wait.
     error.enlarge();
 
+    PipeGuard guard(output.readEnd, error.readEnd);
     SpawnAttributes attributes;
-    if (session == Session::Own)
-        attributes.startSession();
     attributes.connect(output.writeEnd.get(), STDOUT_FILENO);
     attributes.connect(error.writeEnd.get(), STDERR_FILENO);
 
@@ -65,13 +64,15 @@ ShellProcess::start(const std::vector<std::string>& arguments, Session session, 
     pid_t pid = -1;
     if (const int code = attributes.spawn(pid, argumentVector(program, owned)))
         return launchError(shell, code);
-    return ShellProcess(pid, std::move(output.readEnd), std::move(error.readEnd));
+    return ShellProcess(pid, std::move(output.readEnd), std::move(error.readEnd), std::move(guard));
 }
 
-ShellProcess::ShellProcess(pid_t pid, FileDescriptor standardOutput, FileDescriptor standardError)
+ShellProcess::ShellProcess(pid_t pid, FileDescriptor standardOutput, FileDescriptor standardError,
+                           PipeGuard guard)
     : m_pid(pid),
       m_standardOutput(std::move(standardOutput)),
-      m_standardError(std::move(standardError)) {}
+      m_standardError(std::move(standardError)),
+      m_guard(std::move(guard)) {}
 
 std::int32_t ShellProcess::waitForExit() const {
     int status = 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "FileDescriptor.h"
+#include "PipeGuard.h"
 
 #include <sys/types.h>
 
@@ -19,21 +20,17 @@ struct LaunchError final {
 
 /// A running child shell with its standard output and standard error on two pipes.
 ///
-/// Standard input, environment and working directory are the application's own.
-/// The destructor closes the pipes but doesn't wait: call waitForExit().
+/// Standard input, environment and working directory are the application's own; the session
+/// isn't (see SpawnAttributes). A guard stands beside the child. The destructor closes the
+/// pipes and ends the guard, but doesn't wait for the child: call waitForExit().
 class ShellProcess final {
 public:
-    /// Whether the child shares the application's terminal session. A shell that
-    /// thinks it is interactive would fight for the terminal and be stopped by it.
-    enum class Session { Inherited, Own };
-
     /// The shell that every command runs through.
     static constexpr const char* zsh = "/bin/zsh";
 
     /// Starts `shell` with `arguments` (without the program name).
     [[nodiscard]] static std::variant<ShellProcess, LaunchError>
-    start(const std::vector<std::string>& arguments, Session session = Session::Inherited,
-          const char* shell = zsh);
+    start(const std::vector<std::string>& arguments, const char* shell = zsh);
 
     [[nodiscard]] const FileDescriptor& standardOutput() const { return m_standardOutput; }
 
@@ -43,11 +40,13 @@ public:
     [[nodiscard]] std::int32_t waitForExit() const;
 
 private:
-    ShellProcess(pid_t pid, FileDescriptor standardOutput, FileDescriptor standardError);
+    ShellProcess(pid_t pid, FileDescriptor standardOutput, FileDescriptor standardError,
+                 PipeGuard guard);
 
     pid_t m_pid{-1};
     FileDescriptor m_standardOutput;
     FileDescriptor m_standardError;
+    PipeGuard m_guard;
 };
 
 /// Prepares this process for the children it will start; call it once, before any thread.

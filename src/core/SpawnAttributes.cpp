@@ -27,7 +27,7 @@ char** inheritedEnvironment() {
 
 } // namespace
 
-SpawnAttributes::SpawnAttributes() {
+SpawnAttributes::SpawnAttributes() : m_environment(inheritedEnvironment()) {
     posix_spawnattr_init(&m_attributes);
     posix_spawn_file_actions_init(&m_fileActions);
 
@@ -36,13 +36,13 @@ SpawnAttributes::SpawnAttributes() {
     posix_spawnattr_setsigmask(&m_attributes, &signals);
     sigaddset(&signals, SIGPIPE);
     posix_spawnattr_setsigdefault(&m_attributes, &signals);
-    m_flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+    short flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID;
 #ifdef __APPLE__
     // Also keeps out what lacks close-on-exec only for a moment, there being no pipe2().
-    m_flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
+    flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
     posix_spawn_file_actions_addinherit_np(&m_fileActions, STDIN_FILENO);
 #endif
-    posix_spawnattr_setflags(&m_attributes, m_flags);
+    posix_spawnattr_setflags(&m_attributes, flags);
 }
 
 SpawnAttributes::~SpawnAttributes() {
@@ -50,17 +50,13 @@ SpawnAttributes::~SpawnAttributes() {
     posix_spawnattr_destroy(&m_attributes);
 }
 
-void SpawnAttributes::startSession() {
-    m_flags |= POSIX_SPAWN_SETSID;
-    posix_spawnattr_setflags(&m_attributes, m_flags);
+void SpawnAttributes::clearEnvironment() {
+    static char* none[] = {nullptr};
+    m_environment = none;
 }
 
 void SpawnAttributes::connect(int source, int target) {
     posix_spawn_file_actions_adddup2(&m_fileActions, source, target);
-}
-
-void SpawnAttributes::connectToNull(int target, int flags) {
-    posix_spawn_file_actions_addopen(&m_fileActions, target, "/dev/null", flags, 0);
 }
 
 int SpawnAttributes::spawn(pid_t& pid, const std::vector<char*>& argumentVector) {
@@ -70,5 +66,5 @@ int SpawnAttributes::spawn(pid_t& pid, const std::vector<char*>& argumentVector)
     posix_spawn_file_actions_addclosefrom_np(&m_fileActions, STDERR_FILENO + 1);
 #endif
     return posix_spawn(&pid, argumentVector.front(), &m_fileActions, &m_attributes,
-                       argumentVector.data(), inheritedEnvironment());
+                       argumentVector.data(), m_environment);
 }

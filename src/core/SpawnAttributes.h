@@ -9,7 +9,9 @@
 ///
 /// Every child gets an empty signal mask, the default action for SIGPIPE and no descriptor
 /// but the three standard streams, whatever a library has set up in this process; all of
-/// that would otherwise be inherited.
+/// that would otherwise be inherited. It leads a session of its own, without a terminal: what
+/// is typed where this process was started, or the end of that terminal, doesn't reach it, and
+/// a shell that thinks it is interactive has nothing to fight for.
 class SpawnAttributes final {
 public:
     SpawnAttributes();
@@ -17,12 +19,10 @@ public:
     SpawnAttributes& operator=(const SpawnAttributes&) = delete;
     ~SpawnAttributes();
 
-    /// The child becomes the leader of a session of its own, without a terminal.
-    void startSession();
+    /// The child gets no environment instead of this process's.
+    void clearEnvironment();
     /// The child's standard stream `target` becomes a copy of this process's `source`.
     void connect(int source, int target);
-    /// The child's standard stream `target` is the null device, opened with `flags`.
-    void connectToNull(int target, int flags);
 
     /// Starts `argumentVector[0]`; the vector ends in a null pointer. Returns 0 or errno.
     [[nodiscard]] int spawn(pid_t& pid, const std::vector<char*>& argumentVector);
@@ -30,5 +30,5 @@ public:
 private:
     posix_spawnattr_t m_attributes{};
     posix_spawn_file_actions_t m_fileActions{};
-    short m_flags{};
+    char** m_environment;
 };

@@ -11,11 +11,9 @@
 #include <QCoroTask>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 
-class OpenPipes;
 struct BrewDiscovery;
 
 /// Everything the interface shows about Homebrew, and every Homebrew action.
@@ -31,7 +29,6 @@ public:
     /// Looks for `brew` in Homebrew's usual places, blocking (see BrewDiscovery).
     BrewManager();
     explicit BrewManager(const BrewDiscovery& discovery);
-    ~BrewManager() override;
 
     /// Installed packages, sorted by name.
     Published<QList<BrewPackage>> formulae{*this};
@@ -84,10 +81,6 @@ public:
     QCoro::Task<QString> cleanup();
     QCoro::Task<QString> doctor();
 
-    /// For an application about to end: leaves the pipes of all running commands to small
-    /// processes that read them to their ends. Returns how many commands were running.
-    int leaveRunningCommands();
-
 Q_SIGNALS:
     /// An operation has begun and shown `start`, the first line of its transcript.
     void operationStarted(const QString& start);
@@ -105,5 +98,4 @@ private:
     QCoro::Task<QString> runReport(QStringList arguments,
                                    std::function<QString(const Printed&)> choose);
     QString m_brewPath;
-    std::shared_ptr<OpenPipes> m_openPipes;
 };

@@ -32,7 +32,7 @@ QCoro::Task<> BrewManager::runLoad(Load load) {
     const QPointer<BrewManager> self(this);
     load.isLoading.set(true);
     errorMessage.set(std::nullopt);
-    const auto outcome = co_await runDetached(m_brewPath, load.arguments, m_openPipes);
+    const auto outcome = co_await runDetached(m_brewPath, load.arguments);
     if (!self)
         co_return;
 

@@ -34,7 +34,7 @@ QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
     isRunningOperation.set(true);
     operationOutput.set(operation.start);
     Q_EMIT operationStarted(report.start);
-    const auto outcome = co_await runDetached(m_brewPath, operation.arguments, m_openPipes);
+    const auto outcome = co_await runDetached(m_brewPath, operation.arguments);
     if (!self)
         co_return false;
 
@@ -62,7 +62,7 @@ QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
 QCoro::Task<QString> BrewManager::runReport(QStringList arguments,
                                             std::function<QString(const Printed&)> choose) {
     static_assert(takesParametersByValue<&BrewManager::runReport>);
-    const auto outcome = co_await runDetached(m_brewPath, arguments, m_openPipes);
+    const auto outcome = co_await runDetached(m_brewPath, arguments);
     if (const auto* error = std::get_if<LaunchError>(outcome.get()))
         co_return u"Error: "_s + QString::fromStdString(error->description);
     const auto& result = std::get<CommandResult>(*outcome);

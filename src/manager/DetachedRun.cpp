@@ -7,8 +7,7 @@
 #include <thread>
 
 QFuture<std::shared_ptr<const RunOutcome>> runDetached(const QString& brewPath,
-                                                       const QStringList& arguments,
-                                                       std::shared_ptr<OpenPipes> openPipes) {
+                                                       const QStringList& arguments) {
     using Promise = QPromise<std::shared_ptr<const RunOutcome>>;
     const auto promise = std::make_shared<Promise>();
     promise->start();
@@ -21,9 +20,8 @@ QFuture<std::shared_ptr<const RunOutcome>> runDetached(const QString& brewPath,
     for (const QString& argument : arguments)
         args.push_back(argument.toStdString());
     try {
-        std::thread([finish, path = brewPath.toStdString(), args = std::move(args),
-                     pipes = std::move(openPipes)] {
-            finish(runBrewSync(path, args, pipes.get()));
+        std::thread([finish, path = brewPath.toStdString(), args = std::move(args)] {
+            finish(runBrewSync(path, args));
         }).detach();
     } catch (const std::system_error& error) {
         finish(LaunchError{std::string("No thread could be started for brew: ") + error.what()});

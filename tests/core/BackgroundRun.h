@@ -12,11 +12,9 @@
 /// waits for.
 class BackgroundRun final {
 public:
-    explicit BackgroundRun(const FakeBrew& brew, const std::vector<std::string>& args = {},
-                           OpenPipes* openPipes = nullptr) {
-        std::packaged_task<RunOutcome()> run([path = brew.path().toStdString(), args, openPipes] {
-            return runBrewSync(path, args, openPipes);
-        });
+    explicit BackgroundRun(const FakeBrew& brew, const std::vector<std::string>& args = {}) {
+        std::packaged_task<RunOutcome()> run(
+            [path = brew.path().toStdString(), args] { return runBrewSync(path, args); });
         m_outcome = run.get_future();
         std::thread thread(std::move(run));
         m_thread = thread.native_handle();

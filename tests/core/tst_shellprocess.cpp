@@ -22,12 +22,13 @@ private Q_SLOTS:
     void reportsAShellThatCannotStart();
     void reportsScarceDescriptors_data();
     void reportsScarceDescriptors();
+    void doesWithoutAGuard_data();
+    void doesWithoutAGuard();
     void reportsHowTheShellEnded_data();
     void reportsHowTheShellEnded();
     void knowsNoStatusOfWhatSomebodyElseCollected();
     void keepsItsPipesFromOtherChildren();
-    void choosesTheSession_data();
-    void choosesTheSession();
+    void startsASessionOfItsOwn();
     void leavesNothingBehind();
 
 private:
@@ -38,9 +39,8 @@ namespace {
 
 using Started = std::variant<ShellProcess, LaunchError>;
 
-Started startLine(const std::string& line,
-                  ShellProcess::Session session = ShellProcess::Session::Inherited) {
-    return ShellProcess::start({"-c", line}, session);
+Started startLine(const std::string& line) {
+    return ShellProcess::start({"-c", line});
 }
 
 } // namespace
@@ -66,8 +66,7 @@ void ShellProcessTest::reportsAShellThatCannotStart() {
     QVERIFY(QFile::setPermissions(folder.filePath(u"empty"_s), QFile::ReadOwner | QFile::ExeOwner));
     const QString shell = folder.filePath(name);
 
-    const Started started = ShellProcess::start({"-c", "true"}, ShellProcess::Session::Inherited,
-                                                shell.toStdString().c_str());
+    const Started started = ShellProcess::start({"-c", "true"}, shell.toStdString().c_str());
 
     const auto* error = std::get_if<LaunchError>(&started);
     QVERIFY(error != nullptr);
@@ -94,6 +93,29 @@ void ShellProcessTest::reportsScarceDescriptors() {
     QCOMPARE(error->description,
              std::string("/bin/zsh could not be started: Too many open files."));
     QCOMPARE(DescriptorLimit::lowestFree(), lowestBefore);
+}
+
+void ShellProcessTest::doesWithoutAGuard_data() {
+    QTest::addColumn<int>("left");
+    for (int left = 4; left < 6; ++left)
+        QTest::addRow("%d left of the 6 it takes with a guard", left) << left;
+}
+
+void ShellProcessTest::doesWithoutAGuard() {
+    QFETCH(int, left);
+    const int lowestBefore = DescriptorLimit::lowestFree();
+    {
+        Started started = LaunchError{};
+        {
+            const DescriptorLimit limit(left);
+            started = startLine("echo output; exit 3");
+        }
+        const auto& shell = std::get<ShellProcess>(started);
+        QCOMPARE(shell.standardOutput().readToEnd(), std::string("output\n"));
+        QCOMPARE(shell.waitForExit(), 3);
+    }
+    QCOMPARE(DescriptorLimit::lowestFree(), lowestBefore);
+    QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1);
 }
 
 void ShellProcessTest::reportsHowTheShellEnded_data() {
@@ -131,25 +153,14 @@ void ShellProcessTest::keepsItsPipesFromOtherChildren() {
     QCOMPARE(shell.waitForExit(), 0);
 }
 
-void ShellProcessTest::choosesTheSession_data() {
-    QTest::addColumn<ShellProcess::Session>("session");
-    QTest::addColumn<bool>("leads");
-    QTest::newRow("inherited") << ShellProcess::Session::Inherited << false;
-    QTest::newRow("own") << ShellProcess::Session::Own << true;
-}
-
-void ShellProcessTest::choosesTheSession() {
-    QFETCH(ShellProcess::Session, session);
-    QFETCH(bool, leads);
-    const Started started = startLine("ps -o sess= -p $$; echo $$", session);
+void ShellProcessTest::startsASessionOfItsOwn() {
+    const Started started = startLine("ps -o sess= -p $$; echo $$");
     const auto& shell = std::get<ShellProcess>(started);
     const QStringList answer =
         QString::fromStdString(shell.standardOutput().readToEnd()).simplified().split(u' ');
     QCOMPARE(shell.waitForExit(), 0);
     QCOMPARE(answer.size(), 2);
-    const QString& sessionID = answer[0];
-    const QString& processID = answer[1];
-    QCOMPARE(sessionID, leads ? processID : QString::number(::getsid(0)));
+    QCOMPARE(answer[0], answer[1]);
 }
 
 void ShellProcessTest::leavesNothingBehind() {

@@ -283,25 +283,6 @@ class Day(DesktopTest):
 class Leaving(DesktopTest):
     prefix_options = ("--small", "--pace", "0")
 
-    def test_work_that_has_begun_is_finished_without_the_window(self) -> None:
-        app = self.start()
-        for load in LOADS:
-            self.prefix.wait_for_command(load)
-        app.choose_category("Updates")
-        start = self.prefix.runs()
-        with self.prefix.holding_changes():
-            app.click_row_action("bat")
-            app.find("Output", role="text", text="Upgrading bat...")
-            self.prefix.wait_until_at_work_on("bat")
-            app.close_window()
-            status, seconds = app.wait_ended()
-            self.assertEqual(status, 0)
-            self.assertLess(seconds, 1)
-            self.assertEqual(self.prefix.commands(start), [])
-            self.assertIn("bat", self.prefix.outdated())
-        self.assertEqual(self.prefix.wait_for_command("upgrade bat", start), 0)
-        self.assertNotIn("bat", self.prefix.outdated())
-
     def test_the_window_closes_while_everything_loads(self) -> None:
         start = self.prefix.runs()
         with self.prefix.holding_runs():

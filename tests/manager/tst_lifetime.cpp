@@ -5,13 +5,9 @@
 #include "OperationCase.h"
 #include "PackageNamed.h"
 #include "PublicationRecorder.h"
-#include "SecondProcess.h"
-#include "ShellProcess.h"
 
 #include <QPointer>
 #include <QtTest>
-
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -29,16 +25,12 @@ private Q_SLOTS:
     void aManagerMayDieDuringAnOperation();
     void aManagerMayDieDuringAReport();
     void aManagerMayDieWithItsTasksDiscarded();
-    void leavesAllRunningCommands();
-    void letsACommandOutliveTheApplication();
 
 private:
     const FreshHome m_home;
 };
 
 namespace {
-
-constexpr int patience = 30'000;
 
 /// A manager that can be destroyed while its command waits for destroyAndEnd().
 class Doomed final {
@@ -210,59 +202,5 @@ void LifetimeTest::aManagerMayDieWithItsTasksDiscarded() {
     QCOMPARE(doomed.recorded(), QStringList());
 }
 
-void LifetimeTest::leavesAllRunningCommands() {
-    const FakeBrew brew;
-    brew.setBody(brew.recordArguments() + brew.waitFor(u"go"_s));
-    BrewManager manager(brewAt(brew));
-    QCOMPARE(manager.leaveRunningCommands(), 0);
-
-    const auto operation = manager.upgradeAll();
-    const auto load = manager.loadTaps();
-    QTRY_COMPARE(manager.leaveRunningCommands(), 2);
-
-    brew.open(u"go"_s);
-    QTRY_VERIFY(operation.isReady() && load.isReady());
-    QTRY_COMPARE(manager.leaveRunningCommands(), 0);
-}
-
-void LifetimeTest::letsACommandOutliveTheApplication() {
-    const FakeBrew brew;
-    // Far more than the pipes hold, so that the command must still have a reader.
-    const QByteArray flood = "head -c 3000000 /dev/zero | tr '\\0' x";
-    brew.setBody(brew.reach(u"running"_s) + brew.waitFor(u"go"_s) + "set -e\n" + flood + '\n' +
-                 flood + " >&2\necho more\n" + brew.reach(u"finished"_s));
-
-    const SecondProcess application(u"quit while brew runs"_s, {brew.path(), brew.folder()});
-    QCOMPARE(application.status(), EXIT_SUCCESS);
-    QVERIFY(brew.hasReached(u"running"_s));
-    QVERIFY(!brew.hasReached(u"finished"_s));
-    brew.open(u"go"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(brew.hasReached(u"finished"_s), patience);
-}
-
-namespace {
-
-/// An application that ends while an upgrade is running.
-int quitWhileBrewRuns(const QStringList& arguments) {
-    prepareForChildProcesses();
-    int count = 1;
-    char name[] = "application";
-    char* vector[] = {name, nullptr};
-    const QCoreApplication application(count, vector);
-    BrewManager manager(brewAt(arguments[0]));
-    manager.upgradeAll();
-    const QString mark = arguments[1] + u"/running"_s;
-    const bool isRunning = QTest::qWaitFor([&] { return QFile::exists(mark); }, patience);
-    // The run is listed a moment after it has started.
-    const auto isLeft = [&] { return manager.leaveRunningCommands() == 1; };
-    return isRunning && QTest::qWaitFor(isLeft, patience) ? EXIT_SUCCESS : EXIT_FAILURE;
-}
-
-} // namespace
-
-int main(int argc, char* argv[]) {
-    return SecondProcess::main<LifetimeTest>(argc, argv,
-                                             {{u"quit while brew runs"_s, quitWhileBrewRuns}});
-}
-
+QTEST_GUILESS_MAIN(LifetimeTest)
 #include "tst_lifetime.moc"

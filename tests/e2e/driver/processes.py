@@ -33,6 +33,19 @@ def end_orphans() -> None:
                 continue
 
 
+def at_work() -> set[int]:
+    """The children of this process that have not ended."""
+
+    def has_ended(child: int) -> bool:
+        try:
+            stat = Path(f"/proc/{child}/stat").read_text(errors="replace")
+        except FileNotFoundError:
+            return True
+        return stat.rpartition(")")[2].split()[0] == "Z"
+
+    return {child for child in _children() if not has_ended(child)}
+
+
 def _children() -> list[int]:
     # Children of other threads of ours would stand in other files; there are no such threads.
     me = os.getpid()
