@@ -36,6 +36,7 @@ FreshHome::FreshHome() {
     qputenv("FONTCONFIG_FILE", LUMORA_SOURCE_DIR "/tests/support/fonts.conf");
     qputenv("LC_ALL", "C.UTF-8");
     qunsetenv("LANGUAGE");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
     // The application object, older than this in some tests, has set what it found.
     std::setlocale(LC_ALL, "C.UTF-8");
     QCoreApplication::setOrganizationName(u"Lumora"_s);

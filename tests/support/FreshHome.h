@@ -7,7 +7,7 @@
 ///
 /// Nothing of the user's is read or written: HOME and the XDG folders point into a
 /// temporary folder, the language is plain English, no shell profile is found, neither the
-/// user's nor the system's, and there are the fonts of fonts.conf alone.
+/// user's nor the system's, there are the fonts of fonts.conf alone, and no session bus.
 class FreshHome final {
 public:
     FreshHome();
