@@ -34,6 +34,7 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
         Look::setDark(m_options.appearance == CommandLineOptions::Appearance::Dark);
 
     m_brewManager.emplace(discoveryFor(m_options));
+    m_sleepInhibitor.emplace(*m_brewManager);
     const ApplicationBundle bundle = ApplicationBundle::running();
     m_window.emplace(*m_brewManager, LangManager::shared(), bundle.picturePath());
 

@@ -6,6 +6,7 @@
 #include "CommandLineOptions.h"
 #include "UpdateAlertBoxes.h"
 #include "shell/MainWindow.h"
+#include "shell/SleepInhibitor.h"
 #include "style/SystemAppearance.h"
 
 #include <QApplication>
@@ -30,6 +31,7 @@ private:
     CommandLineOptions m_options;
     std::optional<SystemAppearance> m_appearance;
     std::optional<BrewManager> m_brewManager;
+    std::optional<SleepInhibitor> m_sleepInhibitor;
     std::optional<MainWindow> m_window;
     std::optional<UpdateAlertBoxes> m_alerts;
     std::optional<AutoUpdater> m_updater;
