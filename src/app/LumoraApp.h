@@ -5,6 +5,7 @@
 #include "BrewManager.h"
 #include "CommandLineOptions.h"
 #include "UpdateAlertBoxes.h"
+#include "shell/DesktopNotices.h"
 #include "shell/MainWindow.h"
 #include "shell/SleepInhibitor.h"
 #include "style/SystemAppearance.h"
@@ -33,6 +34,7 @@ private:
     std::optional<BrewManager> m_brewManager;
     std::optional<SleepInhibitor> m_sleepInhibitor;
     std::optional<MainWindow> m_window;
+    std::optional<DesktopNotices> m_notices;
     std::optional<UpdateAlertBoxes> m_alerts;
     std::optional<AutoUpdater> m_updater;
 };

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "shell/DesktopNotices.h"
+
+#include "BrewManager.h"
+#include "widgets/DisplayText.h"
+
+#include <QApplication>
+#include <QEvent>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QDBusMessage notificationCall(const QString& method, const QVariantList& arguments = {}) {
+    const QString service = u"org.freedesktop.Notifications"_s;
+    QDBusMessage call = QDBusMessage::createMethodCall(service, u"/org/freedesktop/Notifications"_s,
+                                                       service, method);
+    call.setArguments(arguments);
+    return call;
+}
+
+QString lineOf(const OperationReport& report) {
+    return DisplayText::line(report.closing.isEmpty() ? report.start : report.closing);
+}
+
+} // namespace
+
+DesktopNotices::DesktopNotices(const BrewManager& manager, QWidget& window) : m_window(window) {
+    m_window.installEventFilter(this);
+    connect(&manager, &BrewManager::operationEnded, this, &DesktopNotices::tell);
+}
+
+void DesktopNotices::tell(const OperationReport& report) {
+    if (m_window.isActiveWindow())
+        return;
+    QApplication::alert(&m_window);
+    // Asked each time: another server may have taken the place of the last one.
+    m_bus.call(notificationCall(u"GetCapabilities"_s),
+               [this, line = lineOf(report)](const QDBusMessage& reply) {
+                   if (reply.type() != QDBusMessage::ReplyMessage || m_window.isActiveWindow())
+                       return;
+                   const QStringList capabilities = reply.arguments().value(0).toStringList();
+                   show(capabilities.contains(u"body-markup"_s) ? line.toHtmlEscaped() : line);
+               });
+}
+
+void DesktopNotices::show(const QString& body) {
+    constexpr uint replacesNone = 0;
+    constexpr uchar normalUrgency = 1;
+    constexpr int asLongAsUsual = -1;
+    const QVariantMap hints{{u"desktop-entry"_s, u"lumora"_s},
+                            {u"urgency"_s, QVariant::fromValue(normalUrgency)}};
+    // No action: a desktop that gets none raises the window itself, as only it may.
+    m_bus.call(notificationCall(u"Notify"_s, {u"Lumora"_s, replacesNone, u"lumora"_s, u"Lumora"_s,
+                                              body, QStringList(), hints, asLongAsUsual}),
+               [this](const QDBusMessage& reply) {
+                   if (reply.type() != QDBusMessage::ReplyMessage)
+                       return;
+                   const uint id = reply.arguments().value(0).toUInt();
+                   if (m_window.isActiveWindow())
+                       takeBack(id);
+                   else
+                       m_shown.append(id);
+               });
+}
+
+void DesktopNotices::takeBack(uint id) {
+    m_bus.call(notificationCall(u"CloseNotification"_s, {id}));
+}
+
+bool DesktopNotices::eventFilter(QObject* /*watched*/, QEvent* event) {
+    if (event->type() == QEvent::WindowActivate) {
+        for (const uint id : std::exchange(m_shown, {}))
+            takeBack(id);
+    }
+    return false;
+}
