@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "DesktopServiceDouble.h"
 #include "FakeBrew.h"
 #include "FreshHome.h"
 #include "LumoraApp.h"
 #include "SecondProcess.h"
-#include "SessionBus.h"
+#include "SilentBus.h"
 #include "shell/ContentView.h"
 #include "style/LumoraStyle.h"
 #include "style/Theme.h"
@@ -16,6 +17,7 @@
 #include <QElapsedTimer>
 #include <QIcon>
 #include <QProcess>
+#include <QPushButton>
 #include <QToolTip>
 
 #include <netdb.h>
@@ -53,6 +55,9 @@ private Q_SLOTS:
     void usesNoBrewButTheOneItIsGiven();
     void leavesAtOnce_data();
     void leavesAtOnce();
+    void keepsTheDesktopInformed();
+    void leavesNobodyAwakeWhenKilled();
+    void worksBesideASilentBus();
 
 private:
     FreshHome m_home;
@@ -185,6 +190,76 @@ int leave(const QStringList& arguments) {
     application.run();
 }
 
+/// Upgrades everything while another window is the active one, and stays until it is killed.
+int upgrade(const QStringList& arguments) {
+    Application application(arguments);
+    MainWindow& window = Application::window();
+    window.show();
+    window.content()->setSelectedCategory(SidebarCategory::updates);
+    auto& button = *window.findChild<QPushButton*>(u"updateAllButton"_s);
+    constexpr int patience = 60'000;
+    const auto waitUntil = [&](bool isEnabled) {
+        return QTest::qWaitFor(
+            [&] { return button.isVisible() && button.isEnabled() == isEnabled; }, patience);
+    };
+    if (!waitUntil(true))
+        return EXIT_FAILURE;
+    QWidget elsewhere;
+    elsewhere.show();
+    elsewhere.activateWindow();
+    button.click();
+    // The page loads its list anew in between.
+    if (!waitUntil(false) || !waitUntil(true))
+        return EXIT_FAILURE;
+    std::puts("upgraded");
+    std::fflush(stdout);
+    application.run();
+}
+
+/// The same as a process of its own, and the brew that it uses.
+class Upgrade final {
+public:
+    Upgrade() {
+        m_brew.setBody(
+            m_brew.recordArguments() +
+            "case $1 in outdated) echo '{\"formulae\": [{\"name\": \"wget\", "
+            "\"installed_versions\": [\"1\"], \"current_version\": \"2\", \"pinned\": false, "
+            "\"pinned_version\": null}], \"casks\": []}';; upgrade) " +
+            m_brew.waitFor(u"gate"_s) + "esac\n");
+        const QByteArray command = SecondProcess::scriptLine(
+            u"upgrade"_s, {u"--brew"_s, m_brew.path(), u"--appearance"_s, u"light"_s});
+        m_process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromUtf8(command)});
+    }
+
+    ~Upgrade() { kill(); }
+
+    /// Waits until brew is at work.
+    [[nodiscard]] bool hasStarted() const {
+        return QTest::qWaitFor(
+            [this] { return m_brew.recordedRuns().contains(QStringList{u"upgrade"_s}); }, patience);
+    }
+
+    Q_DISABLE_COPY_MOVE(Upgrade)
+
+    /// Lets brew end, and waits until the window has seen it.
+    [[nodiscard]] bool finish() {
+        m_brew.open(u"gate"_s);
+        return QTest::qWaitFor([this] { return m_process.readAllStandardOutput() == "upgraded\n"; },
+                               patience);
+    }
+
+    void kill() {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    static constexpr int patience = 60'000;
+
+    FakeBrew m_brew;
+    QProcess m_process;
+};
+
 /// An application whose brew has nothing to say.
 QStringList with(const QStringList& arguments) {
     return QStringList{u"--brew"_s, u"/bin/true"_s} + arguments;
@@ -287,12 +362,54 @@ void LumoraAppTest::leavesAtOnce() {
         QTRY_VERIFY(QFile::exists(end));
 }
 
+void LumoraAppTest::keepsTheDesktopInformed() {
+    const SessionBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    const DesktopServiceDouble session(bus, u"org.gnome.SessionManager"_s,
+                                       u"/org/gnome/SessionManager"_s);
+    DesktopServiceDouble notifications(bus, u"org.freedesktop.Notifications"_s,
+                                       u"/org/freedesktop/Notifications"_s);
+    notifications.setAnswer(u"GetCapabilities"_s, QStringList{u"body"_s});
+    Upgrade upgrade;
+    QVERIFY(upgrade.hasStarted());
+    QTRY_COMPARE(session.calls(),
+                 QStringList{u"Inhibit (susu) 'lumora' '0' 'Upgrading all packages...' '4'"_s});
+    QVERIFY(upgrade.finish());
+    QTRY_COMPARE(session.calls().value(1), u"Uninhibit (u) '1'"_s);
+    QTRY_COMPARE(notifications.calls().size(), 2);
+    QCOMPARE(notifications.arguments().value(4).toString(), u"All packages upgraded"_s);
+}
+
+void LumoraAppTest::leavesNobodyAwakeWhenKilled() {
+    const SessionBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    const DesktopServiceDouble session(bus, u"org.gnome.SessionManager"_s,
+                                       u"/org/gnome/SessionManager"_s);
+    Upgrade upgrade;
+    QVERIFY(upgrade.hasStarted());
+    QTRY_COMPARE(session.calls().size(), 1);
+    QVERIFY(session.isCallerThere());
+    upgrade.kill();
+    // Brew goes on, yet the service sees that whoever asked for it is gone.
+    QTRY_VERIFY(!session.isCallerThere());
+}
+
+void LumoraAppTest::worksBesideASilentBus() {
+    const SilentBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    Upgrade upgrade;
+    QVERIFY(upgrade.hasStarted());
+    QTRY_VERIFY(bus.hasCaller());
+    QVERIFY(upgrade.finish());
+}
+
 int main(int argc, char* argv[]) {
     return SecondProcess::main<LumoraAppTest>(argc, argv,
                                               {{u"look"_s, look},
                                                {u"follow"_s, follow},
                                                {u"show about"_s, showAbout},
                                                {u"find brew"_s, findBrew},
+                                               {u"upgrade"_s, upgrade},
                                                {u"leave"_s, leave}});
 }
 
