@@ -3,6 +3,7 @@
 
 #include "BrewDiscovery.h"
 #include "LangManager.h"
+#include "shell/ContentView.h"
 #include "style/Look.h"
 
 #include <cstdlib>
@@ -37,7 +38,7 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
     m_sleepInhibitor.emplace(*m_brewManager);
     const ApplicationBundle bundle = ApplicationBundle::running();
     m_window.emplace(*m_brewManager, LangManager::shared(), bundle.picturePath());
-    m_notices.emplace(*m_brewManager, *m_window);
+    m_notices.emplace(m_window->content()->notice(), *m_window);
 
     m_alerts.emplace(&*m_window);
     m_updater.emplace(releases, bundle, *m_alerts);

@@ -103,7 +103,7 @@ void DesktopNoticesTest::initTestCase() {
 void DesktopNoticesTest::init() {
     m_app.emplace();
     m_elsewhere.emplace();
-    m_notices.emplace(m_app->manager, m_app->window);
+    m_notices.emplace(m_app->window.content()->notice(), m_app->window);
     m_app->showLoaded();
     alerted.clear();
 }
@@ -119,8 +119,8 @@ void DesktopNoticesTest::tellsOfTheEnd_data() {
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("body");
     QTest::newRow("success") << u"install wget"_s << 0 << u"Successfully installed wget"_s;
-    QTest::newRow("failure") << u"install wget"_s << 1 << u"Failed to install wget"_s;
-    QTest::newRow("tap") << u"tap wget"_s << 1 << u"Adding tap wget..."_s;
+    QTest::newRow("failure") << u"install wget"_s << 1 << u"Failed to install wget — Error: no"_s;
+    QTest::newRow("tap") << u"tap wget"_s << 1 << u"Error: no"_s;
 }
 
 void DesktopNoticesTest::tellsOfTheEnd() {
@@ -128,7 +128,7 @@ void DesktopNoticesTest::tellsOfTheEnd() {
     QFETCH(const int, status);
     QFETCH(const QString, body);
     const Notifications notifications(m_bus);
-    m_app->brew.answer(commandLine, {}, status);
+    m_app->brew.answer(commandLine, {}, status, status == 0 ? "" : "Error: no\n");
     leave();
     BrewManager& manager = m_app->manager;
     const auto operation = commandLine.startsWith(u"tap"_s)
@@ -146,7 +146,9 @@ void DesktopNoticesTest::tellsOfABrewThatCannotBeStarted() {
         const DescriptorLimit none(0);
         install(u"wget"_s);
     }
-    QTRY_COMPARE(notifications.calls(), QStringList{notify(u"Installing wget..."_s)});
+    QTRY_COMPARE(
+        notifications.calls(),
+        QStringList{notify(u"Error: /bin/zsh could not be started: Too many open files."_s)});
     QCOMPARE(alerted.size(), 1);
 }
 

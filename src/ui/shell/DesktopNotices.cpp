@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/DesktopNotices.h"
 
-#include "BrewManager.h"
-#include "widgets/DisplayText.h"
+#include "shell/OperationNotice.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -21,29 +20,27 @@ QDBusMessage notificationCall(const QString& method, const QVariantList& argumen
     return call;
 }
 
-QString lineOf(const OperationReport& report) {
-    return DisplayText::line(report.closing.isEmpty() ? report.start : report.closing);
-}
-
 } // namespace
 
-DesktopNotices::DesktopNotices(const BrewManager& manager, QWidget& window) : m_window(window) {
+DesktopNotices::DesktopNotices(const OperationNotice& notice, QWidget& window) : m_window(window) {
     m_window.installEventFilter(this);
-    connect(&manager, &BrewManager::operationEnded, this, &DesktopNotices::tell);
+    connect(&notice, &OperationNotice::changed, this, [this, &notice] {
+        if (notice.isOpen())
+            tell(notice.last()->line());
+    });
 }
 
-void DesktopNotices::tell(const OperationReport& report) {
+void DesktopNotices::tell(const QString& line) {
     if (m_window.isActiveWindow())
         return;
     QApplication::alert(&m_window);
     // Asked each time: another server may have taken the place of the last one.
-    m_bus.call(notificationCall(u"GetCapabilities"_s),
-               [this, line = lineOf(report)](const QDBusMessage& reply) {
-                   if (reply.type() != QDBusMessage::ReplyMessage || m_window.isActiveWindow())
-                       return;
-                   const QStringList capabilities = reply.arguments().value(0).toStringList();
-                   show(capabilities.contains(u"body-markup"_s) ? line.toHtmlEscaped() : line);
-               });
+    m_bus.call(notificationCall(u"GetCapabilities"_s), [this, line](const QDBusMessage& reply) {
+        if (reply.type() != QDBusMessage::ReplyMessage || m_window.isActiveWindow())
+            return;
+        const QStringList capabilities = reply.arguments().value(0).toStringList();
+        show(capabilities.contains(u"body-markup"_s) ? line.toHtmlEscaped() : line);
+    });
 }
 
 void DesktopNotices::show(const QString& body) {

@@ -5,9 +5,8 @@
 
 #include <QList>
 
-class BrewManager;
+class OperationNotice;
 class QWidget;
-struct OperationReport;
 
 /// Tells of an operation's end where the user is while the window isn't the active one: the
 /// window asks for attention, and the desktop shows a notification until the user is back.
@@ -15,14 +14,14 @@ class DesktopNotices final : public QObject {
     Q_OBJECT
 
 public:
-    /// The window outlives this.
-    DesktopNotices(const BrewManager& manager, QWidget& window);
+    /// Both outlive this.
+    DesktopNotices(const OperationNotice& notice, QWidget& window);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void tell(const OperationReport& report);
+    void tell(const QString& line);
     void show(const QString& body);
     void takeBack(uint id);
 
