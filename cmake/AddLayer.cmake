@@ -5,7 +5,8 @@
 #
 # DEPENDS  layers whose types appear in this layer's headers
 # USES     layers that only this layer's sources see: whoever links this layer
-#          can't include their headers
+#          can't include their headers. With a floor behind it (ui/widgets) only the floors of
+#          that layer up to this one, which are a library of their own
 # LIBRARIES / PRIVATE_LIBRARIES   the same distinction for libraries from outside
 # FLOORS   the layer's own folders from the ground up: each includes only itself and
 #          those before it
@@ -30,7 +31,8 @@ function(add_layer)
         target_link_libraries(${target} PUBLIC lumora_${layer})
     endforeach()
     foreach(layer IN LISTS LAYER_USES)
-        target_link_libraries(${target} PRIVATE lumora_${layer})
+        string(REPLACE "/" "_" library "lumora_${layer}")
+        target_link_libraries(${target} PRIVATE ${library})
     endforeach()
 
     set_property(

@@ -11,7 +11,8 @@ the floors of a layer that has some, `name: layer;layer | floor;floor`, from the
 each is a folder that includes itself and those before it, and whose headers are included
 with the name of their folder. The folder of the program (--program) has no line: it puts
 the layers together and nobody includes it. Headers that the build generates (--generated)
-belong to no layer and to all.
+belong to no layer and to all. Where a layer depends on floors of another only, the highest
+of these stands behind the other's name, `name: layer/floor`.
 """
 
 import argparse
@@ -51,8 +52,13 @@ def read_floors(text):
     return floors
 
 
+def layer_of(dependency):
+    return dependency.partition("/")[0]
+
+
 def table_problems(table):
     """Dependencies on unknown layers, and cycles."""
+    table = {name: {layer_of(need) for need in needs} for name, needs in table.items()}
     problems = []
     for name, dependencies in table.items():
         for unknown in sorted(dependencies - table.keys()):
@@ -165,6 +171,9 @@ class Tree:
         if name != f"{folder}/{Path(name).name}":
             self.complain(path, number, f"{name} is included without its folder {folder}/")
         floors = self.floors[target]
+        for highest in self.highest_floors(layer, target):
+            if floors.index(folder) > floors.index(highest):
+                self.complain(path, number, f"{layer} includes {name}, above the floor {highest}")
         if layer == target and {folder, path.parent.name} <= set(floors):
             if floors.index(folder) > floors.index(path.parent.name):
                 self.complain(path, number, f"{path.parent.name} includes {name}, a floor above")
@@ -172,7 +181,12 @@ class Tree:
     def may_include(self, layer, target):
         if layer == self.program:
             return True
-        return target in self.table.get(layer, set())
+        return target in {layer_of(need) for need in self.table.get(layer, set())}
+
+    def highest_floors(self, layer, target):
+        """Where a layer depends on some floors of another only, the uppermost of them."""
+        needs = (need.partition("/") for need in self.table.get(layer, set()))
+        return [floor for name, _, floor in needs if name == target and floor]
 
 
 def main():

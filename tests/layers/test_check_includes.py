@@ -202,6 +202,21 @@ class CheckIncludesTest(unittest.TestCase):
         self.add("ui/attic/Trunk.h", START)
         self.assert_complains("ui/attic/Trunk.h:1: attic is no floor of ui", table=table)
 
+    def test_lets_a_layer_depend_on_some_floors_only(self):
+        table = self.add_floors() + "extra: ui/widgets;\n"
+        self.add("extra/Extra.cpp", '#include "widgets/Row.h"\n')
+        self.assert_complains(table=table)
+        self.add("extra/Peek.cpp", '#include "pages/Page.h"\n')
+        self.assert_complains(
+            "extra/Peek.cpp:1: extra includes pages/Page.h, above the floor widgets", table=table
+        )
+
+    def test_knows_whose_floors_they_are(self):
+        self.assert_complains(
+            "layer table: extra depends on attic, which is no layer",
+            table=TABLE + "extra: attic/widgets;\n",
+        )
+
     def test_refuses_an_empty_tree(self):
         empty = self.root / "core" / "none"
         self.assertEqual(Tree(empty, {}).check(), [f"{empty}: no sources found"])
