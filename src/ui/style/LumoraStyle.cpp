@@ -243,3 +243,12 @@ int LumoraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
 }
+
+int LumoraStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* returned) const {
+    constexpr char16_t bullet = u'•';
+    // The usual one is as large as the field.
+    return hint == SH_LineEdit_PasswordCharacter
+               ? bullet
+               : QProxyStyle::styleHint(hint, option, widget, returned);
+}

@@ -41,6 +41,8 @@ public:
                            const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override;
 
 private:
     void drawPushButton(const QStyleOption* option, QPainter* painter, const QWidget* widget) const;
