@@ -25,10 +25,23 @@ function(lay_out_bundle target folder)
     set(contents "${folder}/Lumora.app/Contents")
     configure_file("${plist}" "${contents}/Info.plist" COPYONLY)
     configure_file("${picture}" "${contents}/Resources/Lumora.png" COPYONLY)
+    put_into_bundle(${target} "${folder}")
+endfunction()
+
+# put_into_bundle(<target> <folder>)
+#
+# Puts the executable where the bundle <folder>/Lumora.app has its own.
+function(put_into_bundle target folder)
+    if(APPLE)
+        set_target_properties(
+            ${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${folder}/Lumora.app/Contents/MacOS"
+        )
+        return()
+    endif()
     set_target_properties(
         ${target}
         PROPERTIES
-            RUNTIME_OUTPUT_DIRECTORY "${contents}/bin"
+            RUNTIME_OUTPUT_DIRECTORY "${folder}/Lumora.app/Contents/bin"
             # Where a packaged bundle has the libraries that came with it.
             BUILD_WITH_INSTALL_RPATH TRUE
             INSTALL_RPATH "$ORIGIN/../lib"

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "Askpass.h"
+
+#include "PasswordDialog.h"
+#include "SessionVariables.h"
+#include "style/Look.h"
+#include "style/SystemAppearance.h"
+
+#include <QApplication>
+#include <QLockFile>
+#include <QSocketNotifier>
+#include <QStandardPaths>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void complain(const char* reason) {
+    std::fprintf(stderr, "lumora-askpass: %s\n", reason);
+}
+
+/// Standard error ends up in what the user reads of brew: Qt's remarks don't belong there. Its
+/// one fatal message is that nothing can be shown anywhere, after which it would abort.
+void handleMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
+    if (type != QtFatalMsg)
+        return;
+    complain("there is no display to ask on");
+    std::_Exit(EXIT_FAILURE);
+}
+
+void leaveNoCore() {
+    constexpr rlimit none{0, 0};
+    ::setrlimit(RLIMIT_CORE, &none);
+#ifdef Q_OS_LINUX
+    // Nor may another process of the user's look into this one's memory.
+    ::prctl(PR_SET_DUMPABLE, 0);
+#endif
+}
+
+bool print(QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const ssize_t count = ::write(STDOUT_FILENO, bytes.data(), std::size_t(bytes.size()));
+        if (count < 0 && errno != EINTR)
+            return false;
+        bytes = bytes.sliced(std::max<ssize_t>(count, 0));
+    }
+    return true;
+}
+
+} // namespace
+
+int Askpass::run(const char* prompt) {
+    qInstallMessageHandler(handleMessage);
+    SessionVariables::takeUp();
+
+    // None of the arguments is Qt's, whatever a prompt looks like.
+    char name[] = "lumora-askpass";
+    char* arguments[] = {name, nullptr};
+    int count = 1;
+    const QApplication application(count, arguments);
+    // Lumora's own, for its preferences.
+    QApplication::setOrganizationName(u"Lumora"_s);
+    QApplication::setApplicationName(u"Lumora"_s);
+    QApplication::setDesktopFileName(u"lumora"_s);
+
+    // In a folder that is the user's alone. Without one there is no telling who else asks.
+    QLockFile lock(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+                   u"/lumora-askpass.lock"_s);
+    // However long somebody thinks about it.
+    lock.setStaleLockTime(0);
+    if (!lock.tryLock()) {
+        complain(lock.error() == QLockFile::LockFailedError ? "another password is being asked for"
+                                                            : "the lock can't be taken");
+        return EXIT_FAILURE;
+    }
+
+    Look::setUp();
+    const SystemAppearance appearance;
+    const auto follow = [&appearance] { Look::setDark(appearance.isDark()); };
+    follow();
+    QObject::connect(&appearance, &SystemAppearance::changed, &application, follow);
+    // Not before: the desktop's portal answers nobody whose memory it couldn't look into.
+    leaveNoCore();
+
+    PasswordDialog dialog(QString::fromUtf8(prompt));
+    // A pipe tells in this way that its reader is gone: nobody waits for the password any more,
+    // and the next one who needs it shall not be refused.
+    const QSocketNotifier reader(STDOUT_FILENO, QSocketNotifier::Exception);
+    QObject::connect(&reader, &QSocketNotifier::activated, &dialog, &QDialog::reject);
+    dialog.show();
+    dialog.activateWindow();
+    if (dialog.exec() != QDialog::Accepted)
+        return EXIT_FAILURE;
+    QByteArray password = dialog.takePassword();
+    const bool isPrinted = print(password) && print("\n");
+    PasswordDialog::wipe(password);
+    return isPrinted ? EXIT_SUCCESS : EXIT_FAILURE;
+}
