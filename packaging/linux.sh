@@ -98,13 +98,14 @@ copy_common_licences() {
 
 complete_bundle() {
     local contents="$1/Contents" source_plugins plugin name path
+    local programs=("$contents/bin/Lumora" "$contents/bin/lumora-askpass")
     local libraries="$contents/lib" licences="$contents/Resources/licences"
     mkdir -p "$libraries" "$licences"
-    strip "$contents/bin/Lumora"
+    strip "${programs[@]}"
 
     source_plugins=$(qtpaths6 --query QT_INSTALL_PLUGINS 2> /dev/null ||
         qmake6 -query QT_INSTALL_PLUGINS)
-    local files=("$contents/bin/Lumora")
+    local files=("${programs[@]}")
     for plugin in "${plugins[@]}"; do
         [ -e "$source_plugins/$plugin" ] || continue
         mkdir -p "$contents/plugins/${plugin%/*}"
@@ -123,7 +124,7 @@ complete_bundle() {
     copy_common_licences "$licences"
 
     # A run path of a library's own, such as libproxy's, would keep the executable's from it.
-    patchelf --remove-rpath "$libraries"/* "${files[@]:1}"
+    patchelf --remove-rpath "$libraries"/* "${files[@]:${#programs[@]}}"
 
     printf '[Paths]\nPrefix = ..\nLibraries = lib\nPlugins = plugins\n' > "$contents/bin/qt.conf"
 }

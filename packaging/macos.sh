@@ -13,7 +13,7 @@ complete_bundle() {
     iconutil -c icns -o "$contents/Resources/Lumora.icns" "$icons"
     rm -rf "${icons%/*}"
 
-    macdeployqt "$1" -always-overwrite >&2
+    macdeployqt "$1" -always-overwrite -executable="$contents/MacOS/lumora-askpass" >&2
     # Without an identity: it only keeps the system from taking the bundle for a damaged one.
     codesign --force --deep --sign - "$1" >&2
 }

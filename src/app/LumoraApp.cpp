@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LumoraApp.h"
 
+#include "AskpassProgram.h"
 #include "BrewDiscovery.h"
 #include "LangManager.h"
 #include "shell/ContentView.h"
@@ -34,6 +35,8 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
     else
         Look::setDark(m_options.appearance == CommandLineOptions::Appearance::Dark);
 
+    // The manager's first command has to know of it.
+    AskpassProgram::offer(QApplication::applicationDirPath());
     m_brewManager.emplace(discoveryFor(m_options));
     m_sleepInhibitor.emplace(*m_brewManager);
     const ApplicationBundle bundle = ApplicationBundle::running();
