@@ -10,7 +10,7 @@ from pathlib import Path
 
 from .desk import Desk
 from .home import Home
-from .processes import start, stop
+from .processes import OtherProcess, start, stop
 from .tree import Node, NotSeen, Tree, Wanted
 from .waiting import PATIENCE, NotHappened, wait_until
 
@@ -295,6 +295,22 @@ class Application:
             return condition()
 
         return wait_until(still_running, what, patience)
+
+
+class Companion(Application):
+    """A program that was started by the application, or by what that has started."""
+
+    def __init__(self, desk: Desk, home: Home, process: int) -> None:
+        self.desk = desk
+        self._scale = 1
+        self.home = home
+        self.screen = desk.screen
+        self.log = home.folder / "application.log"
+        self._process = OtherProcess(process)
+        self._accessible = self._wait(
+            lambda: desk.accessibility.application_of(process),
+            lambda: "the program appears on the accessibility bus",
+        )
 
 
 def _begins_with(package: str) -> re.Pattern[str]:

@@ -35,15 +35,16 @@ def end_orphans() -> None:
 
 def at_work() -> set[int]:
     """The children of this process that have not ended."""
+    return {child for child in _children() if not _has_ended(child)}
 
-    def has_ended(child: int) -> bool:
-        try:
-            stat = Path(f"/proc/{child}/stat").read_text(errors="replace")
-        except FileNotFoundError:
-            return True
-        return stat.rpartition(")")[2].split()[0] == "Z"
 
-    return {child for child in _children() if not has_ended(child)}
+def _has_ended(process: int) -> bool:
+    """Also one whose status nobody has asked for yet."""
+    try:
+        stat = Path(f"/proc/{process}/stat").read_text(errors="replace")
+    except FileNotFoundError:
+        return True
+    return stat.rpartition(")")[2].split()[0] == "Z"
 
 
 def _children() -> list[int]:
@@ -67,6 +68,18 @@ def start(command: list[str], log: Path, **options: Any) -> subprocess.Popen[byt
             preexec_fn=_end_with_parent,
             **options,
         )
+
+
+class OtherProcess:
+    """One that somebody else has started, and whose exit status is theirs to know."""
+
+    returncode = "of its own"
+
+    def __init__(self, pid: int) -> None:
+        self.pid = pid
+
+    def poll(self) -> str | None:
+        return self.returncode if _has_ended(self.pid) else None
 
 
 def stop(child: subprocess.Popen[bytes]) -> None:
