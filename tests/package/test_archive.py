@@ -100,7 +100,8 @@ class ReleaseArchive(DesktopTest):
         entries = plistlib.loads((self.contents / "Info.plist").read_bytes())
         self.assertEqual(entries["CFBundleShortVersionString"], os.environ["LUMORA_VERSION"])
         self.assertEqual(entries["CFBundleExecutable"], "Lumora")
-        self.assertTrue(os.access(self.contents / "bin/Lumora", os.X_OK))
+        for program in ("Lumora", "lumora-askpass"):
+            self.assertTrue(os.access(self.contents / "bin" / program, os.X_OK), program)
         picture = (self.contents / "Resources/Lumora.png").read_bytes()
         self.assertTrue(picture.startswith(b"\x89PNG"))
 
@@ -181,6 +182,14 @@ class ReleaseArchive(DesktopTest):
         )
         self.assertEqual(built.returncode, 127, built.stdout + built.stderr)
         self.assertIn("error while loading shared libraries", built.stderr)
+        asking = subprocess.run(
+            [*alone, *hide, self.contents / "bin/lumora-askpass", "Password:"],
+            env={"PATH": os.environ["PATH"], "HOME": str(self.home.folder)},
+            capture_output=True,
+            check=False,
+            text=True,
+        )
+        self.assertEqual(asking.stderr, "lumora-askpass: there is no display to ask on\n")
         app = self.start_bundle(*alone, *hide)
         self.assert_runs_on_its_own(app)
         app.close_window()
