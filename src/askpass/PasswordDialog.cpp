@@ -74,7 +74,6 @@ PasswordDialog::PasswordDialog(const QString& prompt)
     m_field->setObjectName(u"passwordField"_s);
     m_field->setAccessibleName(DisplayText::line(text));
     m_field->setEchoMode(QLineEdit::Password);
-    m_field->setInputMethodHints(m_field->inputMethodHints() | Qt::ImhSensitiveData);
     // It would offer to copy and to undo, which the field wouldn't do.
     m_field->setContextMenuPolicy(Qt::NoContextMenu);
     m_field->setFixedSize(fieldWidth, Metrics::controlHeight);

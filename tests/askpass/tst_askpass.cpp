@@ -7,7 +7,7 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QLineEdit>
+#include <QLabel>
 #include <QLockFile>
 #include <QProcess>
 #include <QTimer>
@@ -30,7 +30,8 @@ private Q_SLOTS:
     void printsWhatIsTyped();
     void printsNothingWhenCancelled_data();
     void printsNothingWhenCancelled();
-    void takesNoPromptForAnOption_data();
+    void asksWhateverItIsGiven_data();
+    void asksWhateverItIsGiven();
     void takesNoPromptForAnOption();
     void looksLikeLumora();
     void keepsItsMemoryToItself();
@@ -98,9 +99,10 @@ int cancel(const QStringList& arguments) {
 }
 
 /// Succeeds if what is looked at is as it should be.
-int look(const std::function<bool(PasswordDialog&)>& isRight) {
+int look(const std::function<bool(PasswordDialog&)>& isRight,
+         const QString& prompt = u"Password:"_s) {
     bool isFound = false;
-    const int status = askAnd(u"Password:"_s, [&](PasswordDialog& dialog) {
+    const int status = askAnd(prompt, [&](PasswordDialog& dialog) {
         isFound = isRight(dialog);
         dialog.reject();
     });
@@ -113,6 +115,16 @@ int lookAtTheWindow(const QStringList&) {
                !dialog.windowIcon().isNull() && QGuiApplication::desktopFileName() == u"lumora"_s &&
                QCoreApplication::applicationName() == u"Lumora"_s;
     });
+}
+
+int lookAtThePrompt(const QStringList&) {
+    // To Qt it says to lay out everything from right to left.
+    const QString prompt = u"-reverse"_s;
+    const auto isShown = [prompt](PasswordDialog& dialog) {
+        return dialog.findChild<QLabel*>(u"prompt"_s)->text() == prompt &&
+               dialog.layoutDirection() == Qt::LeftToRight;
+    };
+    return look(isShown, prompt);
 }
 
 int lookAtTheProcess(const QStringList&) {
@@ -198,7 +210,7 @@ void AskpassTest::printsNothingWhenCancelled() {
     QCOMPARE(process.status(), EXIT_FAILURE);
 }
 
-void AskpassTest::takesNoPromptForAnOption_data() {
+void AskpassTest::asksWhateverItIsGiven_data() {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("a platform") << QStringList{u"-platform"_s, u"none"_s};
     QTest::newRow("a style") << QStringList{u"-style"_s, u"none"_s};
@@ -207,11 +219,15 @@ void AskpassTest::takesNoPromptForAnOption_data() {
     QTest::newRow("something long") << QStringList{u"<b>&\x1B"_s.repeated(20'000)};
 }
 
-void AskpassTest::takesNoPromptForAnOption() {
+void AskpassTest::asksWhateverItIsGiven() {
     QFETCH(const QStringList, arguments);
     Program program(arguments);
     QVERIFY(program.hasLocked(lockPath()));
     QCOMPARE(program.process().state(), QProcess::Running);
+}
+
+void AskpassTest::takesNoPromptForAnOption() {
+    QCOMPARE(SecondProcess(u"look at the prompt"_s).status(), EXIT_SUCCESS);
 }
 
 void AskpassTest::looksLikeLumora() {
@@ -308,6 +324,7 @@ int main(int argc, char* argv[]) {
     return SecondProcess::main<AskpassTest>(argc, argv,
                                             {{u"type"_s, type},
                                              {u"cancel"_s, cancel},
+                                             {u"look at the prompt"_s, lookAtThePrompt},
                                              {u"look at the window"_s, lookAtTheWindow},
                                              {u"look at the process"_s, lookAtTheProcess}});
 }
