@@ -86,7 +86,9 @@ int askNobody() {
     QCoreApplication::processEvents();
     desktop.call(question(u"Ask again"_s), note);
     QCoreApplication::processEvents();
-    return isConnected || isAnswered ? EXIT_FAILURE : EXIT_SUCCESS;
+    // Nor is anything kept for an answer that can't come.
+    const bool isWaiting = !desktop.children().isEmpty();
+    return isConnected || isAnswered || isWaiting ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 
 /// Goes on while the bus, which takes the connection, says nothing at all.

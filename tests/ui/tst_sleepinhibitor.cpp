@@ -49,6 +49,7 @@ private Q_SLOTS:
     void asksThePowerManagementWhereThereIsNoSessionManager();
     void worksWhereNobodyKeepsAwake_data();
     void worksWhereNobodyKeepsAwake();
+    void releasesNothingTwice();
     void releasesWhatIsGrantedTooLate();
     void asksNobodyElseWhenRefusedTooLate();
     void keepsALateGrantApartFromThePresentOne();
@@ -183,6 +184,21 @@ void SleepInhibitorTest::worksWhereNobodyKeepsAwake() {
     install(u"jq"_s);
     QTRY_COMPARE(session.service.calls(), QStringList{inhibitFor(u"jq"_s)});
     QVERIFY(finish(u"jq"_s));
+}
+
+void SleepInhibitorTest::releasesNothingTwice() {
+    SessionManager session(m_bus);
+    install(u"wget"_s);
+    QTRY_COMPARE(session.service.calls().size(), 1);
+    session.service.settle();
+    QVERIFY(finish(u"wget"_s));
+    QTRY_COMPARE(session.service.calls().size(), 2);
+    session.service.setManner(Refuses);
+    install(u"jq"_s);
+    QTRY_COMPARE(session.service.calls().size(), 3);
+    QVERIFY(finish(u"jq"_s));
+    session.service.settle();
+    QCOMPARE(session.service.calls().size(), 3);
 }
 
 void SleepInhibitorTest::releasesWhatIsGrantedTooLate() {
