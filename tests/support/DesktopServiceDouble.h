@@ -58,7 +58,7 @@ public:
         const QDBusConnection callers = QDBusConnection::sessionBus();
         // Whoever is on the bus gets what was sent before, then the answer to this.
         for (const QDBusConnection& bus : {callers, m_bus, callers})
-            static_cast<void>(bus.interface()->isServiceRegistered(u"nobody.here"_qs));
+            static_cast<void>(bus.interface()->isServiceRegistered(QStringLiteral("nobody.here")));
         QCoreApplication::processEvents();
     }
 
@@ -74,7 +74,7 @@ public:
             reply(message, bus);
             break;
         case Manner::Refuses:
-            bus.send(message.createErrorReply(QDBusError::AccessDenied, u"no"_qs));
+            bus.send(message.createErrorReply(QDBusError::AccessDenied, QStringLiteral("no")));
             break;
         case Manner::KeepsSilent:
             m_waiting.append(message);
@@ -102,7 +102,7 @@ private:
         if (argument.metaType() == QMetaType::fromType<QStringList>())
             return u'[' + argument.toStringList().join(u' ') + u']';
         if (argument.metaType() == QMetaType::fromType<uchar>())
-            return u"byte "_qs + QString::number(argument.toUInt());
+            return QStringLiteral("byte ") + QString::number(argument.toUInt());
         return u'\'' + argument.toString() + u'\'';
     }
 
