@@ -28,6 +28,8 @@ constexpr int iconSpacing = 14;
 
 /// Volatile, since a compiler leaves out what is written only to be forgotten.
 void overwrite(const void* data, qsizetype size) {
+    // Asked for otherwise, shared text would be copied, and the copy be overwritten.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     volatile char* const bytes = static_cast<char*>(const_cast<void*>(data));
     for (qsizetype i = 0; i < size; ++i)
         bytes[i] = 0;
