@@ -28,8 +28,10 @@ QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
     // The transcript of this run alone: an operation that overlaps writes to the same output.
     OperationReport report{.start = operation.start.chopped(1), .transcript = operation.start};
     const auto append = [this, &report](const QString& text) {
-        report.transcript += text;
+        // Both are one text, perhaps of megabytes, unless another operation has written to it.
+        const bool isOne = operationOutput->constData() == report.transcript.constData();
         operationOutput.set(*operationOutput + text);
+        report.transcript = isOne ? *operationOutput : report.transcript + text;
     };
     isRunningOperation.set(true);
     operationOutput.set(operation.start);
