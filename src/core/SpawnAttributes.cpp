@@ -28,21 +28,21 @@ char** inheritedEnvironment() {
 } // namespace
 
 SpawnAttributes::SpawnAttributes() : m_environment(inheritedEnvironment()) {
-    posix_spawnattr_init(&m_attributes);
-    posix_spawn_file_actions_init(&m_fileActions);
+    note(posix_spawnattr_init(&m_attributes));
+    note(posix_spawn_file_actions_init(&m_fileActions));
 
     sigset_t signals;
     sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&m_attributes, &signals);
+    note(posix_spawnattr_setsigmask(&m_attributes, &signals));
     sigaddset(&signals, SIGPIPE);
-    posix_spawnattr_setsigdefault(&m_attributes, &signals);
+    note(posix_spawnattr_setsigdefault(&m_attributes, &signals));
     short flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID;
 #ifdef __APPLE__
     // Also keeps out what lacks close-on-exec only for a moment, there being no pipe2().
     flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
-    posix_spawn_file_actions_addinherit_np(&m_fileActions, STDIN_FILENO);
+    note(posix_spawn_file_actions_addinherit_np(&m_fileActions, STDIN_FILENO));
 #endif
-    posix_spawnattr_setflags(&m_attributes, flags);
+    note(posix_spawnattr_setflags(&m_attributes, flags));
 }
 
 SpawnAttributes::~SpawnAttributes() {
@@ -56,15 +56,23 @@ void SpawnAttributes::clearEnvironment() {
 }
 
 void SpawnAttributes::connect(int source, int target) {
-    posix_spawn_file_actions_adddup2(&m_fileActions, source, target);
+    note(posix_spawn_file_actions_adddup2(&m_fileActions, source, target));
 }
 
 int SpawnAttributes::spawn(pid_t& pid, const std::vector<char*>& argumentVector) {
 #ifdef LUMORA_HAS_ADDCLOSEFROM
     // A daemon that `brew services` starts would hold on to what leaks here for days. The
     // streams are connected by now: this comes last.
-    posix_spawn_file_actions_addclosefrom_np(&m_fileActions, STDERR_FILENO + 1);
+    note(posix_spawn_file_actions_addclosefrom_np(&m_fileActions, STDERR_FILENO + 1));
 #endif
+    // With a stream that isn't connected a child would print on ours.
+    if (m_error != 0)
+        return m_error;
     return posix_spawn(&pid, argumentVector.front(), &m_fileActions, &m_attributes,
                        argumentVector.data(), m_environment);
+}
+
+void SpawnAttributes::note(int error) {
+    if (m_error == 0)
+        m_error = error;
 }

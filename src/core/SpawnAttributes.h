@@ -24,11 +24,15 @@ public:
     /// The child's standard stream `target` becomes a copy of this process's `source`.
     void connect(int source, int target);
 
-    /// Starts `argumentVector[0]`; the vector ends in a null pointer. Returns 0 or errno.
+    /// Starts `argumentVector[0]`; the vector ends in a null pointer. Returns 0 or errno, also
+    /// that of what couldn't be set up: nothing is started then.
     [[nodiscard]] int spawn(pid_t& pid, const std::vector<char*>& argumentVector);
 
 private:
+    void note(int error);
+
     posix_spawnattr_t m_attributes{};
     posix_spawn_file_actions_t m_fileActions{};
     char** m_environment;
+    int m_error{};
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DescriptorLimit.h"
 #include "FakeBrew.h"
 #include "FreshHome.h"
 #include "ResultText.h"
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void preparesForChildren_data();
     void preparesForChildren();
     void leavesStandardInputToTheApplication();
+    void keepsTheApplicationsStreamsClean();
 
 private:
     FreshHome m_home;
@@ -88,6 +90,22 @@ int runWithStandardInput(const QStringList& arguments) {
         return 1;
     ::dup2(ends[0], STDIN_FILENO);
     std::fputs(run(arguments.value(0)).standardOutput.c_str(), stdout);
+    return 0;
+}
+
+/// Runs a command that prints, with whatever number of descriptors is left; errors, too, go to
+/// standard output.
+int runQuietly(const QStringList& arguments) {
+    ::dup2(STDOUT_FILENO, STDERR_FILENO);
+    const std::string brewPath = arguments[0].toStdString();
+    for (const std::string& path : {brewPath, brewPath + "/missing"}) {
+        static_cast<void>(runBrewSync(path, {"list"}));
+        constexpr int usedByARun = 8;
+        for (int left = 0; left < usedByARun; ++left) {
+            const DescriptorLimit limit(left);
+            static_cast<void>(runBrewSync(path, {"list"}));
+        }
+    }
     return 0;
 }
 
@@ -157,13 +175,23 @@ void ChildSurroundingsTest::leavesStandardInputToTheApplication() {
     QCOMPARE(SecondProcess(u"with-input"_s, {brew.path()}).output(), QByteArray("typed it is\n"));
 }
 
+void ChildSurroundingsTest::keepsTheApplicationsStreamsClean() {
+    m_home.write(u".zprofile"_s, "echo Welcome!\necho Careful! >&2\n");
+    const FakeBrew brew("echo output\necho error >&2\nyes | head -c 100000\nkill -SEGV $$");
+    const SecondProcess process(u"quietly"_s, {brew.path()});
+    m_home.write(u".zprofile"_s, {});
+    QCOMPARE(process.output(), QByteArray());
+    QCOMPARE(process.status(), 0);
+}
+
 int main(int argc, char* argv[]) {
     return SecondProcess::main<ChildSurroundingsTest>(
         argc, argv,
         {{u"list-descriptors"_s, listDescriptors},
          {u"without-streams"_s, runWithoutStandardStreams},
          {u"from-terminal"_s, runFromATerminal},
-         {u"with-input"_s, runWithStandardInput}});
+         {u"with-input"_s, runWithStandardInput},
+         {u"quietly"_s, runQuietly}});
 }
 
 #include "tst_childsurroundings.moc"
