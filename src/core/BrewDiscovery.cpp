@@ -48,7 +48,8 @@ std::string askShellForBrew() {
     const auto* shell = std::get_if<ShellProcess>(&started);
     if (shell == nullptr)
         return {};
-    const std::string output = shell->standardOutput().readToEnd();
+    std::string output;
+    static_cast<void>(shell->standardOutput().readToEnd(output));
     static_cast<void>(shell->waitForExit());
     return std::string(trimmed(output));
 }

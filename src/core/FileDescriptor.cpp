@@ -4,7 +4,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <new>
 #include <utility>
 
 namespace {
@@ -32,6 +35,28 @@ FileDescriptor aboveStandardStreams(int fd) {
     return FileDescriptor(::fcntl(fd, F_DUPFD_CLOEXEC, firstOrdinaryDescriptor));
 }
 
+/// How many bytes have come; none at the end of the file.
+std::size_t readSome(int fd, char* place, std::size_t room) {
+    for (;;) {
+        const ssize_t count = ::read(fd, place, room);
+        if (count < 0 && errno == EINTR)
+            continue;
+        return count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+}
+
+constexpr std::size_t firstRoom = 65536;
+
+/// Returns 0 or errno.
+int makeRoom(std::string& bytes, std::size_t most) {
+    try {
+        bytes.resize(std::min(std::max(2 * bytes.size(), firstRoom), most));
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return ENOMEM;
+    }
+}
+
 } // namespace
 
 FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
@@ -51,22 +76,27 @@ void FileDescriptor::close() {
         ::close(std::exchange(m_fd, -1));
 }
 
-std::string FileDescriptor::readToEnd() const {
-    constexpr std::size_t firstChunk = 65536;
-    std::string bytes(firstChunk, '\0');
+int FileDescriptor::readToEnd(std::string& bytes, std::size_t longest) const {
+    int error = 0;
     std::size_t used = 0;
-    for (;;) {
-        const ssize_t count = ::read(m_fd, bytes.data() + used, bytes.size() - used);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        used += static_cast<std::size_t>(count);
-        if (used == bytes.size())
-            bytes.resize(2 * bytes.size());
+    bytes.clear();
+    while (error == 0) {
+        if (used < bytes.size()) {
+            const std::size_t count = readSome(m_fd, bytes.data() + used, bytes.size() - used);
+            used += count;
+            if (count == 0) {
+                bytes.resize(used);
+                return 0;
+            }
+        } else {
+            error = used > longest ? EFBIG : makeRoom(bytes, longest + 1);
+        }
     }
-    bytes.resize(used);
-    return bytes;
+    bytes = std::string();
+    std::array<char, firstRoom> dropped;
+    while (readSome(m_fd, dropped.data(), dropped.size()) > 0) {
+    }
+    return error;
 }
 
 int Pipe::open() {

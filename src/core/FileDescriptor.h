@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 /// Owns one open file descriptor and closes it.
@@ -18,8 +19,15 @@ public:
 
     void close();
 
+    /// The most that is read of a stream: 1 GiB, some forty times the report of all formulae.
+    static constexpr std::size_t longestContent = std::size_t{1024} * 1024 * 1024;
+
     /// Reads until end of file, blocking. A read error counts as end of file.
-    [[nodiscard]] std::string readToEnd() const;
+    ///
+    /// Returns 0, or ENOMEM without memory for the bytes, or EFBIG if there are more than
+    /// `longest`. There are no bytes then, but all have been read: nobody is left blocked in
+    /// writing them.
+    [[nodiscard]] int readToEnd(std::string& bytes, std::size_t longest = longestContent) const;
 
 private:
     int m_fd{-1};

@@ -22,7 +22,7 @@ struct CommandResult final {
     bool operator==(const CommandResult&) const = default;
 };
 
-/// A command ran and ended, or could not be started at all.
+/// A command ran and ended, or could not be started, or what it printed could not be kept.
 using RunOutcome = std::variant<CommandResult, LaunchError>;
 
 /// The command line that the shell gets: the path as it stands, then each argument in
@@ -36,6 +36,8 @@ using RunOutcome = std::variant<CommandResult, LaunchError>;
 /// output is read to its end before standard error is, so a child that fills the
 /// standard-error pipe (1 MiB) waits until it has closed standard output. Whatever goes
 /// wrong behind the shell (no brew at that path, an unknown command) is a result with
-/// a non-zero status, not an error.
+/// a non-zero status, not an error. A stream that memory has no room for, or that is longer
+/// than `longestOutput`, is an error; it comes when the command has ended all the same.
 [[nodiscard]] RunOutcome runBrewSync(const std::string& brewPath,
-                                     const std::vector<std::string>& args);
+                                     const std::vector<std::string>& args,
+                                     std::size_t longestOutput = FileDescriptor::longestContent);

@@ -34,6 +34,10 @@ std::vector<char*> argumentVector(std::string& program, std::vector<std::string>
 
 } // namespace
 
+LaunchError LaunchError::outOfMemory() {
+    return {"There is not enough memory for this command and what it prints."};
+}
+
 std::variant<ShellProcess, LaunchError>
 ShellProcess::start(const std::vector<std::string>& arguments, const char* shell) {
     const auto hasNul = [](const std::string& text) {

@@ -11,9 +11,12 @@
 #include <variant>
 #include <vector>
 
-/// Why a child process could not be started, in words for the user (UTF-8).
+/// Why a child process could not be started, or what it printed not be kept, in words for the
+/// user (UTF-8).
 struct LaunchError final {
     std::string description;
+
+    [[nodiscard]] static LaunchError outOfMemory();
 
     bool operator==(const LaunchError&) const = default;
 };

@@ -13,6 +13,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <new>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +26,15 @@ struct BrewManager::Load final {
     std::optional<QString> statusFailure;
     /// Turns standard output into published lists, or says why it can't and leaves them.
     std::function<std::optional<QString>(const std::string& output)> publish;
+
+    /// The same; memory that isn't enough is such a reason, too.
+    [[nodiscard]] std::optional<QString> publishIfItFits(const std::string& output) const {
+        try {
+            return publish(output);
+        } catch (const std::bad_alloc&) {
+            return QString::fromStdString(LaunchError::outOfMemory().description);
+        }
+    }
 };
 
 QCoro::Task<> BrewManager::runLoad(Load load) {
@@ -42,7 +52,7 @@ QCoro::Task<> BrewManager::runLoad(Load load) {
         const auto& result = std::get<CommandResult>(*outcome);
         if (result.status != 0 && load.statusFailure)
             errorMessage.set(load.statusFailure);
-        else if (const auto failure = load.publish(result.standardOutput))
+        else if (const auto failure = load.publishIfItFits(result.standardOutput))
             errorMessage.set(load.failurePrefix + *failure);
     }
     load.isLoading.set(false);

@@ -6,6 +6,8 @@
 #include <QCoroFuture>
 #include <QPointer>
 
+#include <new>
+
 using namespace Qt::StringLiterals;
 
 /// One row of the table of operations; a tap operation has no closing texts.
@@ -40,24 +42,34 @@ QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
     if (!self)
         co_return false;
 
-    if (const auto* error = std::get_if<LaunchError>(outcome.get())) {
-        append(u"\nError: "_s + QString::fromStdString(error->description));
+    const auto fail = [&](const LaunchError& error) {
+        append(u"\nError: "_s + QString::fromStdString(error.description));
         isRunningOperation.set(false);
         Q_EMIT operationEnded(report);
+    };
+    if (const auto* error = std::get_if<LaunchError>(outcome.get())) {
+        fail(*error);
         co_return false;
     }
     const auto& result = std::get<CommandResult>(*outcome);
-    append(QString::fromStdString(result.standardOutput));
-    if (!result.standardError.empty())
-        append(u'\n' + QString::fromStdString(result.standardError));
-    isRunningOperation.set(false);
-    report.succeeded = result.status == 0;
-    const QString closing = report.succeeded ? operation.success : operation.failure;
-    if (!closing.isEmpty()) {
-        append(closing);
-        report.closing = closing.sliced(1);
+    try {
+        append(QString::fromStdString(result.standardOutput));
+        if (!result.standardError.empty())
+            append(u'\n' + QString::fromStdString(result.standardError));
+        isRunningOperation.set(false);
+        report.succeeded = result.status == 0;
+        const QString closing = report.succeeded ? operation.success : operation.failure;
+        if (!closing.isEmpty()) {
+            append(closing);
+            report.closing = closing.sliced(1);
+        }
+        Q_EMIT operationEnded(report);
+    } catch (const std::bad_alloc&) {
+        // As if the command hadn't been started: there has to be room for saying so.
+        report = {.start = report.start, .transcript = operation.start};
+        operationOutput.set(operation.start);
+        fail(LaunchError::outOfMemory());
     }
-    Q_EMIT operationEnded(report);
     co_return report.succeeded;
 }
 
@@ -65,11 +77,18 @@ QCoro::Task<QString> BrewManager::runReport(QStringList arguments,
                                             std::function<QString(const Printed&)> choose) {
     static_assert(takesParametersByValue<&BrewManager::runReport>);
     const auto outcome = co_await runDetached(m_brewPath, arguments);
+    const auto failure = [](const LaunchError& error) {
+        return u"Error: "_s + QString::fromStdString(error.description);
+    };
     if (const auto* error = std::get_if<LaunchError>(outcome.get()))
-        co_return u"Error: "_s + QString::fromStdString(error->description);
+        co_return failure(*error);
     const auto& result = std::get<CommandResult>(*outcome);
-    co_return choose({QString::fromStdString(result.standardOutput),
-                      QString::fromStdString(result.standardError)});
+    try {
+        co_return choose({QString::fromStdString(result.standardOutput),
+                          QString::fromStdString(result.standardError)});
+    } catch (const std::bad_alloc&) {
+        co_return failure(LaunchError::outOfMemory());
+    }
 }
 
 namespace {

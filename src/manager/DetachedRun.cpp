@@ -3,6 +3,7 @@
 
 #include <QPromise>
 
+#include <new>
 #include <system_error>
 #include <thread>
 
@@ -16,15 +17,17 @@ QFuture<std::shared_ptr<const RunOutcome>> runDetached(const QString& brewPath,
         promise->finish();
     };
 
-    std::vector<std::string> args;
-    for (const QString& argument : arguments)
-        args.push_back(argument.toStdString());
     try {
+        std::vector<std::string> args;
+        for (const QString& argument : arguments)
+            args.push_back(argument.toStdString());
         std::thread([finish, path = brewPath.toStdString(), args = std::move(args)] {
             finish(runBrewSync(path, args));
         }).detach();
     } catch (const std::system_error& error) {
         finish(LaunchError{std::string("No thread could be started for brew: ") + error.what()});
+    } catch (const std::bad_alloc&) {
+        finish(LaunchError::outOfMemory());
     }
     return promise->future();
 }
