@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What running a trivial command through runBrewSync costs beside the least that the same
-// child can cost.
+// What running a command through runBrewSync, with its guard, costs beside the least that the
+// same child can cost: one that ends at once, and one that takes half a second.
 #include "RunBrewSync.h"
 
 #include <benchmark/benchmark.h>
@@ -9,14 +9,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <string>
+
 namespace {
 
-void plainSpawn(benchmark::State& state) {
+constexpr const char* trivial = "true";
+constexpr const char* halfASecond = "sleep 0.5 #";
+
+void plainSpawn(benchmark::State& state, const char* command) {
     char shell[] = "/bin/zsh";
     char login[] = "-l";
-    char command[] = "-c";
-    char line[] = "true 'x'";
-    char* const arguments[] = {shell, login, command, line, nullptr};
+    char option[] = "-c";
+    std::string line = commandLine(command, {"x"});
+    char* const arguments[] = {shell, login, option, line.data(), nullptr};
     for (auto _ : state) {
         pid_t pid = -1;
         int status = -1;
@@ -26,9 +31,9 @@ void plainSpawn(benchmark::State& state) {
     }
 }
 
-void runBrewSyncOfTrivialChild(benchmark::State& state) {
+void guardedRun(benchmark::State& state, const char* command) {
     for (auto _ : state) {
-        const RunOutcome outcome = runBrewSync("true", {"x"});
+        const RunOutcome outcome = runBrewSync(command, {"x"});
         const auto* const result = std::get_if<CommandResult>(&outcome);
         if (result == nullptr || result->status != 0)
             state.SkipWithError("the child could not be run");
@@ -37,6 +42,14 @@ void runBrewSyncOfTrivialChild(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(plainSpawn)->UseRealTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(runBrewSyncOfTrivialChild)->UseRealTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(plainSpawn, trivial, trivial)->UseRealTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(guardedRun, trivial, trivial)->UseRealTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(plainSpawn, halfASecond, halfASecond)
+    ->UseRealTime()
+    ->Iterations(3)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(guardedRun, halfASecond, halfASecond)
+    ->UseRealTime()
+    ->Iterations(3)
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK_MAIN();
