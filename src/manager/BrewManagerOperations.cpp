@@ -45,31 +45,30 @@ QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
     const auto fail = [&](const LaunchError& error) {
         append(u"\nError: "_s + QString::fromStdString(error.description));
         isRunningOperation.set(false);
-        Q_EMIT operationEnded(report);
     };
     if (const auto* error = std::get_if<LaunchError>(outcome.get())) {
         fail(*error);
-        co_return false;
-    }
-    const auto& result = std::get<CommandResult>(*outcome);
-    try {
-        append(QString::fromStdString(result.standardOutput));
-        if (!result.standardError.empty())
-            append(u'\n' + QString::fromStdString(result.standardError));
-        isRunningOperation.set(false);
-        report.succeeded = result.status == 0;
-        const QString closing = report.succeeded ? operation.success : operation.failure;
-        if (!closing.isEmpty()) {
-            append(closing);
-            report.closing = closing.sliced(1);
+    } else {
+        const auto& result = std::get<CommandResult>(*outcome);
+        try {
+            append(QString::fromStdString(result.standardOutput));
+            if (!result.standardError.empty())
+                append(u'\n' + QString::fromStdString(result.standardError));
+            isRunningOperation.set(false);
+            report.succeeded = result.status == 0;
+            const QString closing = report.succeeded ? operation.success : operation.failure;
+            if (!closing.isEmpty()) {
+                append(closing);
+                report.closing = closing.sliced(1);
+            }
+        } catch (const std::bad_alloc&) {
+            // As if the command hadn't been started: there has to be room for saying so.
+            report = {.start = report.start, .transcript = operation.start};
+            operationOutput.set(operation.start);
+            fail(LaunchError::outOfMemory());
         }
-        Q_EMIT operationEnded(report);
-    } catch (const std::bad_alloc&) {
-        // As if the command hadn't been started: there has to be room for saying so.
-        report = {.start = report.start, .transcript = operation.start};
-        operationOutput.set(operation.start);
-        fail(LaunchError::outOfMemory());
     }
+    Q_EMIT operationEnded(report);
     co_return report.succeeded;
 }
 
