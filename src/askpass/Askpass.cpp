@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -93,6 +94,8 @@ int Askpass::run(const char* prompt) {
     QObject::connect(&appearance, &SystemAppearance::changed, &application, follow);
     // Not before: the desktop's portal answers nobody whose memory it couldn't look into.
     leaveNoCore();
+    // Whoever asked may go before the answer is out.
+    std::signal(SIGPIPE, SIG_IGN);
 
     PasswordDialog dialog(QString::fromUtf8(prompt));
     // A pipe tells in this way that its reader is gone: nobody waits for the password any more,

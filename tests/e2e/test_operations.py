@@ -26,7 +26,7 @@ class Operations(DesktopTest):
 
     def strip(self, told: str) -> Node:
         """A strip is named after what it says, for those who hear it."""
-        return self.app.find(re.compile(told), role="filler")
+        return self.app.find(re.compile(told), role="notification")
 
     def press_in(self, strip: Node, button: str) -> None:
         (found,) = strip.find_all(button, role="push button")
@@ -46,7 +46,7 @@ class Operations(DesktopTest):
         self.app.press("Escape")
         self.app.wait_gone("Output", role="text")
         self.press_in(self.strip(told), "Close")
-        self.app.wait_gone(re.compile(told), role="filler")
+        self.app.wait_gone(re.compile(told), role="notification")
 
     # The ways of the sample to refuse something.
 
@@ -106,7 +106,7 @@ class Operations(DesktopTest):
         """The sheet is a window's last child; its strip is the one that can be reached."""
 
         def in_sheet() -> Node | None:
-            found = self.app.tree().find_all(re.compile(told), role="filler")
+            found = self.app.tree().find_all(re.compile(told), role="notification")
             return found[-1] if len(found) == 2 else None
 
         strip = wait_until(in_sheet, f"the sheet tells {told}")
@@ -121,7 +121,7 @@ class Operations(DesktopTest):
             self.app.find("Enter the tap name (e.g., user/repo)", role="text").text, name
         )
         self.press_in(strip, "Close")
-        self.app.wait_gone(re.compile(told), role="filler")
+        self.app.wait_gone(re.compile(told), role="notification")
 
     def test_a_tap_that_is_nowhere_is_not_added(self) -> None:
         self.add_tap("missing/tools")
@@ -167,7 +167,7 @@ class Operations(DesktopTest):
         self.app.click_row_action("mongodb/brew")
         self.answer("Remove")
         self.strip(r"^Untapped")
-        self.app.wait_gone(re.compile("^Untapped"), role="filler")
+        self.app.wait_gone(re.compile("^Untapped"), role="notification")
         # The transcript stays within reach.
         self.app.open_application_menu()
         self.app.press("Up", "Up", "Return")
@@ -180,7 +180,7 @@ class Operations(DesktopTest):
         with self.prefix.holding_changes():
             self.app.click_row_action("bat")
             self.app.find("Running...", role="label")
-            self.assertFalse(self.app.shows(re.compile("^Failed to upgrade"), role="filler"))
+            self.assertFalse(self.app.shows(re.compile("^Failed to upgrade"), role="notification"))
         self.strip("^Successfully upgraded bat$")
 
 

@@ -169,7 +169,6 @@ void ShortagesTest::areToldWithoutMemory_data() {
     row("nothing", u"upgrade"_s, 100, operation);
     row("the bytes", u"upgrade"_s, 300, operation);
     row("a text of them", u"upgrade"_s, 450, operation);
-    row("one of the two transcripts", u"upgrade"_s, 650, operation);
     row("nothing", u"taps"_s, 100, "Failed to load taps: ");
     row("the bytes", u"taps"_s, 300, "Failed to load taps: ");
     row("nothing", u"doctor"_s, 100, "Error: ");

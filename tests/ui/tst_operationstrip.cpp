@@ -15,6 +15,8 @@
 #include "widgets/Sheet.h"
 #include "widgets/SymbolLabel.h"
 
+#include <QAccessible>
+#include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
@@ -47,6 +49,22 @@ struct StripWindow final : AppWindow {
 
     void press(const QString& objectName) const {
         Input::click(require<QAbstractButton>(window, objectName));
+    }
+};
+
+/// The windows that are shown while it lives.
+class ShownWindows final : public QObject {
+public:
+    ShownWindows() { qApp->installEventFilter(this); }
+
+    QList<const QObject*> seen;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Show && watched->isWidgetType() &&
+            qobject_cast<QWidget*>(watched)->isWindow())
+            seen.append(watched);
+        return false;
     }
 };
 
@@ -88,6 +106,8 @@ private Q_SLOTS:
     void takesNothingForMarkup();
     void isReachedByTheKeyboard();
     void tellsAScreenReader();
+    void tellsEachSheetThatIsOpen();
+    void staysWhileASheetCoversIt();
     void survivesTheEndOfTheWindow();
 };
 
@@ -303,12 +323,15 @@ void failToAdd(StripWindow& app, const QString& name) {
 
 void OperationStripTest::tellsOfAFailedTapInSightOfItsSheet() {
     StripWindow app;
+    const ShownWindows shownWindows;
     failToAdd(app, u"nonsense"_s);
     const SheetDriver sheet(app.window);
     const auto& told = require<OperationStrip>(sheet.sheet());
     QCOMPARE(told.message(), u"Error: Invalid tap name"_s);
     QCOMPARE(require<QLineEdit>(sheet.panel(), u"tapNameField"_s).text(), u"nonsense"_s);
     QVERIFY(inWindow(told).bottom() < inWindow(sheet.panel()).top());
+    // Nor does it come as a window of its own.
+    QCOMPARE(shownWindows.seen, QList<const QObject*>());
     // It can be reached, and closed, from within the sheet alone.
     QVERIFY(Focus::tabTo(u"closeOperation"_s));
     QVERIFY(told.isAncestorOf(app.window.focusWidget()));
@@ -361,6 +384,37 @@ void OperationStripTest::tellsAScreenReader() {
     StripWindow app;
     app.fail();
     QCOMPARE(strip(app)->accessibleName(), u"Failed to install wget — Error: no room"_s);
+    QCOMPARE(QAccessible::queryAccessibleInterface(strip(app))->role(), QAccessible::Notification);
+}
+
+void OperationStripTest::tellsEachSheetThatIsOpen() {
+    StripWindow app;
+    app.install(0);
+    app.choose(SidebarCategory::taps);
+    app.page().press(u"addTapButton"_s);
+    Sheet& adding = SheetDriver(app.window).sheet();
+    app.window.content()->showOutput();
+    QTRY_COMPARE(Sheet::allOver(&app.window).size(), 2);
+    app.fail();
+    QCOMPARE(findVisible<OperationStrip>(adding)->message(), u"Failed to install wget"_s);
+    Input::key(Qt::Key_Escape);
+    QTRY_COMPARE(Sheet::allOver(&app.window), QList<Sheet*>{&adding});
+    QVERIFY(findVisible<OperationStrip>(adding) != nullptr);
+}
+
+void OperationStripTest::staysWhileASheetCoversIt() {
+    StripWindow app;
+    app.install(0);
+    require<QPushButton>(app.window, u"operationOutput"_s).setFocus();
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(SheetDriver::isOpen(app.window));
+    QVERIFY(!timerOf(*strip(app)).isActive());
+    // Closed meanwhile, as by an operation that starts: the focus needs another place.
+    Q_EMIT app.manager.operationStarted(u"Installing jq..."_s);
+    Input::key(Qt::Key_Escape);
+    QTRY_VERIFY(!SheetDriver::isOpen(app.window));
+    QVERIFY(app.window.focusWidget() != nullptr);
+    QVERIFY(app.window.focusWidget()->isVisible());
 }
 
 void OperationStripTest::survivesTheEndOfTheWindow() {

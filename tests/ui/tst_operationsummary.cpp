@@ -12,6 +12,8 @@ class OperationSummaryTest final : public QObject {
 private Q_SLOTS:
     void tellsOfAFailure_data();
     void tellsOfAFailure();
+    void findsTheReasonInWhateverIsWritten_data();
+    void findsTheReasonInWhateverIsWritten();
     void tellsOfASuccess_data();
     void tellsOfASuccess();
     void isOfOneLineEach();
@@ -67,6 +69,27 @@ void OperationSummaryTest::tellsOfAFailure() {
     QCOMPARE(summary.title, title);
     QCOMPARE(summary.reason, reason);
     QCOMPARE(summary.line(), reason.isEmpty() ? title : title + u" — "_s + reason);
+}
+
+void OperationSummaryTest::findsTheReasonInWhateverIsWritten_data() {
+    QTest::addColumn<QString>("printed");
+    QTest::addColumn<QString>("reason");
+    const QString much = u"warning: something is odd\n"_s.repeated(200'000);
+    QTest::newRow("before megabytes")
+        << u"Error: early\n"_s + much + u"Error: late\n"_s << u"Error: early"_s;
+    QTest::newRow("between megabytes") << much + u"Error: here\n"_s + much << u"Error: here"_s;
+    QTest::newRow("behind a line of megabytes")
+        << QString(5'000'000, u'x') + u"\nError: here\n"_s << u"Error: here"_s;
+    QTest::newRow("in the middle of a line") << QString(4096, u'x') + u"Error: none\n"_s << u""_s;
+    QTest::newRow("thousands in a line") << u" Error: none"_s.repeated(200'000) << u""_s;
+}
+
+void OperationSummaryTest::findsTheReasonInWhateverIsWritten() {
+    QFETCH(QString, printed);
+    QFETCH(QString, reason);
+    const OperationSummary summary(
+        report(false, u"Upgrading all packages..."_s, printed, u"Upgrade failed"_s));
+    QCOMPARE(summary.reason, reason);
 }
 
 void OperationSummaryTest::tellsOfASuccess_data() {

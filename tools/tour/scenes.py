@@ -80,13 +80,13 @@ class Stage:
     def strip(self, told: str) -> tuple[Node, Node]:
         """The buttons of the strip that tells of an operation: for its output and to close it."""
         # These words come from brew and have no language.
-        strip = self.app.find(re.compile(told), role="filler")
+        strip = self.app.find(re.compile(told), role="notification")
         output, close = strip.find_all(role="push button")
         return output, close
 
     def close_strip(self, told: str) -> None:
         self.app.click(self.strip(told)[1])
-        self.app.wait_gone(re.compile(told), role="filler")
+        self.app.wait_gone(re.compile(told), role="notification")
 
     def dismiss_alert(self) -> None:
         self.app.find(role=_ALERT)
@@ -241,7 +241,7 @@ def visit_taps(stage: Stage, taps: int) -> None:
     stage.app.press("Return")
     # One is in the window, the other one in the sheet over it.
     wait_until(
-        lambda: len(stage.app.tree().find_all(re.compile("Invalid tap"), role="filler")) == 2,
+        lambda: len(stage.app.tree().find_all(re.compile("Invalid tap"), role="notification")) == 2,
         "the sheet tells of the failure",
     )
     stage.take("add-tap-failed")

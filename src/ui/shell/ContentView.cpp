@@ -58,7 +58,7 @@ void ContentView::rebuild() {
     delete std::exchange(m_overlay, nullptr);
     updateSheet();
     if (m_outputSheet)
-        showOutput();
+        openOutput(m_outputSheet->summary());
     updateOverlay();
 }
 
@@ -134,26 +134,28 @@ void ContentView::updateOverlay() {
     m_overlay->setOutput(*manager().operationOutput);
 }
 
-/// What a sheet covers can't be read: a failure is told within its sight, too.
+/// What a sheet covers can't be read: a failure is told within the sight of each, too.
 void ContentView::updateNotice() {
-    Sheet* const sheet = Sheet::openOver(window());
-    if (sheet == nullptr)
-        return;
-    if (!m_notice.isOpen() || m_notice.last()->succeeded) {
-        sheet->setNotice(nullptr);
-        return;
+    const bool isFailure = m_notice.isOpen() && !m_notice.last()->succeeded;
+    for (Sheet* const sheet : Sheet::allOver(window())) {
+        OperationStrip* strip = nullptr;
+        if (isFailure) {
+            strip = new OperationStrip(m_notice, OperationStrip::Place::Sheet, sheet);
+            connect(strip, &OperationStrip::outputRequested, this, &ContentView::showOutput);
+        }
+        sheet->setNotice(strip);
     }
-    auto* const strip = new OperationStrip(m_notice, OperationStrip::Place::Sheet);
-    connect(strip, &OperationStrip::outputRequested, this, &ContentView::showOutput);
-    sheet->setNotice(strip);
 }
 
 void ContentView::showOutput() {
-    if (!m_notice.last())
-        return;
+    if (m_notice.last())
+        openOutput(*m_notice.last());
+}
+
+void ContentView::openOutput(OperationSummary summary) {
     if (m_outputSheet)
         m_outputSheet->dismiss();
-    m_outputSheet = new OutputSheet(*m_notice.last(), window());
+    m_outputSheet = new OutputSheet(std::move(summary), window());
 }
 
 void ContentView::setCornerWidget(QWidget* widget) {

@@ -16,7 +16,7 @@ class OutputSheet;
 class QVBoxLayout;
 class SidebarView;
 
-/// The root view: sidebar and page, detail sheet and operation overlay, or nothing but the
+/// The root view: sidebar and page, sheets, operation overlay and notice, or nothing but the
 /// not-found page when there is no Homebrew.
 class ContentView final : public View {
     Q_OBJECT
@@ -63,6 +63,7 @@ private:
     void updateSheet();
     void updateOverlay();
     void updateNotice();
+    void openOutput(OperationSummary summary);
     void placeCornerWidget();
 
     LangManager& m_langManager;

@@ -20,6 +20,14 @@ QDBusMessage notificationCall(const QString& method, const QVariantList& argumen
     return call;
 }
 
+/// Whether the user looks at the window, or at a box that belongs to it.
+bool isInFront(const QWidget& window) {
+    const QWidget* active = QApplication::activeWindow();
+    while (active != nullptr && active != &window)
+        active = active->parentWidget();
+    return active != nullptr;
+}
+
 } // namespace
 
 DesktopNotices::DesktopNotices(const OperationNotice& notice, QWidget& window) : m_window(window) {
@@ -31,12 +39,12 @@ DesktopNotices::DesktopNotices(const OperationNotice& notice, QWidget& window) :
 }
 
 void DesktopNotices::tell(const QString& line) {
-    if (m_window.isActiveWindow())
+    if (isInFront(m_window))
         return;
     QApplication::alert(&m_window);
     // Asked each time: another server may have taken the place of the last one.
     m_bus.call(notificationCall(u"GetCapabilities"_s), [this, line](const QDBusMessage& reply) {
-        if (reply.type() != QDBusMessage::ReplyMessage || m_window.isActiveWindow())
+        if (reply.type() != QDBusMessage::ReplyMessage || isInFront(m_window))
             return;
         const QStringList capabilities = reply.arguments().value(0).toStringList();
         show(capabilities.contains(u"body-markup"_s) ? line.toHtmlEscaped() : line);
@@ -56,7 +64,7 @@ void DesktopNotices::show(const QString& body) {
                    if (reply.type() != QDBusMessage::ReplyMessage)
                        return;
                    const uint id = reply.arguments().value(0).toUInt();
-                   if (m_window.isActiveWindow())
+                   if (isInFront(m_window))
                        takeBack(id);
                    else
                        m_shown.append(id);

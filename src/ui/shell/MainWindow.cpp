@@ -64,9 +64,11 @@ void MainWindow::fillMenu() {
     QAction* const output =
         m_menu->addAction(DisplayText::label(L10n::output()), m_content, &ContentView::showOutput);
     output->setObjectName(u"outputAction"_s);
-    output->setEnabled(m_content->notice().last().has_value());
-    connect(&m_content->notice(), &OperationNotice::changed, output,
-            [this, output] { output->setEnabled(m_content->notice().last().has_value()); });
+    const auto enableOutput = [this, output] {
+        output->setEnabled(m_content->notice().last().has_value());
+    };
+    connect(&m_content->notice(), &OperationNotice::changed, output, enableOutput);
+    enableOutput();
     m_menu->addSeparator();
     QAction* const close =
         m_menu->addAction(DisplayText::label(L10n::close()), this, &QWidget::close);

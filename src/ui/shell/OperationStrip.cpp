@@ -2,14 +2,14 @@
 #include "shell/OperationStrip.h"
 
 #include "L10n.h"
-#include "shell/OperationNotice.h"
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Typography.h"
 #include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
+#include "widgets/Sheet.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QPainter>
 #include <QPushButton>
@@ -29,11 +29,17 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
+QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
+    if (className != QLatin1StringView(OperationStrip::staticMetaObject.className()))
+        return nullptr;
+    return new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Notification);
+}
+
 } // namespace
 
 OperationStrip::OperationStrip(OperationNotice& notice, Place place, QWidget* parent)
     : MessageStrip(u"operation"_s, height, parent),
-      m_notice(notice),
+      m_notice(&notice),
       m_place(place),
       m_reason(new ElidedLabel(Typography::font(textSize))),
       m_timer(new QTimer(this)) {
@@ -49,15 +55,18 @@ OperationStrip::OperationStrip(OperationNotice& notice, Place place, QWidget* pa
     output->setObjectName(u"operationOutput"_s);
     output->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     addWidget(output);
+    // A plain widget's name is passed over by who reads the screen. Installing it again changes
+    // nothing.
+    QAccessible::installFactory(makeAccessible);
     addCloseButton(u"closeOperation"_s);
     connect(output, &QPushButton::clicked, this, &OperationStrip::outputRequested);
 
     m_timer->setSingleShot(true);
     m_timer->setInterval(successDuration);
-    connect(m_timer, &QTimer::timeout, &m_notice, &OperationNotice::close);
+    connect(m_timer, &QTimer::timeout, &notice, &OperationNotice::close);
     connect(qApp, &QApplication::focusChanged, this, &OperationStrip::countDown);
-    connect(this, &MessageStrip::closeRequested, &m_notice, &OperationNotice::close);
-    connect(&m_notice, &OperationNotice::changed, this, &OperationStrip::tell);
+    connect(this, &MessageStrip::closeRequested, &notice, &OperationNotice::close);
+    connect(&notice, &OperationNotice::changed, this, &OperationStrip::tell);
     tell();
 }
 
@@ -66,30 +75,34 @@ QString OperationStrip::reason() const {
 }
 
 void OperationStrip::tell() {
-    if (m_notice.isOpen()) {
-        const OperationSummary& summary = *m_notice.last();
-        if (summary.succeeded)
-            setLook(u"checkmark.circle"_s, &Theme::good, &Theme::content);
-        else
-            setLook(u"exclamationmark.triangle"_s, &Theme::destructive, &Theme::operationFailure);
+    const bool isOpen = m_notice->isOpen();
+    if (isOpen) {
+        const OperationSummary& summary = *m_notice->last();
+        setLook(summary.symbol(), summary.color(),
+                summary.succeeded ? &Theme::content : &Theme::operationFailure);
         setMessage(summary.title);
         m_reason->setFullText(summary.reason);
         m_reason->setVisible(!summary.reason.isEmpty());
         setAccessibleName(summary.line());
     }
-    setVisible(m_notice.isOpen());
+    setVisible(isOpen);
     countDown();
-    if (isVisible()) {
+    // What a sheet covers needn't be said twice.
+    if (isOpen && (m_place == Place::Sheet || Sheet::openOver(window()) == nullptr)) {
         QAccessibleEvent event(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&event);
     }
 }
 
-/// A success goes when nobody has looked at it for its time; whoever looks has all the time.
+/// A success goes when nobody has looked at it for its time; whoever looks at it, or at a sheet
+/// that covers it, has all the time.
 void OperationStrip::countDown() {
+    if (!m_notice)
+        return;
     const QWidget* const focused = QApplication::focusWidget();
-    const bool isLookedAt = underMouse() || (focused != nullptr && isAncestorOf(focused));
-    const bool goes = m_notice.isOpen() && m_notice.last()->succeeded && !isLookedAt;
+    const bool isLookedAt = underMouse() || (focused != nullptr && isAncestorOf(focused)) ||
+                            Sheet::openOver(window()) != nullptr;
+    const bool goes = m_notice->isOpen() && m_notice->last()->succeeded && !isLookedAt;
     if (!goes)
         m_timer->stop();
     else if (!m_timer->isActive())

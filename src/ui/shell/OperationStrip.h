@@ -2,10 +2,12 @@
 #pragma once
 
 #include "shell/MessageStrip.h"
+#include "shell/OperationNotice.h"
+
+#include <QPointer>
 
 #include <chrono>
 
-class OperationNotice;
 class QTimer;
 
 /// How the last operation ended, with a button that asks for its transcript: red and lasting
@@ -21,8 +23,8 @@ public:
     /// How long a success is told.
     static constexpr std::chrono::seconds successDuration{10};
 
-    /// The notice outlives the strip.
-    OperationStrip(OperationNotice& notice, Place place, QWidget* parent = nullptr);
+    /// The notice may end first.
+    OperationStrip(OperationNotice& notice, Place place, QWidget* parent);
 
     /// Brew's own reason, behind the message; may be "".
     [[nodiscard]] QString reason() const;
@@ -39,7 +41,7 @@ private:
     void tell();
     void countDown();
 
-    OperationNotice& m_notice;
+    QPointer<OperationNotice> m_notice;
     Place m_place;
     ElidedLabel* m_reason;
     QTimer* m_timer;

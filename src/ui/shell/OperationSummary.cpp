@@ -3,6 +3,7 @@
 
 #include "OperationReport.h"
 #include "widgets/DisplayText.h"
+#include "widgets/TerminalText.h"
 
 #include <algorithm>
 
@@ -10,37 +11,56 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The first line that is wanted, or "".
-template <class Predicate>
-QString firstOf(const QList<QStringView>& lines, Predicate isWanted) {
-    const auto found = std::ranges::find_if(lines, isWanted);
-    return found == lines.end() ? QString() : DisplayText::line(found->trimmed().toString());
-}
-
 bool hasWords(QStringView line) {
     return std::ranges::any_of(line, [](QChar character) { return character.isLetterOrNumber(); });
 }
 
-bool isError(QStringView line) {
-    return line.startsWith("Error:"_L1);
+QString lastWords(const QString& transcript) {
+    const QList<QStringView> lines = QStringView(transcript).split(u'\n');
+    const auto found = std::find_if(lines.crbegin(), lines.crend(), hasWords);
+    return found == lines.crend() ? QString() : DisplayText::line(found->trimmed().toString());
+}
+
+/// The first line that begins with "Error:", however much was written.
+QString firstError(QStringView written) {
+    constexpr QLatin1StringView error("Error:");
+    constexpr qsizetype longestLine = 1 << 16;
+    qsizetype hit = written.indexOf(error);
+    while (hit >= 0) {
+        const qsizetype start = written.lastIndexOf(u'\n', hit) + 1;
+        const qsizetype end = written.indexOf(u'\n', hit);
+        const QStringView line = written.sliced(start, (end < 0 ? written.size() : end) - start);
+        const QString shown =
+            terminalText(line.first(std::min(line.size(), longestLine)).toString());
+        if (shown.startsWith(error))
+            return DisplayText::line(shown.trimmed());
+        hit = end < 0 ? -1 : written.indexOf(error, end);
+    }
+    return {};
 }
 
 } // namespace
 
 OperationSummary::OperationSummary(const OperationReport& report)
     : succeeded(report.succeeded), transcript(DisplayText::transcript(report.transcript)) {
-    QList<QStringView> lines = QStringView(transcript).split(u'\n');
     if (succeeded) {
-        std::ranges::reverse(lines);
-        title = firstOf(lines, hasWords);
+        title = lastWords(transcript);
         return;
     }
     title = DisplayText::line(report.closing);
-    reason = firstOf(lines, isError);
+    reason = firstError(report.transcript);
     if (title.isEmpty())
         title = std::exchange(reason, {});
     if (title.isEmpty())
         title = DisplayText::line(report.start);
+}
+
+QString OperationSummary::symbol() const {
+    return succeeded ? u"checkmark.circle"_s : u"exclamationmark.triangle"_s;
+}
+
+ThemeColor OperationSummary::color() const {
+    return succeeded ? &Theme::good : &Theme::destructive;
 }
 
 QString OperationSummary::line() const {

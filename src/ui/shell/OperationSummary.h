@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "style/Theme.h"
+
 #include <QString>
 
 struct OperationReport;
@@ -11,13 +13,17 @@ struct OperationSummary final {
     explicit OperationSummary(const OperationReport& report);
 
     bool succeeded;
-    /// All that was written, as it would stand on a terminal.
+    /// What was written, as it would stand on a terminal; without its middle where that is
+    /// millions of characters.
     QString transcript;
     /// How it ended, on one line: the closing text of a failure, the last words of a success.
     QString title;
     /// Brew's own reason for a failure, on one line, unless the title says it; may be "".
     QString reason;
 
-    /// Both on one line.
+    /// Title and reason, where there is room for one text only.
     [[nodiscard]] QString line() const;
+
+    [[nodiscard]] QString symbol() const;
+    [[nodiscard]] ThemeColor color() const;
 };

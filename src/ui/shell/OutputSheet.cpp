@@ -2,7 +2,6 @@
 #include "shell/OutputSheet.h"
 
 #include "L10n.h"
-#include "shell/OperationSummary.h"
 #include "style/Metrics.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
@@ -26,20 +25,17 @@ constexpr int iconSize = 22;
 
 } // namespace
 
-OutputSheet::OutputSheet(const OperationSummary& summary, QWidget* window)
-    : Sheet(window, preferredSize, smallestSize) {
-    auto* const icon =
-        summary.succeeded
-            ? new SymbolLabel(u"checkmark.circle"_s, iconSize, &Theme::good)
-            : new SymbolLabel(u"exclamationmark.triangle"_s, iconSize, &Theme::destructive);
+OutputSheet::OutputSheet(OperationSummary summary, QWidget* window)
+    : Sheet(window, preferredSize, smallestSize), m_summary(std::move(summary)) {
+    auto* const icon = new SymbolLabel(m_summary.symbol(), iconSize, m_summary.color());
     auto* const title = new ElidedLabel(Typography::font(Typography::headerTitle, QFont::DemiBold));
     title->setObjectName(u"outputTitle"_s);
-    title->setFullText(summary.title);
+    title->setFullText(m_summary.title);
     auto* const heading = new SecondaryLabel(L10n::output(), Typography::caption);
     heading->setFont(Typography::font(Typography::caption, QFont::DemiBold));
     auto* const text = new OutputText(L10n::output(), OutputText::Frame::Box, Typography::caption);
     text->fillRoom();
-    text->setOutput(summary.transcript);
+    text->setOutput(m_summary.transcript);
     auto* const close = new QPushButton(DisplayText::label(L10n::close()));
     close->setObjectName(u"closeOutput"_s);
     connect(close, &QPushButton::clicked, this, &Sheet::dismiss);
@@ -52,7 +48,7 @@ OutputSheet::OutputSheet(const OperationSummary& summary, QWidget* window)
                        {text, 1}},
                       {padding, padding, padding, padding});
     panel()->setLayout(Boxes::column(0, {{content, 1}, new SheetFooter(close)}));
-    setAccessibleName(summary.title);
+    setAccessibleName(m_summary.title);
     present(close);
     text->scrollToEnd();
 }

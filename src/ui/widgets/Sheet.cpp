@@ -30,6 +30,11 @@ protected:
     }
 };
 
+bool takesKeyboard(const QWidget* widget) {
+    return (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget->isEnabled() &&
+           widget->isVisible();
+}
+
 } // namespace
 
 Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest)
@@ -40,12 +45,16 @@ Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest)
     hide();
 }
 
-Sheet* Sheet::openOver(const QWidget* window) {
+QList<Sheet*> Sheet::allOver(const QWidget* window) {
     // Children that are raised come last.
-    const QList<Sheet*> sheets = window->findChildren<Sheet*>(Qt::FindDirectChildrenOnly);
-    const auto open = std::find_if(sheets.crbegin(), sheets.crend(),
-                                   [](const Sheet* sheet) { return sheet->isVisible(); });
-    return open == sheets.crend() ? nullptr : *open;
+    QList<Sheet*> sheets = window->findChildren<Sheet*>(Qt::FindDirectChildrenOnly);
+    sheets.removeIf([](const Sheet* sheet) { return !sheet->isVisible(); });
+    return sheets;
+}
+
+Sheet* Sheet::openOver(const QWidget* window) {
+    const QList<Sheet*> sheets = allOver(window);
+    return sheets.isEmpty() ? nullptr : sheets.last();
 }
 
 void Sheet::setNotice(QWidget* notice) {
@@ -76,8 +85,15 @@ void Sheet::present(QWidget* focus) {
 
 void Sheet::dismiss() {
     hide();
-    if (m_focusBefore)
-        m_focusBefore->setFocus(Qt::OtherFocusReason);
+    // What had the focus may be hidden by now, but something stands near by.
+    QWidget* next = m_focusBefore;
+    while (next != nullptr && !takesKeyboard(next)) {
+        next = next->nextInFocusChain();
+        if (next == m_focusBefore)
+            next = nullptr;
+    }
+    if (next != nullptr)
+        next->setFocus(Qt::OtherFocusReason);
     deleteLater();
 }
 
@@ -154,8 +170,7 @@ QWidget* Sheet::nextFocus(QWidget* from, bool forward) const {
     QWidget* widget = from;
     do {
         widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
-        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
-        if (takesTab && isInReach(widget) && widget->isEnabled() && widget->isVisibleTo(this))
+        if (isInReach(widget) && takesKeyboard(widget))
             return widget;
     } while (widget != from);
     return nullptr;

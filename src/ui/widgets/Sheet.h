@@ -18,7 +18,9 @@ public:
 
     [[nodiscard]] QWidget* panel() const { return m_panel; }
 
-    /// The sheet that covers this window, the last one opened if there are several; may be null.
+    /// The sheets that cover this window, the one on top last.
+    [[nodiscard]] static QList<Sheet*> allOver(const QWidget* window);
+    /// The one on top, or null.
     [[nodiscard]] static Sheet* openOver(const QWidget* window);
 
     /// Shows the sheet and puts the focus on `focus`, or on the first widget that takes it.
