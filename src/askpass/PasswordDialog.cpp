@@ -8,6 +8,7 @@
 #include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QLineEdit>
@@ -33,6 +34,37 @@ void overwrite(const void* data, qsizetype size) {
     volatile char* const bytes = static_cast<char*>(const_cast<void*>(data));
     for (qsizetype i = 0; i < size; ++i)
         bytes[i] = 0;
+}
+
+QString masked(const QString& text) {
+    return QString(text.size(), u'•');
+}
+
+/// What changes in a field is told to whoever listens on the desktop's accessibility bus, letter
+/// by letter, whatever the field shows. Here nothing else changes than what is secret.
+void tellMasked(QAccessibleEvent* event) {
+    QAccessible::installUpdateHandler(nullptr);
+    QObject* const object = event->object();
+    if (event->type() == QAccessible::TextInserted) {
+        const auto* const change = static_cast<QAccessibleTextInsertEvent*>(event);
+        QAccessibleTextInsertEvent told(object, change->changePosition(),
+                                        masked(change->textInserted()));
+        QAccessible::updateAccessibility(&told);
+    } else if (event->type() == QAccessible::TextRemoved) {
+        const auto* const change = static_cast<QAccessibleTextRemoveEvent*>(event);
+        QAccessibleTextRemoveEvent told(object, change->changePosition(),
+                                        masked(change->textRemoved()));
+        QAccessible::updateAccessibility(&told);
+    } else if (event->type() == QAccessible::TextUpdated) {
+        const auto* const change = static_cast<QAccessibleTextUpdateEvent*>(event);
+        QAccessibleTextUpdateEvent told(object, change->changePosition(),
+                                        masked(change->textRemoved()),
+                                        masked(change->textInserted()));
+        QAccessible::updateAccessibility(&told);
+    } else {
+        QAccessible::updateAccessibility(event);
+    }
+    QAccessible::installUpdateHandler(tellMasked);
 }
 
 QLabel* makeIcon(double pixelRatio) {
@@ -73,6 +105,7 @@ PasswordDialog::PasswordDialog(const QString& prompt)
     auto* const title =
         new PlainLabel(u"Lumora"_s, Typography::font(Typography::headerTitle, QFont::DemiBold));
 
+    QAccessible::installUpdateHandler(tellMasked);
     m_field->setObjectName(u"passwordField"_s);
     m_field->setAccessibleName(DisplayText::line(text));
     m_field->setEchoMode(QLineEdit::Password);

@@ -70,6 +70,26 @@ class Password(DesktopTest):
         self.assertEqual(self.wait_for_answer(), "0 Secret")
         app.wait_gone(BAT)
 
+    def test_nothing_spells_it_out(self) -> None:
+        # Whoever is on the accessibility bus gets these.
+        with self.desk.accessibility.changed_texts() as told:
+            app = self.start_upgrade()
+            prompt = self.prompt()
+            prompt.wait_for_focus(FIELD)
+            prompt.type("wxyz")
+            prompt.press("BackSpace", "Return")
+            self.assertEqual(self.wait_for_answer(), "0 wxy")
+            # At the end the field is emptied.
+            wait_until(
+                lambda: any("'delete', 0, 3" in text for text in told()),
+                lambda: f"the field's last change is told; there were {told()}",
+            )
+            app.wait_gone(BAT)
+        for letter in "wxyz":
+            self.assertNotIn(f"'{letter}'", str(told()))
+        # How much has been typed is no secret: it can be heard, as it can be seen.
+        self.assertIn("('insert', 2, 1, '•'", str(told()))
+
     def test_brew_fails_when_the_user_cancels(self) -> None:
         app = self.start_upgrade()
         prompt = self.prompt()

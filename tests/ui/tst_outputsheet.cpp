@@ -161,9 +161,12 @@ void OutputSheetTest::keepsItsSizeInTheSmallestWindow() {
     AppWindow app;
     app.showLoaded();
     tell(app, false, u"a"_s);
-    openOutput(app);
+    const OutputText& text = openOutput(app);
     const QWidget& panel = SheetDriver(app.window).panel();
     QCOMPARE(panel.size(), QSize(560, 460));
+    // However short the text is.
+    QCOMPARE(text.width(), 560 - 2 * 23);
+    QVERIFY(text.height() > 250);
     app.window.resize(700, 450);
     QTRY_COMPARE(panel.size(), QSize(560, 402));
 }

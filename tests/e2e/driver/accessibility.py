@@ -3,7 +3,8 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterable
+import contextlib
+from collections.abc import Callable, Iterable, Iterator
 from typing import Any, NamedTuple
 
 import gi
@@ -71,6 +72,33 @@ class AccessibilityBus:
             if owner == process:
                 return Ref(bus, path)
         return None
+
+    @contextlib.contextmanager
+    def changed_texts(self) -> Iterator[Callable[[], list[str]]]:
+        """What applications have told by now of texts that change, as a screen reader hears it."""
+        told: list[str] = []
+
+        def keep(*event: Any) -> None:
+            told.append(str(event[5].unpack()))
+
+        def told_by_now() -> list[str]:
+            while GLib.MainContext.default().iteration(False):
+                pass
+            return told
+
+        registry = Ref("org.a11y.atspi.Registry", "/org/a11y/atspi/registry")
+        wanted = GLib.Variant("(s)", ("object:text-changed",))
+        arguments = (registry.bus, registry.path, "org.a11y.atspi.Registry")
+        options = (None, Gio.DBusCallFlags.NONE, _PATIENCE_MS, None)
+        subscription = self._bus.signal_subscribe(
+            None, "org.a11y.atspi.Event.Object", "TextChanged", None, None, Gio.DBusSignalFlags.NONE, keep
+        )
+        self._bus.call_sync(*arguments, "RegisterEvent", wanted, *options)
+        try:
+            yield told_by_now
+        finally:
+            self._bus.call_sync(*arguments, "DeregisterEvent", wanted, *options)
+            self._bus.signal_unsubscribe(subscription)
 
     def read(self, application: Ref) -> Tree:
         """What is showing now. Things that go while they are being read are left out."""
