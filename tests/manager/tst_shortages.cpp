@@ -49,8 +49,13 @@ void ShortagesTest::areToldWithoutDescriptors_data() {
 
 void ShortagesTest::areToldWithoutDescriptors() {
     QFETCH(const int, left);
-    const FakeBrew brew("echo '{\"formulae\":[],\"casks\":[]}'");
+    const FakeBrew brew("exit 1");
     Faulty faulty(brew);
+    // A sanitizer needs descriptors itself to look at classes for the first time.
+    QCOMPARE(faulty.loadFormulae(), Faulty::formulaeLoad().statusFailure);
+    QCOMPARE(faulty.upgrade(), u"Upgrading wget...\n\nFailed to upgrade wget (false)"_s);
+    QCOMPARE(faulty.doctor(), u""_s);
+    brew.setBody(R"(echo '{"formulae":[],"casks":[]}')");
     const QByteArray before = traces();
     {
         const DescriptorLimit limit(left);
