@@ -165,19 +165,24 @@ int runWithoutMemory(const QStringList& arguments) {
 void ShortagesTest::areToldWithoutMemory_data() {
     QTest::addColumn<QString>("call");
     QTest::addColumn<int>("mebibytes");
+    QTest::addColumn<QByteArray>("work");
     QTest::addColumn<QByteArray>("start");
     const auto row = [](const char* what, const QString& call, int mebibytes,
-                        const QByteArray& start) {
-        QTest::addRow("%s: room for %s", qUtf8Printable(call), what) << call << mebibytes << start;
+                        const QByteArray& work, const QByteArray& start) {
+        QTest::addRow("%s: room for %s", qUtf8Printable(call), what)
+            << call << mebibytes << work << start;
     };
+    const QByteArray output = flood(100'000'000, 'x');
+    const QByteArray errors = "echo Some words\nexec >&-\n" + flood(100'000'000, 'x', ">&2");
     const QByteArray operation = "Upgrading wget...\n\nError: ";
-    row("nothing", u"upgrade"_s, 100, operation);
-    row("the bytes", u"upgrade"_s, 300, operation);
-    row("a text of them", u"upgrade"_s, 450, operation);
-    row("nothing", u"taps"_s, 100, "Failed to load taps: ");
-    row("the bytes", u"taps"_s, 300, "Failed to load taps: ");
-    row("nothing", u"doctor"_s, 100, "Error: ");
-    row("the bytes", u"doctor"_s, 300, "Error: ");
+    row("nothing", u"upgrade"_s, 100, output, operation);
+    row("the bytes", u"upgrade"_s, 300, output, operation);
+    row("a text of them", u"upgrade"_s, 450, output, operation);
+    row("what comes before them", u"upgrade"_s, 450, errors, operation);
+    row("nothing", u"taps"_s, 100, output, "Failed to load taps: ");
+    row("the bytes", u"taps"_s, 300, output, "Failed to load taps: ");
+    row("nothing", u"doctor"_s, 100, output, "Error: ");
+    row("the bytes", u"doctor"_s, 300, output, "Error: ");
 }
 
 void ShortagesTest::areToldWithoutMemory() {
@@ -186,8 +191,9 @@ void ShortagesTest::areToldWithoutMemory() {
 #endif
     QFETCH(const QString, call);
     QFETCH(const int, mebibytes);
+    QFETCH(const QByteArray, work);
     QFETCH(const QByteArray, start);
-    const FakeBrew brew(flood(100'000'000, 'x'));
+    const FakeBrew brew(work);
     const SecondProcess process(u"without memory"_s,
                                 {brew.path(), call, QString::number(mebibytes)});
     QCOMPARE(process.output(),
