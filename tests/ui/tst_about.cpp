@@ -60,8 +60,6 @@ private Q_SLOTS:
     void showsTheBundlesPicture();
     void opensItsLinks_data();
     void opensItsLinks();
-    void opensNothingThatIsNoAddress_data();
-    void opensNothingThatIsNoAddress();
     void hasTheSizesOfItsLinks();
     void standsInTheMiddle();
     void speaksTheLanguage_data();
@@ -138,23 +136,6 @@ void AboutTest::opensItsLinks() {
     Input::key(Qt::Key_Space);
     QCOMPARE(browser.opened(), (QStringList{address, address}));
     QCOMPARE(about.window.page().title(), u"About"_s);
-}
-
-void AboutTest::opensNothingThatIsNoAddress_data() {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("nothing") << u""_s;
-    QTest::newRow("blanks") << u"https://exa mple.org"_s;
-    QTest::newRow("broken escape") << u"https://example.org/%zz"_s;
-    QTest::newRow("broken host") << u"https://[::1"_s;
-}
-
-void AboutTest::opensNothingThatIsNoAddress() {
-    QFETCH(QString, text);
-    const BrowserDouble browser;
-    openAddress(text);
-    QCOMPARE(browser.opened(), QStringList());
-    openAddress(u"https://example.org/"_s);
-    QCOMPARE(browser.opened(), QStringList{u"https://example.org/"_s});
 }
 
 void AboutTest::hasTheSizesOfItsLinks() {

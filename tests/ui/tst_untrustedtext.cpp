@@ -11,7 +11,9 @@
 #include "shell/FailureStrip.h"
 #include "shell/OperationOverlay.h"
 #include "widgets/DetailBadge.h"
+#include "widgets/DetailRow.h"
 #include "widgets/Labels.h"
+#include "widgets/Links.h"
 #include "widgets/OutputText.h"
 #include "widgets/RowListView.h"
 
@@ -270,7 +272,10 @@ void UntrustedTextTest::staysPlainInTheDetail() {
         QVERIFY(name.text().endsWith(u'…') || name.text() == untrusted->shown);
         QCOMPARE(require<QLabel>(sheet.panel(), u"detailDescription"_s).text().remove(mayWrap),
                  untrusted->shown);
-        QCOMPARE(require<QAbstractButton>(sheet.panel(), u"homepageLink"_s).text(),
+        const DetailRow& homepage = *sheet.panel().findChildren<DetailRow*>().constLast();
+        const auto* const link = findVisible<LinkButton>(homepage);
+        QCOMPARE(link != nullptr ? link->text()
+                                 : homepage.findChildren<QLabel*>().constLast()->text(),
                  untrusted->shown);
     }
     for (const DetailBadge* const badge : sheet.panel().findChildren<DetailBadge*>())

@@ -72,19 +72,25 @@ QLayout* descriptionOf(const BrewPackage& package) {
     return block;
 }
 
+DetailRow* makeHomepageRow(const BrewPackage& package) {
+    const QString& homepage = package.homepage;
+    // What is no address at all leads to Homebrew's own page instead.
+    const bool isAddress = QUrl(homepage, QUrl::StrictMode).isValid();
+    if (isAddress && !canOpenAddress(homepage))
+        return new DetailRow(L10n::homepage(), homepage, QFont::Medium);
+    auto* const link = new LinkButton(homepage, isAddress ? homepage : Addresses::homebrew);
+    link->setObjectName(u"homepageLink"_s);
+    return new DetailRow(L10n::homepage(), link);
+}
+
 QLayout* detailsOf(const BrewPackage& package) {
     constexpr int spacing = 8;
     QVBoxLayout* const block = makeBlock(L10n::details(), spacing);
     block->addWidget(new DetailRow(L10n::name(), package.fullName));
     block->addWidget(new DetailRow(L10n::version(), package.version));
     block->addWidget(new DetailRow(L10n::installedVersion(), package.installedVersion));
-    if (!package.homepage.isEmpty()) {
-        const bool isAddress = QUrl(package.homepage, QUrl::StrictMode).isValid();
-        auto* const link =
-            new LinkButton(package.homepage, isAddress ? package.homepage : Addresses::homebrew);
-        link->setObjectName(u"homepageLink"_s);
-        block->addWidget(new DetailRow(L10n::homepage(), link));
-    }
+    if (!package.homepage.isEmpty())
+        block->addWidget(makeHomepageRow(package));
     return block;
 }
 
@@ -186,7 +192,7 @@ void PackageDetailView::showPackage(const BrewPackage& package) {
     delete m_facts;
     m_facts = makeFacts(package);
     m_layout->insertWidget(0, m_facts);
-    setAccessibleName(package.name);
+    setAccessibleName(DisplayText::line(package.name));
 }
 
 QCoro::Task<> PackageDetailView::loadInfo(BrewPackage package) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int column = 100;
 
-QLabel* makeLabel(const QString& text, QFont::Weight weight = QFont::Normal) {
+QLabel* makeLabel(const QString& text, QFont::Weight weight) {
     constexpr double step = 0.5;
     // The column has the same width in every language; a long word is set smaller instead.
     double size = Typography::body;
@@ -28,7 +28,8 @@ QLabel* makeLabel(const QString& text, QFont::Weight weight = QFont::Normal) {
 
 } // namespace
 
-DetailRow::DetailRow(const QString& label, const QString& value, QWidget* parent)
+DetailRow::DetailRow(const QString& label, const QString& value, QFont::Weight labelWeight,
+                     QWidget* parent)
     : QWidget(parent) {
     auto* const text =
         new PlainLabel(DisplayText::line(value), Typography::digits(Typography::body));
@@ -36,7 +37,7 @@ DetailRow::DetailRow(const QString& label, const QString& value, QWidget* parent
     text->setAccessibleName(label + u": "_s + text->text());
     // A value of absurd length is cut at the edge instead of widening the pane.
     text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    setLayout(Boxes::row(0, {makeLabel(label), {text, 1}}));
+    setLayout(Boxes::row(0, {makeLabel(label, labelWeight), {text, 1}}));
 }
 
 DetailRow::DetailRow(const QString& label, LinkButton* value, QWidget* parent) : QWidget(parent) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QFont>
 #include <QWidget>
 
 class LinkButton;
@@ -11,7 +12,8 @@ class DetailRow final : public QWidget {
 
 public:
     /// With a text that can be selected and copied.
-    DetailRow(const QString& label, const QString& value, QWidget* parent = nullptr);
+    DetailRow(const QString& label, const QString& value, QFont::Weight labelWeight = QFont::Normal,
+              QWidget* parent = nullptr);
     /// With a link as its value, which the row takes over.
     DetailRow(const QString& label, LinkButton* value, QWidget* parent = nullptr);
 };

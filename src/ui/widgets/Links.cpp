@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/Links.h"
 
+#include "Addresses.h"
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Symbol.h"
@@ -25,15 +26,22 @@ constexpr int arrowSize = 12;
 
 } // namespace
 
-void openAddress(const QString& address) {
+bool canOpenAddress(const QString& address) {
     const QUrl url(address, QUrl::StrictMode);
-    if (url.isValid() && !url.isEmpty())
-        QDesktopServices::openUrl(url);
+    const bool isOfTheWeb = url.scheme() == "https"_L1 || url.scheme() == "http"_L1;
+    return (url.isValid() && isOfTheWeb && !url.host().isEmpty()) || address == Addresses::contact;
+}
+
+void openAddress(const QString& address) {
+    if (canOpenAddress(address))
+        QDesktopServices::openUrl(QUrl(address, QUrl::StrictMode));
 }
 
 LinkButton::LinkButton(const QString& text, QString address, QWidget* parent)
     : QAbstractButton(parent), m_address(std::move(address)) {
     setText(DisplayText::line(text));
+    // The toolkit takes an ampersand for the mark of one.
+    setShortcut({});
     setAccessibleName(this->text());
     setFont(Typography::font(Typography::body));
     setCursor(Qt::PointingHandCursor);

@@ -3,8 +3,11 @@
 
 #include <QAbstractButton>
 
-/// Opens an address in the desktop's browser or mail client. Does nothing if it can't be
-/// parsed; a desktop that can't open it isn't reported either.
+/// Whether an address is one that may be handed on to the desktop, which would take far more: it is
+/// absolute, of the web and has a host, or it is Lumora's own contact.
+[[nodiscard]] bool canOpenAddress(const QString& address);
+/// Opens such an address in the desktop's browser or mail client, and does nothing with any other;
+/// a desktop that can't open it isn't reported either.
 void openAddress(const QString& address);
 
 /// A line of text in the accent colour that opens an address when it is pressed.

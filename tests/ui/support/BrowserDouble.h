@@ -6,7 +6,8 @@
 #include <QStringList>
 #include <QUrl>
 
-/// Takes the addresses that would be opened in the desktop's browser or mail client.
+/// Takes the addresses that would be handed on to the desktop: those of its browser and mail
+/// client, and those that must not get there.
 class BrowserDouble final : public QObject {
     Q_OBJECT
 
@@ -27,10 +28,13 @@ public:
 
 public Q_SLOTS:
 
-    void open(const QUrl& address) { m_opened.append(address.toString()); }
+    void open(const QUrl& address) { m_opened.append(address.toString(QUrl::FullyEncoded)); }
 
 private:
-    const QStringList m_schemes{QStringLiteral("http"), QStringLiteral("https"),
-                                QStringLiteral("mailto"), QStringLiteral("ftp")};
+    /// The first is that of an address without any.
+    const QStringList m_schemes =
+        QStringLiteral(" http https mailto ftp file smb steam tel ssh javascript "
+                       "data blob view-source appstream wss httpss https+x")
+            .split(QChar::Space);
     QStringList m_opened;
 };
