@@ -14,6 +14,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +60,8 @@ private Q_SLOTS:
     void readsTheStatesOfAPage();
     void readsTheDetail();
     void readsFromListsThatAreReplaced();
+    void readsNoMarkup_data();
+    void readsNoMarkup();
 };
 
 void AccessibilityTest::namesEverythingThatTakesTheFocus_data() {
@@ -197,6 +200,27 @@ void AccessibilityTest::readsFromListsThatAreReplaced() {
     app.page().typeToSearch(u"00001"_s);
     QTRY_COMPARE(spoken(list).size(), 1);
     QVERIFY(spoken(list).constFirst().startsWith(u"package-00001, "_s));
+}
+
+void AccessibilityTest::readsNoMarkup_data() {
+    QTest::addColumn<const AppScene*>("scene");
+    for (const AppScene& scene : AppScene::all())
+        QTest::newRow(scene.name) << &scene;
+}
+
+void AccessibilityTest::readsNoMarkup() {
+    QFETCH(const AppScene*, scene);
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    AppScene::fill(app);
+    scene->enter(app);
+    const QStringList texts =
+        ControlTree::spoken(app.window) + ControlTree::spoken(*app.window.applicationMenu());
+    QVERIFY(texts.contains(u"Formulae, 2"_s) || texts.contains(u"Formulae"_s));
+    QVERIFY(texts.contains(u"Check for Updates..."_s));
+    static const QRegularExpression markup(u"<[A-Za-z!/]|&\\w+;"_s);
+    QCOMPARE(texts.filter(markup), QStringList());
 }
 
 LUMORA_UI_TEST_MAIN(AccessibilityTest)

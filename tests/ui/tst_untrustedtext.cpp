@@ -8,20 +8,24 @@
 #include "SheetDriver.h"
 #include "ThreadTime.h"
 #include "UiTest.h"
+#include "shell/DetailColumn.h"
 #include "shell/FailureStrip.h"
 #include "shell/OperationOverlay.h"
+#include "shell/OperationStrip.h"
 #include "widgets/DetailBadge.h"
 #include "widgets/DetailRow.h"
 #include "widgets/Labels.h"
 #include "widgets/Links.h"
 #include "widgets/OutputText.h"
 #include "widgets/RowListView.h"
+#include "widgets/Sheet.h"
 
 #include <QApplication>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -92,6 +96,40 @@ void verifyShown(AppWindow& app, double milliseconds) {
     QCOMPARE(app.window.size(), QSize(700, 450));
 }
 
+/// Lets an operation end that says nothing else.
+void tell(AppWindow& app, const QString& text) {
+    Q_EMIT app.manager.operationEnded(
+        {.succeeded = false,
+         .start = text,
+         .closing = text,
+         .transcript = text + u"\nError: "_s + text + u"\n\n"_s + text});
+}
+
+/// What the strip says, and whether it keeps to its line.
+void verifyStrip(const QWidget& root, const Untrusted& untrusted) {
+    const auto& strip = require<OperationStrip>(root);
+    QCOMPARE(strip.size().height(), OperationStrip::height);
+    const auto& message = require<ElidedLabel>(strip, u"operationMessage"_s);
+    QVERIFY(message.text().endsWith(u'…') || message.text() == untrusted.shown);
+    for (const QLabel* const label : strip.findChildren<QLabel*>())
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+}
+
+/// What a screen reader can't say, or says of what isn't there: the signs of markup that was made
+/// for the eye, characters without a sound, and more than anybody would listen to.
+QStringList unspeakable(const QStringList& texts) {
+    constexpr qsizetype longest = 5'000;
+    static const QRegularExpression signs(
+        u"<qt>|&lt;|&gt;|&quot;|[\\x00-\\x08\\x0B-\\x1F\\x7F-\\x9F]|"
+        "[\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"_s);
+    QStringList found;
+    for (const QString& text : texts) {
+        if (text.size() > longest || text.contains(signs))
+            found.append(text.left(200));
+    }
+    return found;
+}
+
 QString toolTipOf(const ListDriver& list, const QPoint& place) {
     QWidget* const viewport = list.view().viewport();
     QHelpEvent event(QEvent::ToolTip, place, viewport->mapToGlobal(place));
@@ -123,6 +161,14 @@ private Q_SLOTS:
     void staysPlainInTheOverlay();
     void staysPlainInTheStrip_data();
     void staysPlainInTheStrip();
+    void staysPlainInTheOperationStrip_data();
+    void staysPlainInTheOperationStrip();
+    void staysPlainInTheStripOfASheet_data();
+    void staysPlainInTheStripOfASheet();
+    void staysPlainInATranscript_data();
+    void staysPlainInATranscript();
+    void staysPlainToAScreenReader_data();
+    void staysPlainToAScreenReader();
     void reachesBrewUnchanged_data();
     void reachesBrewUnchanged();
 };
@@ -348,6 +394,95 @@ void UntrustedTextTest::staysPlainInTheStrip() {
     app.window.resize(700, 450);
     QTRY_COMPARE(app.window.width(), 700);
     verifyShown(app, again);
+}
+
+void UntrustedTextTest::staysPlainInTheOperationStrip_data() {
+    addTexts();
+}
+
+void UntrustedTextTest::staysPlainInTheOperationStrip() {
+    QFETCH(const Untrusted*, untrusted);
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    const double time = timeToShow(app, [&] { tell(app, untrusted->text); });
+    verifyShown(app, time);
+    verifyStrip(*app.window.content()->detailColumn(), *untrusted);
+}
+
+void UntrustedTextTest::staysPlainInTheStripOfASheet_data() {
+    addTexts();
+}
+
+void UntrustedTextTest::staysPlainInTheStripOfASheet() {
+    QFETCH(const Untrusted*, untrusted);
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    app.choose(taps);
+    app.page().press(u"addTapButton"_s);
+    const SheetDriver sheet(app.window);
+    const double time = timeToShow(app, [&] { tell(app, untrusted->text); });
+    verifyShown(app, time);
+    verifyStrip(sheet.sheet(), *untrusted);
+}
+
+void UntrustedTextTest::staysPlainInATranscript_data() {
+    addTexts();
+}
+
+void UntrustedTextTest::staysPlainInATranscript() {
+    QFETCH(const Untrusted*, untrusted);
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    tell(app, untrusted->text);
+    const double time = timeToShow(app, [&] { app.window.content()->showOutput(); });
+    const SheetDriver sheet(app.window);
+    verifyShown(app, time);
+    for (const QLabel* const label : sheet.panel().findChildren<QLabel*>())
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+    const auto& title = require<ElidedLabel>(sheet.panel(), u"outputTitle"_s);
+    QVERIFY(title.text().endsWith(u'…') || title.text() == untrusted->shown);
+    // All others are as a terminal would show them.
+    if (untrusted->text == untrusted->shown)
+        QVERIFY(require<OutputText>(sheet.panel()).toPlainText().startsWith(untrusted->shown));
+}
+
+void UntrustedTextTest::staysPlainToAScreenReader_data() {
+    QTest::addColumn<const Untrusted*>("untrusted");
+    QTest::addColumn<SidebarCategory>("category");
+    for (const SidebarCategory category : {formulae, casks, updates, search, taps}) {
+        for (const Untrusted& text : untrustedTexts())
+            QTest::addRow("%s: %s", qUtf8Printable(rawValue(category)), text.name)
+                << &text << category;
+    }
+}
+
+void UntrustedTextTest::staysPlainToAScreenReader() {
+    QFETCH(const Untrusted*, untrusted);
+    QFETCH(const SidebarCategory, category);
+    const QString& text = untrusted->text;
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    BrewPackage formula = Samples::outdated(Samples::formula(text, text));
+    formula.homepage = text;
+    formula.dependencies = {text};
+    app.manager.formulae.set({formula});
+    app.manager.casks.set({Samples::cask(text, text)});
+    app.manager.outdatedFormulae.set({{text, text, text, PackageType::formula}});
+    app.manager.searchResults.set({{text, PackageType::formula, false}});
+    app.manager.taps.set({{text}});
+    app.manager.errorMessage.set(text);
+    app.window.content()->setSelectedCategory(category);
+    tell(app, text);
+    QCoreApplication::processEvents();
+    if (category == formulae) {
+        app.window.content()->selection().setSelectedPackageID(formula.id());
+        (void)SheetDriver(app.window);
+    }
+    QCOMPARE(unspeakable(ControlTree::spoken(app.window)), QStringList());
 }
 
 void UntrustedTextTest::reachesBrewUnchanged_data() {

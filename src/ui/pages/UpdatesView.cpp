@@ -28,7 +28,7 @@ UpdatesView::UpdatesView(BrewManager& manager, PackageSelection& selection, QWid
       m_updateAllButton(new QPushButton(Symbol::icon(u"arrow.triangle.2.circlepath"_s),
                                         DisplayText::label(L10n::updateAll()))) {
     m_updateAllButton->setObjectName(u"updateAllButton"_s);
-    m_updateAllButton->setToolTip(DisplayText::toolTip(L10n::updateAllPackages()));
+    DisplayText::setToolTip(m_updateAllButton, L10n::updateAllPackages());
     LumoraStyle::setProminence(m_updateAllButton, LumoraStyle::Prominence::Compact);
     addHeaderControl(m_updateAllButton);
     m_refreshButton = addRefreshButton(L10n::checkForUpdates());

@@ -3,6 +3,8 @@
 
 #include "widgets/TerminalText.h"
 
+#include <QWidget>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -149,4 +151,9 @@ QString DisplayText::label(const QString& text) {
 
 QString DisplayText::toolTip(const QString& text) {
     return text.isEmpty() ? QString() : u"<qt>"_s + line(text).toHtmlEscaped() + u"</qt>"_s;
+}
+
+void DisplayText::setToolTip(QWidget* widget, const QString& text) {
+    widget->setToolTip(toolTip(text));
+    widget->setAccessibleDescription(line(text));
 }

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+class QWidget;
+
 /// Text from outside (names, descriptions, command output) made harmless to show.
 ///
 /// Control characters and the marks that reorder what follows them are replaced by visible
@@ -25,5 +27,8 @@ namespace DisplayText {
 
 /// For tool tips, which take for markup what looks like it. Nothing for an empty text.
 [[nodiscard]] QString toolTip(const QString& text);
+/// Gives the widget such a tool tip, and the text as the description for a screen reader: without
+/// one the toolkit has it read the tool tip, markup and all.
+void setToolTip(QWidget* widget, const QString& text);
 
 } // namespace DisplayText

@@ -12,7 +12,7 @@
 IconButton::IconButton(QString symbol, const QString& toolTip, QWidget* parent)
     : QAbstractButton(parent), m_symbol(std::move(symbol)) {
     setFixedSize(sizeHint());
-    setToolTip(DisplayText::toolTip(toolTip));
+    DisplayText::setToolTip(this, toolTip);
     setAccessibleName(toolTip);
     setFocusPolicy(Qt::StrongFocus);
 }

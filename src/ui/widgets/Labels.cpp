@@ -52,5 +52,5 @@ void ElidedLabel::elide() {
     const QString line = DisplayText::line(m_fullText);
     const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, width());
     setText(shown);
-    setToolTip(shown == line ? QString() : DisplayText::toolTip(m_fullText));
+    DisplayText::setToolTip(this, shown == line ? QString() : m_fullText);
 }

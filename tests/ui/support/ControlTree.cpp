@@ -110,6 +110,18 @@ int widthForText(const QLineEdit& field) {
            field.textMargins().left() - field.textMargins().right() - innerMargins;
 }
 
+void collectSpoken(const QAccessibleInterface* interface, QStringList* texts) {
+    if (interface == nullptr)
+        return;
+    for (const QAccessible::Text kind :
+         {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help}) {
+        if (const QString text = interface->text(kind); !text.isEmpty())
+            texts->append(text);
+    }
+    for (int i = 0; i < interface->childCount(); ++i)
+        collectSpoken(interface->child(i), texts);
+}
+
 bool hasRoomForText(const QLabel& label) {
     if (!label.wordWrap() && !label.text().contains(u'\n'))
         return hasRoomForInk(label);
@@ -194,4 +206,10 @@ QString ControlTree::withoutName(const QWidget& root) {
             found.append(nameOf(widget));
     }
     return found.join(u"; "_s);
+}
+
+QStringList ControlTree::spoken(QWidget& root) {
+    QStringList texts;
+    collectSpoken(QAccessible::queryAccessibleInterface(&root), &texts);
+    return texts;
 }

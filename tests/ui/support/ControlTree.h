@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 class QWidget;
 
@@ -16,5 +16,9 @@ namespace ControlTree {
 [[nodiscard]] QString clippedTexts(const QWidget& root);
 /// Widgets that take the focus but have no name for a screen reader.
 [[nodiscard]] QString withoutName(const QWidget& root);
+
+/// Not what is wrong but all that a screen reader may say of `root` and what is below it: names,
+/// descriptions and the like.
+[[nodiscard]] QStringList spoken(QWidget& root);
 
 } // namespace ControlTree
