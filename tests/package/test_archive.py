@@ -16,6 +16,7 @@ from driver.application import Application
 from driver.namespaces import own
 from driver.testcase import DesktopTest
 from driver.waiting import wait_until
+from elf import Elf
 
 PACKAGE = Path(__file__).resolve().parents[2] / "scripts/package"
 # Belong to the system: its drivers, its fonts, its bus and its security updates.
@@ -127,6 +128,54 @@ class ReleaseArchive(DesktopTest):
         # Debian has renamed some packages for the sake of their ABI.
         self.assertTrue({"libqt6core6.txt", "libqt6core6t64.txt"} & licences, licences)
         self.assertIn("LGPL-3", licences)
+
+    def programs(self) -> dict[str, Elf]:
+        names = ("Lumora", "lumora-askpass")
+        return {name: Elf(self.contents / "bin" / name) for name in names}
+
+    def test_its_programs_lie_anywhere(self) -> None:
+        for name, program in self.programs().items():
+            self.assertIn("PIE", program.flags(), name)
+
+    def test_its_programs_are_bound_for_good_at_the_start(self) -> None:
+        for name, program in self.programs().items():
+            self.assertEqual(program.segments().get("GNU_RELRO"), "R", name)
+            self.assertIn("NOW", program.flags(), name)
+
+    def test_its_programs_guard_their_stack(self) -> None:
+        for name, program in self.programs().items():
+            self.assertTrue("__stack_chk_fail" in program.imports(), name)
+
+    def test_its_programs_let_the_c_library_check_sizes(self) -> None:
+        if "-O0" in os.environ["LUMORA_COMPILER_FLAGS"]:
+            self.skipTest("The C library checks nothing in a build without optimisation.")
+        # Both may print an error, and printing is checked.
+        for name, program in self.programs().items():
+            checked = {symbol for symbol in program.imports() if symbol.endswith("_chk")}
+            self.assertNotEqual(checked, set(), name)
+
+    def test_its_programs_are_called_only_where_functions_begin(self) -> None:
+        if platform.machine() != "x86_64":
+            self.skipTest("Only x86-64 is known to mark functions.")
+        begin = bytes.fromhex("f30f1efa")  # endbr64
+        for name, program in self.programs().items():
+            entries = program.entries()
+            self.assertGreater(len(entries), 100, name)
+            # All but those of the C run-time's own object files.
+            unmarked = [entry for entry in entries if entry != begin]
+            self.assertLess(len(unmarked), 5, name)
+
+    def test_nothing_in_it_runs_from_a_stack(self) -> None:
+        files = [path for path in self.bundle.rglob("*") if ".so" in path.name]
+        self.assertGreater(len(files), 10)
+        for name, file in [*self.programs().items(), *((path.name, Elf(path)) for path in files)]:
+            self.assertEqual(file.segments().get("GNU_STACK"), "RW", name)
+
+    def test_it_looks_for_libraries_in_itself_only(self) -> None:
+        for name, program in self.programs().items():
+            self.assertEqual(program.run_paths(), ["$ORIGIN/../lib"], name)
+        for path in self.bundle.rglob("*.so*"):
+            self.assertEqual(Elf(path).run_paths(), [], path.name)
 
     def start_bundle(self, *wrapper: str) -> Application:
         app = Application(
