@@ -99,10 +99,7 @@ void verifyShown(AppWindow& app, double milliseconds) {
 /// Lets an operation end that says nothing else.
 void tell(AppWindow& app, const QString& text) {
     Q_EMIT app.manager.operationEnded(
-        {.succeeded = false,
-         .start = text,
-         .closing = text,
-         .transcript = text + u"\nError: "_s + text + u"\n\n"_s + text});
+        {.succeeded = false, .start = text, .closing = text, .transcript = u"Error: "_s + text});
 }
 
 /// What the strip says, and whether it keeps to its line.
@@ -118,7 +115,8 @@ void verifyStrip(const QWidget& root, const Untrusted& untrusted) {
 /// What a screen reader can't say, or says of what isn't there: the signs of markup that was made
 /// for the eye, characters without a sound, and more than anybody would listen to.
 QStringList unspeakable(const QStringList& texts) {
-    constexpr qsizetype longest = 5'000;
+    // A title and a reason, each cut where no window could show more.
+    constexpr qsizetype longest = 10'000;
     static const QRegularExpression signs(
         u"<qt>|&lt;|&gt;|&quot;|[\\x00-\\x08\\x0B-\\x1F\\x7F-\\x9F]|"
         "[\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"_s);
@@ -446,7 +444,7 @@ void UntrustedTextTest::staysPlainInATranscript() {
     QVERIFY(title.text().endsWith(u'…') || title.text() == untrusted->shown);
     // All others are as a terminal would show them.
     if (untrusted->text == untrusted->shown)
-        QVERIFY(require<OutputText>(sheet.panel()).toPlainText().startsWith(untrusted->shown));
+        QVERIFY(require<OutputText>(sheet.panel()).toPlainText().contains(untrusted->shown));
 }
 
 void UntrustedTextTest::staysPlainToAScreenReader_data() {
