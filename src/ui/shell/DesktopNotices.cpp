@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QWidget>
 
 #include <utility>
 
