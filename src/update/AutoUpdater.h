@@ -3,6 +3,7 @@
 
 #include "ApplicationBundle.h"
 #include "UpdateFailure.h"
+#include "UpdateLock.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -59,7 +60,7 @@ private:
     void showInformation(const QString& title, const QString& text);
     void showErrorAlert(const QString& message);
 
-    /// Throws UpdateFailure.
+    /// Throws UpdateFailure. Does nothing while an earlier one is at work.
     QCoro::Task<> downloadAndInstall(QString version, QString downloadURL);
 
     /// The version being installed, kept in the preferences from the old application to the
@@ -78,4 +79,6 @@ private:
     /// Made for the first check: it is neither small nor quick to make. Every request under
     /// way shares it.
     std::shared_ptr<QNetworkAccessManager> m_network;
+    /// Held during an installation, and from its success to the end of the process.
+    std::optional<UpdateLock> m_lock;
 };

@@ -59,12 +59,15 @@ QCoro::Task<> download(std::shared_ptr<QNetworkAccessManager> network, QUrl addr
     UpdateFiles::moveInto(file, path);
 }
 
-QCoro::Task<> unpack(const QString& archive, const QString& folder) {
-    return runTool(u"/usr/bin/tar"_s, {u"-xzf"_s, archive, u"-C"_s, folder});
+QCoro::Task<> unpack(QString archive, QString folder) {
+    const QStringList arguments{u"-xzf"_s, archive, u"-C"_s, folder};
+    // Its exit status says less than what has come out of it.
+    co_await runTool(u"/usr/bin/tar"_s, arguments);
 }
 
-QCoro::Task<> makeExecutable(const QString& script) {
-    return runTool(u"/bin/chmod"_s, {u"+x"_s, script});
+QCoro::Task<> makeExecutable(QString script) {
+    const QStringList arguments{u"+x"_s, script};
+    co_await runTool(u"/bin/chmod"_s, arguments);
 }
 
 /// The script outlives the application.
@@ -78,7 +81,7 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
     const QPointer<AutoUpdater> self(this);
     const ApplicationBundle bundle = m_bundle;
     const QUrl address(downloadURL, QUrl::StrictMode);
-    if (!address.isValid())
+    if (!address.isValid() || m_lock)
         co_return;
     checkVersion(version);
     // Before anything is downloaded: the next launch tells of the update even if it fails.
@@ -86,7 +89,18 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
 
     const QString folder = UpdateFiles::prepareFolder();
     checkPath(folder);
+    m_lock.emplace(folder);
+    auto unlock = qScopeGuard([self] {
+        if (self)
+            self->m_lock.reset();
+    });
     UpdateScript script;
+    script.scriptPath = folder + u"/lumora-update.sh"_s;
+    // The process that started it may be gone.
+    if (co_await UpdateScript::isAtWork(script.scriptPath))
+        throw UpdateFailure::anotherUpdate();
+    if (!self)
+        co_return;
     script.archivePath = folder + u"/lumora-update-"_s + version + u".tar.gz"_s;
     co_await download(network(), address, script.archivePath);
     if (!self)
@@ -101,18 +115,17 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
 
     script.unpackFolder = folder + u"/lumora-update-extract"_s;
     makeEmptyFolder(script.unpackFolder);
-    // Its exit status says less than what has come out of it.
     co_await unpack(script.archivePath, script.unpackFolder);
     script.newPath = script.unpackFolder + u"/Lumora.app"_s;
     if (!Replacement::isWhole(script.newPath))
         throw UpdateFailure(UpdateError::extractFailed);
     Replacement::checkRoom(script.appPath, script.newPath);
 
-    script.scriptPath = folder + u"/lumora-update.sh"_s;
     UpdateFiles::writeAtomically(script.scriptPath, script.text().toUtf8());
     co_await makeExecutable(script.scriptPath);
     if (!self)
         co_return;
     startDetached(script.scriptPath);
+    unlock.dismiss();
     Q_EMIT terminationRequested();
 }

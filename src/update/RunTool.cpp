@@ -30,7 +30,7 @@ UpdateFailure notStarted(const QProcess& process) {
 
 } // namespace
 
-QCoro::Task<> runTool(QString path, QStringList arguments) {
+QCoro::Task<int> runTool(QString path, QStringList arguments) {
     QProcess process;
     prepare(process, path, arguments);
     QPromise<bool> wasStarted;
@@ -48,6 +48,7 @@ QCoro::Task<> runTool(QString path, QStringList arguments) {
     process.start();
     if (!co_await wasStarted.future())
         throw notStarted(process);
+    co_return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
 void startTool(const QString& path, const QStringList& arguments) {

@@ -4,11 +4,11 @@
 #include <QCoroTask>
 #include <QStringList>
 
-/// Runs one of the system's tools; the task ends when the tool has exited, whatever its
-/// status. Throws UpdateFailure if it can't be started.
+/// Runs one of the system's tools and gives its exit status once it has exited; -1 if a signal
+/// ended it. Throws UpdateFailure if it can't be started.
 ///
 /// A tool that isn't at its usual path is looked for where the user's commands are.
-[[nodiscard]] QCoro::Task<> runTool(QString path, QStringList arguments);
+[[nodiscard]] QCoro::Task<int> runTool(QString path, QStringList arguments);
 
 /// Starts a tool that nobody waits for and that outlives the application.
 void startTool(const QString& path, const QStringList& arguments);

@@ -29,6 +29,10 @@ UpdateFailure::UpdateFailure(const QString& path, std::error_code error)
 UpdateFailure::UpdateFailure(const QString& path, int error)
     : UpdateFailure(path, std::error_code(error, std::generic_category())) {}
 
+UpdateFailure UpdateFailure::anotherUpdate() {
+    return UpdateFailure(u"Another update is being installed."_s);
+}
+
 const char* UpdateFailure::what() const noexcept {
     return "the update failed";
 }

@@ -21,6 +21,9 @@ public:
     /// The same for an errno value.
     UpdateFailure(const QString& path, int error);
 
+    /// Two updates at a time would be one too many.
+    [[nodiscard]] static UpdateFailure anotherUpdate();
+
     [[nodiscard]] const QString& description() const { return m_description; }
 
     [[nodiscard]] const char* what() const noexcept override;

@@ -2,7 +2,9 @@
 #include "UpdateScript.h"
 
 #include "ApplicationBundle.h"
+#include "RunTool.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -13,6 +15,16 @@ namespace {
 
 QString quoted(const QString& path) {
     return u'"' + path + u'"';
+}
+
+/// Stands for whatever isn't the same in every locale or has a meaning of its own.
+QString patternFor(const QString& path) {
+    QString pattern;
+    for (const QChar character : path) {
+        const bool isPlain = character.unicode() < 0x80 && character.isLetterOrNumber();
+        pattern += isPlain || character == u'/' ? QString(character) : u".+"_s;
+    }
+    return pattern;
 }
 
 QString startingLine(const QString& appPath) {
@@ -45,6 +57,15 @@ QString UpdateScript::text() const {
         startingLine(appPath),
     };
     return lines.join(u'\n');
+}
+
+QCoro::Task<bool> UpdateScript::isAtWork(QString scriptPath) {
+    // It removes itself at its end: without a file there is no need to look for a process.
+    if (!QFileInfo::exists(scriptPath))
+        co_return false;
+    constexpr int found = 0;
+    const QStringList arguments{u"-f"_s, patternFor(scriptPath)};
+    co_return co_await runTool(u"/usr/bin/pgrep"_s, arguments) == found;
 }
 
 bool UpdateScript::canName(const QString& path) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoroTask>
 #include <QString>
 
 /// The shell script that swaps the bundles once the application is gone, and starts the
@@ -17,6 +18,10 @@ struct UpdateScript final {
     /// The lines, without a line feed after the last. Paths stand in double quotes as they
     /// are: see canName().
     [[nodiscard]] QString text() const;
+
+    /// Whether some process is running the script at this path. Throws UpdateFailure if that
+    /// can't be found out.
+    [[nodiscard]] static QCoro::Task<bool> isAtWork(QString scriptPath);
 
     /// Whether this path means itself between quotes of either kind.
     [[nodiscard]] static bool canName(const QString& path);

@@ -33,6 +33,10 @@ private Q_SLOTS:
     void givesUpWhenTheApplicationEndsDuringTheDownload();
     void startsNoScriptOnceTheApplicationHasEnded();
     void keepsItsHandsOffFilesItDoesNotKnow();
+    void installsOnlyOnceAtATime();
+    void refusesWhileAnotherInstalls();
+    void refusesWhileAScriptIsAtWork();
+    void triesAgainAfterAFailure();
 
 private:
     FreshHome m_home;
@@ -89,6 +93,34 @@ private:
     QPromise<qsizetype> m_answer;
     bool m_isAsked{false};
     bool m_isThrough{false};
+};
+
+/// Another window on the same bundle, whose user agrees to every update.
+class SecondWindow final {
+public:
+    explicit SecondWindow(const UpdateScene& scene, const ReleaseServer& server)
+        : m_updater({.api = server.address(), .owner = u"someone"_s},
+                    ApplicationBundle(scene.bundle().path()), m_alerts),
+          m_terminations(&m_updater, &AutoUpdater::terminationRequested) {}
+
+    [[nodiscard]] AutoUpdater& updater() { return m_updater; }
+
+    [[nodiscard]] bool isAskedToEnd() const { return !m_terminations.isEmpty(); }
+
+    /// What it has told besides its offer.
+    [[nodiscard]] QStringList told() const {
+        QStringList texts;
+        for (const UpdateAlerts::Alert& alert : m_alerts.shown().sliced(1))
+            texts.append(alert.text);
+        return texts;
+    }
+
+    [[nodiscard]] bool hasTold() const { return m_alerts.shown().size() > 1; }
+
+private:
+    RecordedAlerts m_alerts{RecordedAlerts::Answer::UpdateNow};
+    AutoUpdater m_updater;
+    QSignalSpy m_terminations;
 };
 
 /// The process whose command line fits; 0 if there is none. The path's pgrep wouldn't see it.
@@ -326,6 +358,76 @@ void InstallationTest::keepsItsHandsOffFilesItDoesNotKnow() {
     QTRY_COMPARE_WITH_TIMEOUT(scene.bundle().lastStarted(), u"0.2.0"_s, UpdateScene::patience);
     QCOMPARE(QDir(scene.updateFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              QStringList{u"note"_s});
+}
+
+void InstallationTest::installsOnlyOnceAtATime() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    const QString gate = m_server.gate(u"once"_s);
+    m_server.answer(u"/archive.tar.gz"_s, {{u"gate"_s, gate}, {u"file"_s, scene.servedArchive()}});
+    RunningApplication application(scene);
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 1);
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE(scene.alerts().shown().size(), 2);
+    m_server.open(u"once"_s);
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isAskedToEnd(), scene.description(), UpdateScene::patience);
+    // Nor once it is done, and the application stays all the same.
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE(scene.alerts().shown().size(), 3);
+    QCOMPARE(scene.alerts().shown().last().buttons.size(), 2);
+    QTRY_VERIFY(!scene.updater().isUsingNetwork());
+    QCOMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 1);
+    application.end();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+    QCOMPARE(scene.alerts().shown().size(), 3);
+}
+
+void InstallationTest::refusesWhileAnotherInstalls() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    const QString gate = m_server.gate(u"another"_s);
+    m_server.answer(u"/archive.tar.gz"_s, {{u"gate"_s, gate}, {u"file"_s, scene.servedArchive()}});
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 1);
+    SecondWindow second(scene, m_server);
+    second.updater().checkForUpdatesManually();
+    QTRY_VERIFY(second.hasTold() || m_server.requestsFor(u"/archive.tar.gz"_s) > 1);
+    m_server.open(u"another"_s);
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+    QCOMPARE(second.told(), QStringList{u"Another update is being installed."_s});
+    QVERIFY(!second.isAskedToEnd());
+    QCOMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 1);
+    QCOMPARE(SampleBundle::startedVersion(scene.bundle().path()), u"0.2.0"_s);
+}
+
+void InstallationTest::refusesWhileAScriptIsAtWork() {
+    UpdateScene scene(m_server, RecordedAlerts::Answer::Later);
+    scene.offerArchive();
+    RunningApplication application(scene);
+    std::optional<SecondWindow> first(std::in_place, scene, m_server);
+    first->updater().checkForUpdatesManually();
+    QTRY_VERIFY_WITH_TIMEOUT(first->isAskedToEnd(), UpdateScene::patience);
+    first.reset();
+    SecondWindow second(scene, m_server);
+    second.updater().checkForUpdatesManually();
+    QTRY_VERIFY_WITH_TIMEOUT(second.hasTold() || second.isAskedToEnd(), UpdateScene::patience);
+    application.end();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+    QCOMPARE(second.told(), QStringList{u"Another update is being installed."_s});
+    QVERIFY(!second.isAskedToEnd());
+    QCOMPARE(SampleBundle::startedVersion(scene.bundle().path()), u"0.2.0"_s);
+}
+
+void InstallationTest::triesAgainAfterAFailure() {
+    UpdateScene scene(m_server);
+    m_server.offer(u"0.2.0"_s);
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE(scene.alerts().shown().size(), 2);
+    QCOMPARE(scene.alerts().shown().last().text, u"Download failed"_s);
+    scene.offerArchive();
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
 }
 
 QTEST_GUILESS_MAIN(InstallationTest)
