@@ -9,26 +9,52 @@
 
 using namespace Qt::StringLiterals;
 
-CommandLineOptions CommandLineOptions::parse(const QCoreApplication& application) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"A graphical face for Homebrew."_s);
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption brew(
+namespace {
+
+/// Knows the application's own options; Qt's are known to its application objects.
+struct Parser final : QCommandLineParser {
+    Parser() {
+        setApplicationDescription(u"A graphical face for Homebrew."_s);
+        addOptions({brew, appearance});
+    }
+
+    const QCommandLineOption help{addHelpOption()};
+    const QCommandLineOption version{addVersionOption()};
+    const QCommandLineOption brew{
         u"brew"_s,
         u"Use this brew instead of looking for one. The path becomes part of a shell command "
         "line as it stands: one with spaces doesn't work."_s,
-        u"path"_s);
-    const QCommandLineOption appearance(
+        u"path"_s};
+    const QCommandLineOption appearance{
         u"appearance"_s, u"\"light\", \"dark\" or \"system\" (what the desktop wishes)."_s,
-        u"kind"_s, u"system"_s);
-    parser.addOptions({brew, appearance});
+        u"kind"_s, u"system"_s};
+};
+
+} // namespace
+
+void CommandLineOptions::answerQuestions(int argc, char* argv[]) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    Parser parser;
+    // Qt's own options are words behind one dash, and no collections of letters.
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    if (!parser.parse(arguments) || !(parser.isSet(parser.version) || parser.isSet(parser.help)))
+        return;
+    const QCoreApplication application(argc, argv);
+    if (parser.isSet(parser.version))
+        parser.showVersion();
+    parser.showHelp();
+}
+
+CommandLineOptions CommandLineOptions::parse(const QCoreApplication& application) {
+    Parser parser;
     parser.process(application);
 
     CommandLineOptions options;
-    if (parser.isSet(brew))
-        options.brewPath = parser.value(brew);
-    const QString kind = parser.value(appearance);
+    if (parser.isSet(parser.brew))
+        options.brewPath = parser.value(parser.brew);
+    const QString kind = parser.value(parser.appearance);
     if (kind == u"light"_s) {
         options.appearance = Appearance::Light;
     } else if (kind == u"dark"_s) {

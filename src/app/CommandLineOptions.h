@@ -15,6 +15,10 @@ struct CommandLineOptions final {
     /// This brew instead of one that is looked for.
     std::optional<QString> brewPath;
 
+    /// Answers --help and --version, and ends the process. Needs neither an application object
+    /// nor a display; the application's name and version have to be set.
+    static void answerQuestions(int argc, char* argv[]);
+
     /// Reads the application's arguments; ends the process after --help, --version and
     /// arguments that it doesn't know.
     [[nodiscard]] static CommandLineOptions parse(const QCoreApplication& application);

@@ -21,13 +21,14 @@ BrewDiscovery discoveryFor(const CommandLineOptions& options) {
 
 } // namespace
 
-LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
-    : m_application(argc, argv) {
+LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
     QApplication::setOrganizationName(u"Lumora"_s);
     QApplication::setApplicationName(u"Lumora"_s);
     QApplication::setApplicationVersion(u"" LUMORA_VERSION ""_s);
     QApplication::setDesktopFileName(u"lumora"_s);
-    m_options = CommandLineOptions::parse(m_application);
+    CommandLineOptions::answerQuestions(argc, argv);
+    m_application.emplace(argc, argv);
+    m_options = CommandLineOptions::parse(*m_application);
 
     Look::setUp();
     if (m_options.appearance == CommandLineOptions::Appearance::System)
@@ -47,7 +48,7 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases)
     m_updater.emplace(releases, bundle, *m_alerts);
     QObject::connect(&*m_window, &MainWindow::updateCheckRequested, &*m_updater,
                      &AutoUpdater::checkForUpdatesManually);
-    QObject::connect(&*m_updater, &AutoUpdater::terminationRequested, &m_application,
+    QObject::connect(&*m_updater, &AutoUpdater::terminationRequested, &*m_application,
                      &QApplication::quit, Qt::QueuedConnection);
     m_updater->checkAfterLaunch();
 }

@@ -28,7 +28,7 @@ public:
 private:
     void followDesktop();
 
-    QApplication m_application;
+    std::optional<QApplication> m_application;
     CommandLineOptions m_options;
     std::optional<SystemAppearance> m_appearance;
     std::optional<BrewManager> m_brewManager;

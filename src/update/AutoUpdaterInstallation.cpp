@@ -3,6 +3,7 @@
 #include "HttpGet.h"
 #include "Replacement.h"
 #include "RunTool.h"
+#include "TrialRun.h"
 #include "UpdateFiles.h"
 #include "UpdateScript.h"
 
@@ -119,6 +120,11 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
     script.newPath = script.unpackFolder + u"/Lumora.app"_s;
     if (!Replacement::isWhole(script.newPath))
         throw UpdateFailure(UpdateError::extractFailed);
+    // What can't be started any more can't update itself either.
+    constexpr std::chrono::seconds patience(30);
+    const QString executable = ApplicationBundle::executableIn(script.newPath);
+    if (!co_await answersWithVersion(executable, version, patience))
+        throw UpdateFailure(UpdateError::appBundleNotFound);
     Replacement::checkRoom(script.appPath, script.newPath);
 
     UpdateFiles::writeAtomically(script.scriptPath, script.text().toUtf8());

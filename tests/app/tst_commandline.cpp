@@ -20,26 +20,54 @@ private Q_SLOTS:
     void refusesWhatItDoesNotKnow();
     void answersAndEnds_data();
     void answersAndEnds();
+    void answersWithoutAnApplication_data();
+    void answersWithoutAnApplication();
+    void leavesTheRestToTheApplication_data();
+    void leavesTheRestToTheApplication();
 };
 
 namespace {
 
 using Appearance = CommandLineOptions::Appearance;
 
+/// A command line as main() gets it.
+class CommandLine final {
+public:
+    explicit CommandLine(const QStringList& arguments) {
+        for (const QString& argument : arguments)
+            m_words += '\0' + argument.toUtf8();
+        m_argv.push_back(m_words.data());
+        for (qsizetype i = 0; i < m_words.size(); ++i) {
+            if (m_words.at(i) == '\0')
+                m_argv.push_back(m_words.data() + i + 1);
+        }
+        argc = static_cast<int>(m_argv.size());
+        m_argv.push_back(nullptr);
+        QCoreApplication::setApplicationName(u"Lumora"_s);
+        QCoreApplication::setApplicationVersion(u"1.2.3"_s);
+    }
+
+    [[nodiscard]] char** argv() { return m_argv.data(); }
+
+    int argc{};
+
+private:
+    QByteArray m_words{"Lumora"};
+    std::vector<char*> m_argv;
+};
+
+/// Answers questions among these arguments, and ends otherwise.
+int answer(const QStringList& arguments) {
+    CommandLine line(arguments);
+    CommandLineOptions::answerQuestions(line.argc, line.argv());
+    std::printf("no question");
+    return EXIT_SUCCESS;
+}
+
 /// Tells what these arguments mean, unless parsing them ends the process.
 int parse(const QStringList& arguments) {
-    QByteArray words = "Lumora";
-    for (const QString& argument : arguments)
-        words += '\0' + argument.toUtf8();
-    std::vector<char*> argv{words.data()};
-    for (qsizetype i = 0; i < words.size(); ++i) {
-        if (words.at(i) == '\0')
-            argv.push_back(words.data() + i + 1);
-    }
-    int argc = static_cast<int>(argv.size());
-    const QCoreApplication application(argc, argv.data());
-    QCoreApplication::setApplicationName(u"Lumora"_s);
-    QCoreApplication::setApplicationVersion(u"1.2.3"_s);
+    CommandLine line(arguments);
+    const QCoreApplication application(line.argc, line.argv());
     const CommandLineOptions options = CommandLineOptions::parse(application);
     std::printf("%d %s", static_cast<int>(options.appearance),
                 qPrintable(options.brewPath.value_or(u"no brew"_s)));
@@ -48,11 +76,10 @@ int parse(const QStringList& arguments) {
 
 /// How parsing these arguments ended.
 struct Ending final {
-    explicit Ending(const QStringList& arguments) {
+    explicit Ending(const QStringList& arguments, const QString& part = u"parse"_s) {
         QProcess process;
-        process.start(
-            u"/bin/sh"_s,
-            {u"-c"_s, QString::fromUtf8(SecondProcess::scriptLine(u"parse"_s, arguments))});
+        process.start(u"/bin/sh"_s,
+                      {u"-c"_s, QString::fromUtf8(SecondProcess::scriptLine(part, arguments))});
         process.waitForFinished();
         status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
         output = QString::fromUtf8(process.readAllStandardOutput());
@@ -133,8 +160,41 @@ void CommandLineTest::answersAndEnds() {
     QCOMPARE(ending.status, EXIT_SUCCESS);
 }
 
+void CommandLineTest::answersWithoutAnApplication_data() {
+    answersAndEnds_data();
+}
+
+void CommandLineTest::answersWithoutAnApplication() {
+    QFETCH(const QString, option);
+    QFETCH(const QString, answer);
+    const Ending ending({option}, u"answer"_s);
+    const QRegularExpression pattern(answer, QRegularExpression::DotMatchesEverythingOption);
+    QVERIFY2(pattern.match(ending.output).hasMatch(), qPrintable(ending.output));
+    QCOMPARE(ending.status, EXIT_SUCCESS);
+}
+
+void CommandLineTest::leavesTheRestToTheApplication_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("nothing") << QStringList();
+    QTest::newRow("a value") << QStringList{u"--brew"_s, u"--version"_s};
+    QTest::newRow("after the options") << QStringList{u"--"_s, u"--version"_s};
+    // These words begin with the letters of a question, or contain them.
+    QTest::newRow("Qt's style") << QStringList{u"-stylesheet"_s, u"sheet"_s};
+    QTest::newRow("Qt's direction") << QStringList{u"-reverse"_s};
+    QTest::newRow("an unknown one besides") << QStringList{u"--colour"_s, u"--version"_s};
+}
+
+void CommandLineTest::leavesTheRestToTheApplication() {
+    QFETCH(const QStringList, arguments);
+    const Ending ending(arguments, u"answer"_s);
+    QCOMPARE(ending.output, u"no question"_s);
+    QCOMPARE(ending.error, QString());
+    QCOMPARE(ending.status, EXIT_SUCCESS);
+}
+
 int main(int argc, char* argv[]) {
-    return SecondProcess::main<CommandLineTest>(argc, argv, {{u"parse"_s, parse}});
+    return SecondProcess::main<CommandLineTest>(argc, argv,
+                                                {{u"parse"_s, parse}, {u"answer"_s, answer}});
 }
 
 #include "tst_commandline.moc"

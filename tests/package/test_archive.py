@@ -247,7 +247,7 @@ class ReleaseArchive(DesktopTest):
     def test_it_runs_without_a_display(self) -> None:
         result = subprocess.run(
             [self.contents / "bin/Lumora", "--version"],
-            env={"QT_QPA_PLATFORM": "offscreen", "HOME": str(self.home.folder)},
+            env={"HOME": str(self.home.folder)},
             capture_output=True,
             check=False,
             text=True,

@@ -116,8 +116,19 @@ void writeFile(const QString& path, const QByteArray& content) {
         qFatal("%s could not be written", qUtf8Printable(path));
 }
 
+/// Offers a bundle after something has been done to its executable.
+Preparation newBundle(const std::function<void(const QString& program)>& change) {
+    return [change](UpdateScene& scene) {
+        const SampleBundle bundle(scene.path(u"new/Lumora.app"_s), u"0.2.0"_s);
+        change(bundle.executable());
+        QFile::remove(bundle.path() + u"/Contents/Resources/manifest.txt"_s);
+        scene.offerArchiveOf(bundle, u"honest"_s, u"0.2.0"_s);
+    };
+}
+
 QList<Fault> faults() {
     const QString extractFailed = u"^Extract failed$"_s;
+    const QString notFound = u"^App bundle not found$"_s;
     const QString downloadFailed = u"^Download failed$"_s;
     const QString notSecure = u"would not be secure\\.$"_s;
     const QString notAFolder = u"/lumora-\\d+: Not a directory$"_s;
@@ -162,6 +173,17 @@ QList<Fault> faults() {
         {"link out of the bundle", archive(u"link-in-bundle"_s), extractFailed},
         {"relative link out of it", archive(u"relative-link-in-bundle"_s), extractFailed},
         {"written through a link", archive(u"write-through-link"_s), extractFailed},
+        // A bundle that can't start.
+        {"executable is not executable", newBundle([](const QString& program) {
+             QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner);
+         }),
+         notFound},
+        {"executable of one byte",
+         newBundle([](const QString& program) { writeFile(program, "L"); }), notFound},
+        {"executable of another version", newBundle([](const QString& program) {
+             writeFile(program, "#!/bin/sh\necho Lumora 0.1.9\n");
+         }),
+         notFound},
         // The version.
         {"version with a path", version(u"9./../../x"_s), badVersion, true},
         {"version with a command", version(u"9.\"$(touch owned)\""_s), badVersion, true},

@@ -32,8 +32,8 @@ SampleBundle::SampleBundle(QString path, QString version, qint64 ballast)
               name + "</string></dict></plist>\n");
     write(u"Contents/Resources/Lumora.png"_s, "a picture of " + name + '\n');
     const QString program = executable();
-    const QByteArray script = "#!/bin/sh\n[ $# -gt 0 ] && echo " + name + " && exit\necho " + name +
-                              " > \"${0%/*/*/*/*}/started\"\n";
+    const QByteArray script = "#!/bin/sh\n[ $# -gt 0 ] && echo Lumora " + name + " && exit\necho " +
+                              name + " > \"${0%/*/*/*/*}/started\"\n";
     write(program.sliced(m_path.size() + 1), script);
     QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
     QByteArrayList files{entry(script.size(), program.sliced(m_path.size() + 1))};
@@ -84,7 +84,7 @@ QString SampleBundle::startedVersion(const QString& bundle) {
     QProcess process;
     process.start(ApplicationBundle::executableIn(bundle), {u"--version"_s});
     process.waitForFinished();
-    return QString::fromUtf8(process.readAll()).trimmed();
+    return QString::fromUtf8(process.readAll()).trimmed().section(u' ', 1);
 }
 
 QString SampleBundle::lastStarted() const {

@@ -7,7 +7,7 @@
 /// A bundle whose executable is a shell script.
 ///
 /// Without an argument it leaves its version in the file `started` beside the bundle and
-/// ends; with one, it only prints its version.
+/// ends; with one, it only prints its name and version.
 class SampleBundle final {
 public:
     SampleBundle(QString path, QString version) : SampleBundle(path, version, {}) {}
@@ -22,7 +22,7 @@ public:
     /// Every file with its own mode and content, and every folder.
     [[nodiscard]] static QByteArray snapshot(const QString& folder);
 
-    /// The version that the executable prints when it is run; nothing if it can't be run.
+    /// The version that the executable names when it is run; nothing if it can't be run.
     [[nodiscard]] static QString startedVersion(const QString& bundle);
 
     /// What started bundles have left beside this one, so far.
