@@ -5,10 +5,12 @@
 #include "UpdateFailure.h"
 
 #include <QDir>
+#include <QStandardPaths>
 #include <QTemporaryFile>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,12 +18,32 @@
 
 using namespace Qt::StringLiterals;
 
+#ifndef Q_OS_MACOS
+namespace {
+
+bool mayRunPrograms(const QString& folder) {
+    struct statvfs system {};
+
+    return ::statvfs(QFile::encodeName(folder).constData(), &system) != 0 ||
+           (system.f_flag & ST_NOEXEC) == 0;
+}
+
+} // namespace
+#endif
+
 QString UpdateFiles::prepareFolder() {
 #ifdef Q_OS_MACOS
     return QDir::tempPath();
 #else
-    QString path = QDir::tempPath() + u"/lumora-"_s + QString::number(::geteuid());
+    QString parent = QDir::tempPath();
+    if (!mayRunPrograms(parent)) {
+        parent = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+        QDir().mkpath(parent);
+    }
+    QString path = parent + u"/lumora-"_s + QString::number(::geteuid());
     makePrivateFolder(path);
+    if (!mayRunPrograms(path))
+        throw UpdateFailure(path + u": no program may be run there."_s);
     return path;
 #endif
 }

@@ -16,6 +16,9 @@ namespace UpdateFiles {
 
 /// Makes the folder if need be and gives its path; throws UpdateFailure if it can't be
 /// written or isn't private.
+///
+/// Where no program may be run from the temporary directory it is in the user's cache: the
+/// update script and the new bundle are run where they lie.
 [[nodiscard]] QString prepareFolder();
 
 /// Makes a folder with these guarantees at this path.

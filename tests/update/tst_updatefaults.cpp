@@ -27,6 +27,8 @@ private Q_SLOTS:
     void reportsWhenSpaceIsShort_data();
     void reportsWhenSpaceIsShort();
     void reportsAnUnwritableTemporaryDirectory();
+    void worksElsewhereWhereNoProgramMayBeRun();
+    void reportsThatNoProgramMayBeRunAnywhere();
     void reportsAnUnwritableApplicationFolder_data();
     void reportsAnUnwritableApplicationFolder();
     void tellsNothingOfAnAddressThatIsNone_data();
@@ -343,6 +345,35 @@ void UpdateFaultsTest::reportsAnUnwritableTemporaryDirectory() {
     const ReadOnlyFolder folder(scene.temporaryFolder());
     verifyFailure(scene, u"/lumora-\\d+: (Read-only file system|Permission denied)$"_s);
     QCOMPARE(UpdateScene::storedVersion(), u"0.2.0"_s);
+}
+
+void UpdateFaultsTest::worksElsewhereWhereNoProgramMayBeRun() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    const NoProgramsFolder temporary(scene.temporaryFolder());
+    if (!temporary.isInPlace())
+        QSKIP("Nobody may mount a folder here.");
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE_WITH_TIMEOUT(scene.bundle().lastStarted(), u"0.2.0"_s, UpdateScene::patience);
+    QCOMPARE(scene.alerts().shown().size(), 1);
+    QVERIFY(QDir(scene.temporaryFolder()).isEmpty());
+    QCOMPARE(SampleBundle::startedVersion(scene.bundle().path()), u"0.2.0"_s);
+}
+
+void UpdateFaultsTest::reportsThatNoProgramMayBeRunAnywhere() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    const QString cache = scene.path(u"cache"_s);
+    QVERIFY(QDir().mkdir(cache));
+    const NoProgramsFolder temporary(scene.temporaryFolder());
+    const NoProgramsFolder elsewhere(cache);
+    if (!temporary.isInPlace() || !elsewhere.isInPlace())
+        QSKIP("Nobody may mount a folder here.");
+    const QByteArray before = qgetenv("XDG_CACHE_HOME");
+    qputenv("XDG_CACHE_HOME", cache.toUtf8());
+    const auto restore = qScopeGuard([&before] { qputenv("XDG_CACHE_HOME", before); });
+    verifyFailure(scene, u"/cache/lumora-\\d+: no program may be run there\\.$"_s);
+    QCOMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 0);
 }
 
 void UpdateFaultsTest::reportsAnUnwritableApplicationFolder_data() {

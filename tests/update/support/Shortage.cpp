@@ -25,9 +25,17 @@ bool hasOwnMounts() {
     return has;
 }
 
-bool mountReadOnly(const char* path) {
+bool mountOver(const char* path, unsigned long flags) {
     return hasOwnMounts() && ::mount(path, path, nullptr, MS_BIND, nullptr) == 0 &&
-           ::mount(nullptr, path, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
+           ::mount(nullptr, path, nullptr, MS_REMOUNT | MS_BIND | flags, nullptr) == 0;
+}
+
+bool mountReadOnly(const char* path) {
+    return mountOver(path, MS_RDONLY);
+}
+
+bool mountWithoutPrograms(const char* path) {
+    return mountOver(path, MS_NOEXEC);
 }
 
 bool mountSmallDisk(const char* path, qint64 bytes) {
@@ -40,6 +48,10 @@ void unmount(const char* path) {
 }
 #else
 bool mountReadOnly(const char*) {
+    return false;
+}
+
+bool mountWithoutPrograms(const char*) {
     return false;
 }
 
@@ -66,6 +78,14 @@ ReadOnlyFolder::~ReadOnlyFolder() {
         unmount(m_path.constData());
     else
         ::chmod(m_path.constData(), S_IRWXU);
+}
+
+NoProgramsFolder::NoProgramsFolder(const QString& path)
+    : m_path(QFile::encodeName(path)), m_isMounted(mountWithoutPrograms(m_path.constData())) {}
+
+NoProgramsFolder::~NoProgramsFolder() {
+    if (m_isMounted)
+        unmount(m_path.constData());
 }
 
 TightSpace::TightSpace(const QString& path, qint64 bytes)

@@ -19,6 +19,21 @@ private:
     bool m_isMounted{false};
 };
 
+/// Lets nobody run a program in a folder, for as long as it lives; only root can have that.
+class NoProgramsFolder final {
+public:
+    explicit NoProgramsFolder(const QString& path);
+    NoProgramsFolder(const NoProgramsFolder&) = delete;
+    NoProgramsFolder& operator=(const NoProgramsFolder&) = delete;
+    ~NoProgramsFolder();
+
+    [[nodiscard]] bool isInPlace() const { return m_isMounted; }
+
+private:
+    QByteArray m_path;
+    bool m_isMounted{false};
+};
+
 /// Makes space short in an empty folder, for as long as it lives: root gets a small disk
 /// there, others can't write long files anywhere.
 class TightSpace final {
