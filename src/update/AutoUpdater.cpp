@@ -27,6 +27,19 @@ namespace {
 const QString repoName = u"Lumora-releases"_s;
 const QString updatedVersionKey = u"Lumora.updatedToVersion"_s;
 
+/// Room for an answer about a release: real ones are a hundredth of it, and one without an end
+/// would take all memory there is.
+class AnswerBuffer final : public QBuffer {
+protected:
+    qint64 writeData(const char* data, qint64 length) override {
+        constexpr qint64 longest = 1024 * 1024;
+        if (pos() + length <= longest)
+            return QBuffer::writeData(data, length);
+        setErrorString(u"The answer is too long."_s);
+        return -1;
+    }
+};
+
 /// The address of the first archive among a release's assets, if there is one.
 std::optional<QString> archiveAddress(const QJsonArray& assets) {
     const auto isArchive = [](const QJsonValue& asset) {
@@ -90,7 +103,7 @@ QCoro::Task<> AutoUpdater::checkForUpdates(Manner manner) {
     constexpr std::chrono::milliseconds patience = 15s;
     request.setTransferTimeout(static_cast<int>(patience.count()));
 
-    QBuffer body;
+    AnswerBuffer body;
     body.open(QIODevice::WriteOnly);
     std::optional<int> status;
     try {

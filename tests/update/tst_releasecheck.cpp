@@ -129,6 +129,19 @@ QJsonObject chunked(QJsonObject answer) {
     return answer;
 }
 
+QJsonObject endless(QJsonObject answer) {
+    answer[u"endless"_s] = true;
+    return answer;
+}
+
+constexpr qsizetype mebibyte = 1024 * 1024;
+
+/// With blanks behind it.
+QJsonObject ofLength(QJsonObject answer, qsizetype length) {
+    answer[u"text"_s] = answer[u"text"_s].toString().leftJustified(length);
+    return answer;
+}
+
 QJsonObject redirect(const QString& target) {
     return {{u"status"_s, 302}, {u"headers"_s, QJsonObject{{u"Location"_s, target}}}};
 }
@@ -156,6 +169,8 @@ QList<Case> failures() {
         {"cut short in chunks", cut(chunked(newer)), error, {}},
         {"broken JSON", text(u"{\"tag_name\": \"0.2.0\""_s), error, {}},
         {"more than JSON", text(u"{\"tag_name\": \"0.2.0\"} x"_s), error, {}},
+        {"without an end", endless(newer), error, {}},
+        {"longer than a mebibyte", ofLength(newer, mebibyte + 1), error, {}},
         {"a page", text(u"<!DOCTYPE html><title>Sign in</title>"_s), error, {}},
         {"empty body", text({}), error, {}},
         {"a bare number", text(u"42"_s), error, {}},
@@ -216,6 +231,8 @@ QList<Case> cases() {
                {"newer in chunks", chunked(tag(u"\"0.2.0\""_s)), both(u"0.2.0"_s),
                 both(u"0.2.0"_s)},
                {"moved", redirect(u"/moved"_s), both(u"7"_s), both(u"7"_s)},
+               {"as long as a mebibyte", ofLength(tag(u"\"0.2.0\""_s), mebibyte), both(u"0.2.0"_s),
+                both(u"0.2.0"_s)},
                {"archive after others",
                 assets(u"[{\"name\": \"a.zip\"},"
                        "{\"name\": \".tar.gz\", \"browser_download_url\": \"u\"}]"_s),

@@ -16,6 +16,7 @@ object with these members, all optional:
                   ".reached" behind its name, tells that it is waited for
   halfway         the same, after half of the body
   cut             how many bytes of the body are announced, but not sent
+  endless         send chunks of blanks after the body for as long as somebody listens
   chunked         send the body in chunks instead of announcing its length
   raw             answer with these bytes and nothing else
 
@@ -62,7 +63,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.send_response(answer.get("status", 200))
         for name, value in answer.get("headers", {}).items():
             self.send_header(name, value)
-        chunked = answer.get("chunked", False)
+        endless = answer.get("endless", False)
+        chunked = answer.get("chunked", endless)
         if chunked:
             self.send_header("Transfer-Encoding", "chunked")
         else:
@@ -77,6 +79,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.wfile.flush()
             self.wait_for(answer["halfway"])
         self.send_piece(sent[middle:], chunked)
+        while endless:
+            self.send_piece(b" " * 65536, chunked)
         if chunked and not cut:
             self.wfile.write(b"0\r\n\r\n")
 
