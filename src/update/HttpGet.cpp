@@ -27,14 +27,6 @@ QString notAllowed(const QUrl& address) {
            u" is not used, because the connection to it would not be secure."_s;
 }
 
-/// Qt counts answers such as "not found" among the errors.
-bool isWholeAnswer(QNetworkReply::NetworkError error) {
-    const bool isAboutContent =
-        error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError;
-    return error == QNetworkReply::NoError || isAboutContent ||
-           error >= QNetworkReply::InternalServerError;
-}
-
 /// One request, stopped early if need be.
 class Transfer final {
 public:
@@ -49,7 +41,10 @@ public:
         pass();
         if (!m_refusal.isEmpty())
             return m_refusal;
-        if (isWholeAnswer(m_reply->error()))
+        // Qt counts answers such as "not found" among the errors.
+        if (isAnsweredOtherwise())
+            return {};
+        if (m_reply->error() == QNetworkReply::NoError)
             return isShorterThanAnnounced() ? u"Connection closed"_s : QString();
         // Nobody else cancels.
         if (m_reply->error() == QNetworkReply::OperationCanceledError)
@@ -68,12 +63,16 @@ public:
     }
 
 private:
+    static constexpr int ok = 200;
+
+    /// Such an answer is none but for its status.
+    [[nodiscard]] bool isAnsweredOtherwise() const { return status() != 0 && status() != ok; }
+
     /// Qt now and then takes a connection's early end for the end of the answer. Of an answer
     /// in chunks, or one that it has unpacked, there is no telling.
     [[nodiscard]] bool isShorterThanAnnounced() const {
-        constexpr int ok = 200;
         const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
-        return status() == ok && length.isValid() && !m_reply->hasRawHeader("Content-Encoding") &&
+        return length.isValid() && !m_reply->hasRawHeader("Content-Encoding") &&
                m_received < length.toLongLong();
     }
 
@@ -82,8 +81,11 @@ private:
             return;
         const QByteArray bytes = m_reply->readAll();
         m_received += bytes.size();
-        // The page about a redirect isn't part of what is fetched.
-        if (redirectTarget().isEmpty() && !UpdateFiles::writeAll(*m_sink, bytes))
+        // The page about an error or a redirect isn't what is fetched, and need not have an end.
+        constexpr qint64 longest = 1024 * 1024;
+        if (isAnsweredOtherwise() && m_received > longest)
+            stop({});
+        else if (!isAnsweredOtherwise() && !UpdateFiles::writeAll(*m_sink, bytes))
             stop(m_sink->errorString());
     }
 

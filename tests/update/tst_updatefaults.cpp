@@ -147,6 +147,8 @@ QList<Fault> faults() {
         {"download 403", download({{u"status"_s, 403}}), downloadFailed},
         {"download 404", download({{u"status"_s, 404}}), downloadFailed},
         {"download 500", download({{u"status"_s, 500}}), downloadFailed},
+        {"download 400", download({{u"status"_s, 400}}), downloadFailed},
+        {"download 407", download({{u"status"_s, 407}}), downloadFailed},
         {"download 206", honestArchive({{u"status"_s, 206}}), downloadFailed},
         {"download truncated", honestArchive({{u"cut"_s, 10}}), u"^Connection closed$"_s},
         // Where nothing is announced, what is missing may show only in what is unpacked.
