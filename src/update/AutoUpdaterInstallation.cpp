@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "AutoUpdater.h"
+#include "Background.h"
 #include "HttpGet.h"
 #include "Replacement.h"
 #include "RunTool.h"
@@ -7,6 +8,7 @@
 #include "UpdateFiles.h"
 #include "UpdateScript.h"
 
+#include <QCoroFuture>
 #include <QNetworkRequest>
 #include <QPointer>
 #include <QTemporaryFile>
@@ -112,20 +114,25 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
         throw UpdateFailure(UpdateError::appBundleNotFound);
     script.appPath = *appPath;
     checkPath(script.appPath);
-    Replacement::checkRemovable(script.appPath, bundle);
-
     script.unpackFolder = folder + u"/lumora-update-extract"_s;
-    makeEmptyFolder(script.unpackFolder);
+    const auto makeReady = [script, bundle] {
+        Replacement::checkRemovable(script.appPath, bundle);
+        makeEmptyFolder(script.unpackFolder);
+    };
+    co_await inBackground(makeReady);
     co_await unpack(script.archivePath, script.unpackFolder);
     script.newPath = script.unpackFolder + u"/Lumora.app"_s;
-    if (!Replacement::isWhole(script.newPath))
-        throw UpdateFailure(UpdateError::extractFailed);
+    const auto check = [script] {
+        if (!Replacement::isWhole(script.newPath))
+            throw UpdateFailure(UpdateError::extractFailed);
+        Replacement::checkRoom(script.appPath, script.newPath);
+    };
+    co_await inBackground(check);
     // What can't be started any more can't update itself either.
     constexpr std::chrono::seconds patience(30);
     const QString executable = ApplicationBundle::executableIn(script.newPath);
     if (!co_await answersWithVersion(executable, version, patience))
         throw UpdateFailure(UpdateError::appBundleNotFound);
-    Replacement::checkRoom(script.appPath, script.newPath);
 
     UpdateFiles::writeAtomically(script.scriptPath, script.text().toUtf8());
     co_await makeExecutable(script.scriptPath);

@@ -62,10 +62,13 @@ bool hasLinkLeadingOut(const fs::path& bundle) {
 }
 
 bool agreesWithManifest(const QString& bundle) {
-    QFile manifest(bundle + u"/Contents/Resources/manifest.txt"_s);
-    if (!manifest.exists())
+    const QFileInfo entry(bundle + u"/Contents/Resources/manifest.txt"_s);
+    if (!entry.exists())
         return true;
-    if (!manifest.open(QIODevice::ReadOnly))
+    // To open a pipe or a device may take for ever, and so may a file that is all hole.
+    constexpr qint64 longest = 1024 * 1024;
+    QFile manifest(entry.filePath());
+    if (!entry.isFile() || entry.size() > longest || !manifest.open(QIODevice::ReadOnly))
         return false;
     // On a full disk the manifest, too, ends early.
     bool isNumber = false;

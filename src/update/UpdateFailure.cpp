@@ -21,8 +21,6 @@ QString textOf(UpdateError error) {
 
 } // namespace
 
-UpdateFailure::UpdateFailure(UpdateError error) : UpdateFailure(textOf(error)) {}
-
 UpdateFailure::UpdateFailure(const QString& path, std::error_code error)
     : UpdateFailure(path + u": "_s + QString::fromStdString(error.message())) {}
 
@@ -31,6 +29,10 @@ UpdateFailure::UpdateFailure(const QString& path, int error)
 
 UpdateFailure UpdateFailure::anotherUpdate() {
     return UpdateFailure(u"Another update is being installed."_s);
+}
+
+QString UpdateFailure::description() const {
+    return m_error ? textOf(*m_error) : m_description;
 }
 
 const char* UpdateFailure::what() const noexcept {

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <exception>
+#include <optional>
 #include <system_error>
 
 enum class UpdateError { downloadFailed, appBundleNotFound, extractFailed };
@@ -13,8 +14,8 @@ class UpdateFailure final : public std::exception {
 public:
     explicit UpdateFailure(QString description) : m_description(std::move(description)) {}
 
-    /// In the user's language.
-    explicit UpdateFailure(UpdateError error);
+    /// In the user's language at the moment it is asked for.
+    explicit UpdateFailure(UpdateError error) : m_error(error) {}
 
     /// What the system says about this file.
     UpdateFailure(const QString& path, std::error_code error);
@@ -24,10 +25,11 @@ public:
     /// Two updates at a time would be one too many.
     [[nodiscard]] static UpdateFailure anotherUpdate();
 
-    [[nodiscard]] const QString& description() const { return m_description; }
+    [[nodiscard]] QString description() const;
 
     [[nodiscard]] const char* what() const noexcept override;
 
 private:
+    std::optional<UpdateError> m_error;
     QString m_description;
 };

@@ -14,6 +14,7 @@ class LivelinessTest final : public QObject {
 
 private Q_SLOTS:
     void keepsTheEventLoopGoing();
+    void keepsItGoingWhileItChecksWhatItHasUnpacked();
 
 private:
     FreshHome m_home;
@@ -49,6 +50,22 @@ void makeLarge(const SampleBundle& bundle) {
         QRandomGenerator(static_cast<quint32>(i)).fillRange(noise.data(), noise.size());
         file.write(reinterpret_cast<const char*>(noise.constData()), 1024 * 1024);
     }
+}
+
+/// Takes its time to check, only to be found not to agree with its manifest.
+void makeManyFiles(const SampleBundle& bundle) {
+    constexpr int files = 20'000;
+    const QString contents = bundle.path() + u"/Contents"_s;
+    QDir().mkdir(contents + u"/many"_s);
+    bool isMade = true;
+    for (int i = 0; i < files; ++i)
+        isMade &= QFile::link(u"."_s, contents + u"/many/"_s + QString::number(i));
+    QFile last(contents + u"/z"_s);
+    QFile manifest(contents + u"/Resources/manifest.txt"_s);
+    isMade &= last.open(QIODevice::WriteOnly) && manifest.open(QIODevice::Append) &&
+              manifest.write("1 missing\n") > 0;
+    if (!isMade)
+        qFatal("The bundle could not be filled");
 }
 
 } // namespace
@@ -92,6 +109,22 @@ void LivelinessTest::keepsTheEventLoopGoing() {
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isAskedToEnd(), scene.description(), UpdateScene::patience);
     QVERIFY2(unpacking.beats() > 3, qPrintable(QString::number(unpacking.beats())));
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+}
+
+void LivelinessTest::keepsItGoingWhileItChecksWhatItHasUnpacked() {
+    UpdateScene scene(m_server);
+    const SampleBundle bundle(scene.path(u"new/Lumora.app"_s), u"0.2.0"_s);
+    makeManyFiles(bundle);
+    scene.offerArchiveOf(bundle, u"honest"_s, u"0.2.0"_s);
+    // Archives are packed in the order of names.
+    const QString last = scene.updateFile(u"lumora-update-extract/Lumora.app/Contents/z"_s);
+    const Heartbeat checking(
+        [&] { return QFile::exists(last) && scene.alerts().shown().size() < 2; });
+    scene.updater().checkForUpdatesManually();
+    QTRY_COMPARE_WITH_TIMEOUT(scene.alerts().shown().size(), 2, UpdateScene::patience);
+    QCOMPARE(scene.alerts().shown().last().text, u"Extract failed"_s);
+    constexpr int enough = 20;
+    QVERIFY2(checking.beats() > enough, qPrintable(QString::number(checking.beats())));
 }
 
 QTEST_GUILESS_MAIN(LivelinessTest)

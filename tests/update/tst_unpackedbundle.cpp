@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "ApplicationBundle.h"
+#include "Background.h"
 #include "Replacement.h"
 #include "SampleBundle.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +31,8 @@ private Q_SLOTS:
     void refusesAFileCutShort();
     void refusesAManifestCutShort_data();
     void refusesAManifestCutShort();
+    void doesNotWaitForAManifest_data();
+    void doesNotWaitForAManifest();
 
 private:
     [[nodiscard]] QString path(const QString& name = u"Lumora.app"_s) const {
@@ -129,5 +135,32 @@ void UnpackedBundleTest::refusesAManifestCutShort() {
     QVERIFY(!Replacement::isWhole(path()));
 }
 
-QTEST_APPLESS_MAIN(UnpackedBundleTest)
+void UnpackedBundleTest::doesNotWaitForAManifest_data() {
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("a pipe") << u"pipe"_s;
+    QTest::newRow("a folder") << u"folder"_s;
+    QTest::newRow("a device") << u"device"_s;
+    QTest::newRow("a file with a hole") << u"hole"_s;
+}
+
+void UnpackedBundleTest::doesNotWaitForAManifest() {
+    QFETCH(const QString, kind);
+    const QString manifest = path(u"Lumora.app/Contents/Resources/manifest.txt"_s);
+    const QByteArray name = QFile::encodeName(manifest);
+    QVERIFY(QFile::remove(manifest));
+    constexpr qint64 hole = qint64(20) * 1024 * 1024 * 1024;
+    if (kind == u"pipe"_s)
+        QCOMPARE(::mkfifo(name.constData(), 0600), 0);
+    else if (kind == u"folder"_s)
+        QVERIFY(QDir().mkdir(manifest));
+    else if (kind == u"hole"_s)
+        QVERIFY(QFile(manifest).open(QIODevice::WriteOnly) && QFile::resize(manifest, hole));
+    else if (::mknod(name.constData(), S_IFCHR | 0600, makedev(1, 5)) != 0)
+        QSKIP("Nobody may make a device here.");
+    const QFuture<bool> isWhole = inBackground([this] { return Replacement::isWhole(path()); });
+    QTRY_VERIFY_WITH_TIMEOUT(isWhole.isFinished(), 30'000);
+    QVERIFY(!isWhole.result());
+}
+
+QTEST_GUILESS_MAIN(UnpackedBundleTest)
 #include "tst_unpackedbundle.moc"
