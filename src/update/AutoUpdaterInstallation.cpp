@@ -64,8 +64,9 @@ QCoro::Task<> download(std::shared_ptr<QNetworkAccessManager> network, QUrl addr
 
 QCoro::Task<> unpack(QString archive, QString folder) {
     const QStringList arguments{u"-xzf"_s, archive, u"-C"_s, folder};
-    // Its exit status says less than what has come out of it.
-    co_await runTool(u"/usr/bin/tar"_s, arguments);
+    // A wrong checksum shows in nothing else.
+    if (co_await runTool(u"/usr/bin/tar"_s, arguments) != 0)
+        throw UpdateFailure(UpdateError::extractFailed);
 }
 
 QCoro::Task<> makeExecutable(QString script) {
