@@ -40,8 +40,14 @@ protected:
     }
 };
 
-/// The address of the first archive among a release's assets, if there is one.
-std::optional<QString> archiveAddress(const QJsonArray& assets) {
+struct Archive final {
+    QString address;
+    /// What the release says about its content; empty if it says nothing.
+    QString digest;
+};
+
+/// The first archive among a release's assets, if there is one with an address.
+std::optional<Archive> archiveAmong(const QJsonArray& assets) {
     const auto isArchive = [](const QJsonValue& asset) {
         return asset["name"_L1].toString().endsWith(".tar.gz"_L1);
     };
@@ -50,7 +56,9 @@ std::optional<QString> archiveAddress(const QJsonArray& assets) {
     if (!std::ranges::all_of(assets, isObject) || archive == assets.end())
         return std::nullopt;
     const QJsonValue address = (*archive)["browser_download_url"_L1];
-    return address.isString() ? std::optional(address.toString()) : std::nullopt;
+    if (!address.isString())
+        return std::nullopt;
+    return Archive{.address = address.toString(), .digest = (*archive)["digest"_L1].toString()};
 }
 
 UpdateAlerts::Alert updateOffer(const QString& version, const QString& current) {
@@ -140,11 +148,11 @@ void AutoUpdater::reportRelease(const QJsonObject& release, Manner manner) {
             showInformation(L10n::upToDate(), L10n::runningLatest(current));
         return;
     }
-    if (const auto address = archiveAddress(release["assets"_L1].toArray()))
-        showUpdateAlert(latest, *address);
+    if (const auto archive = archiveAmong(release["assets"_L1].toArray()))
+        showUpdateAlert(latest, archive->address, archive->digest);
 }
 
-QCoro::Task<> AutoUpdater::showUpdateAlert(QString version, QString downloadURL) {
+QCoro::Task<> AutoUpdater::showUpdateAlert(QString version, QString downloadURL, QString digest) {
     const QPointer<AutoUpdater> self(this);
     constexpr qsizetype updateNow = 0;
     const qsizetype choice = co_await m_alerts.show(updateOffer(version, currentVersion()));
@@ -152,7 +160,7 @@ QCoro::Task<> AutoUpdater::showUpdateAlert(QString version, QString downloadURL)
         co_return;
     QString failure;
     try {
-        co_await downloadAndInstall(version, downloadURL);
+        co_await downloadAndInstall(version, downloadURL, digest);
     } catch (const UpdateFailure& reason) {
         failure = reason.description();
     }

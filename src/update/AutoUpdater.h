@@ -56,12 +56,12 @@ private:
     QCoro::Task<> checkLater();
     QCoro::Task<> checkForUpdates(Manner manner);
     void reportRelease(const QJsonObject& release, Manner manner);
-    QCoro::Task<> showUpdateAlert(QString version, QString downloadURL);
+    QCoro::Task<> showUpdateAlert(QString version, QString downloadURL, QString digest);
     void showInformation(const QString& title, const QString& text);
     void showErrorAlert(const QString& message);
 
     /// Throws UpdateFailure. Does nothing while an earlier one is at work.
-    QCoro::Task<> downloadAndInstall(QString version, QString downloadURL);
+    QCoro::Task<> downloadAndInstall(QString version, QString downloadURL, QString digest);
 
     /// The version being installed, kept in the preferences from the old application to the
     /// new one. On disk when it returns: the process may be about to end.

@@ -9,6 +9,8 @@
 #include "UpdateScript.h"
 
 #include <QCoroFuture>
+#include <QCryptographicHash>
+#include <QFile>
 #include <QNetworkRequest>
 #include <QPointer>
 #include <QTemporaryFile>
@@ -62,6 +64,18 @@ QCoro::Task<> download(std::shared_ptr<QNetworkAccessManager> network, QUrl addr
     UpdateFiles::moveInto(file, path);
 }
 
+/// Such as "sha256:01ef…". One of another kind says nothing.
+bool agreesWithDigest(const QString& path, const QString& digest) {
+    const QString kind = u"sha256:"_s;
+    if (!digest.startsWith(kind, Qt::CaseInsensitive))
+        return true;
+    QFile file(path);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    return file.open(QIODevice::ReadOnly) && hash.addData(&file) &&
+           digest.sliced(kind.size())
+                   .compare(QString::fromLatin1(hash.result().toHex()), Qt::CaseInsensitive) == 0;
+}
+
 QCoro::Task<> unpack(QString archive, QString folder) {
     const QStringList arguments{u"-xzf"_s, archive, u"-C"_s, folder};
     // A wrong checksum shows in nothing else.
@@ -81,7 +95,8 @@ void startDetached(const QString& script) {
 
 } // namespace
 
-QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadURL) {
+QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadURL,
+                                              QString digest) {
     const QPointer<AutoUpdater> self(this);
     const ApplicationBundle bundle = m_bundle;
     const QUrl address(downloadURL, QUrl::StrictMode);
@@ -109,6 +124,11 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
     co_await download(network(), address, script.archivePath);
     if (!self)
         co_return;
+    const auto isWhatWasReleased = [path = script.archivePath, digest] {
+        return agreesWithDigest(path, digest);
+    };
+    if (!co_await inBackground(isWhatWasReleased))
+        throw UpdateFailure(UpdateError::downloadFailed);
 
     const auto appPath = bundle.outermostPath();
     if (!appPath)

@@ -31,6 +31,8 @@ private Q_SLOTS:
     void reportsThatNoProgramMayBeRunAnywhere();
     void reportsAnUnwritableApplicationFolder_data();
     void reportsAnUnwritableApplicationFolder();
+    void takesAnArchiveThatAgreesWithItsDigest_data();
+    void takesAnArchiveThatAgreesWithItsDigest();
     void tellsNothingOfAnAddressThatIsNone_data();
     void tellsNothingOfAnAddressThatIsNone();
 
@@ -131,6 +133,18 @@ void writeFile(const QString& path, const QByteArray& content) {
         qFatal("%s could not be written", qUtf8Printable(path));
 }
 
+/// Offers the honest archive with this digest instead of its own.
+Preparation digest(const std::function<QJsonValue(const QString& right)>& change) {
+    return [change](UpdateScene& scene) {
+        scene.offerArchive();
+        scene.server().offerWithDigest(u"0.2.0"_s, change(scene.digest()));
+    };
+}
+
+Preparation digest(const QString& wrong) {
+    return digest([wrong](const QString&) { return wrong; });
+}
+
 /// Offers a bundle after something has been done to its executable.
 Preparation newBundle(const std::function<void(const QString& program)>& change) {
     return [change](UpdateScene& scene) {
@@ -191,6 +205,11 @@ QList<Fault> faults() {
         {"link out of the bundle", archive(u"link-in-bundle"_s), extractFailed},
         {"relative link out of it", archive(u"relative-link-in-bundle"_s), extractFailed},
         {"written through a link", archive(u"write-through-link"_s), extractFailed},
+        // What the release says about the archive.
+        {"another digest", digest(u"sha256:"_s + QString(64, u'0')), downloadFailed},
+        {"digest cut short", digest([](const QString& right) { return right.chopped(1); }),
+         downloadFailed},
+        {"digest that is none", digest(u"sha256:"_s), downloadFailed},
         // A bundle that can't start.
         {"executable is not executable", newBundle([](const QString& program) {
              QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner);
@@ -404,6 +423,27 @@ void UpdateFaultsTest::reportsAnUnwritableApplicationFolder() {
     const ReadOnlyFolder folder(path);
     verifyFailure(scene, u"^"_s + QRegularExpression::escape(path) +
                              u": (Read-only file system|Permission denied)$"_s);
+}
+
+void UpdateFaultsTest::takesAnArchiveThatAgreesWithItsDigest_data() {
+    QTest::addColumn<QString>("kind");
+    for (const char* kind : {"right", "in capitals", "unknown", "null"})
+        QTest::newRow(kind) << QString::fromLatin1(kind);
+}
+
+void UpdateFaultsTest::takesAnArchiveThatAgreesWithItsDigest() {
+    QFETCH(const QString, kind);
+    UpdateScene scene(m_server);
+    digest([&kind](const QString& right) -> QJsonValue {
+        if (kind == u"unknown"_s)
+            return u"md0:0123"_s;
+        if (kind == u"null"_s)
+            return {};
+        return kind == u"right"_s ? right : right.toUpper();
+    })(scene);
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+    QCOMPARE(scene.alerts().shown().size(), 1);
 }
 
 void UpdateFaultsTest::tellsNothingOfAnAddressThatIsNone_data() {

@@ -79,8 +79,17 @@ QString ReleaseServer::latestPath(const QString& owner) {
 }
 
 void ReleaseServer::offer(const QString& version, const QString& path, const QString& owner) {
-    const QJsonObject asset{{u"name"_s, u"Lumora.tar.gz"_s},
-                            {u"browser_download_url"_s, m_address + path}};
+    offer(version, QJsonObject{{u"browser_download_url"_s, m_address + path}}, owner);
+}
+
+void ReleaseServer::offerWithDigest(const QString& version, const QJsonValue& digest) {
+    const QString archive = m_address + u"/archive.tar.gz"_s;
+    offer(version, QJsonObject{{u"browser_download_url"_s, archive}, {u"digest"_s, digest}},
+          u"someone"_s);
+}
+
+void ReleaseServer::offer(const QString& version, QJsonObject asset, const QString& owner) {
+    asset[u"name"_s] = u"Lumora.tar.gz"_s;
     const QJsonObject release{{u"tag_name"_s, version}, {u"assets"_s, QJsonArray{asset}}};
     answer(latestPath(owner), {{u"text"_s, QString::fromUtf8(QJsonDocument(release).toJson())}});
 }

@@ -38,6 +38,9 @@ public:
     void offer(const QString& version, const QString& path = QStringLiteral("/archive.tar.gz"),
                const QString& owner = QStringLiteral("someone"));
 
+    /// The same with a digest of the archive.
+    void offerWithDigest(const QString& version, const QJsonValue& digest);
+
     /// The requests so far: their paths and header lines.
     [[nodiscard]] QList<QJsonObject> requests() const;
     [[nodiscard]] qsizetype requestsFor(const QString& path) const;
@@ -53,6 +56,7 @@ public:
     void stop();
 
 private:
+    void offer(const QString& version, QJsonObject asset, const QString& owner);
     void writePlan() const;
 
     QTemporaryDir m_folder;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UpdateScene.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
 #include <QProcess>
@@ -60,6 +61,14 @@ void UpdateScene::offerArchiveOf(const SampleBundle& bundle, const QString& kind
         qFatal("No archive of the kind %s could be made", qUtf8Printable(kind));
     m_server.answer(u"/archive.tar.gz"_s, {{u"file"_s, servedArchive()}});
     m_server.offer(version);
+}
+
+QString UpdateScene::digest() const {
+    QFile archive(servedArchive());
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (!archive.open(QIODevice::ReadOnly) || !hash.addData(&archive))
+        qFatal("The archive could not be read");
+    return u"sha256:"_s + QString::fromLatin1(hash.result().toHex());
 }
 
 QString UpdateScene::updateFolder() const {

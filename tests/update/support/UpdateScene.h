@@ -30,6 +30,9 @@ public:
     /// Where the served archive is.
     [[nodiscard]] QString servedArchive() const { return path(QStringLiteral("served.tar.gz")); }
 
+    /// What a release says about it.
+    [[nodiscard]] QString digest() const;
+
     /// A path in the scene's own folder.
     [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
 
