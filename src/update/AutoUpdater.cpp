@@ -26,6 +26,7 @@ namespace {
 
 const QString repoName = u"Lumora-releases"_s;
 const QString updatedVersionKey = u"Lumora.updatedToVersion"_s;
+const QString swapKey = u"Lumora.updateSwap"_s;
 
 /// Room for an answer about a release: real ones are a hundredth of it, and one without an end
 /// would take all memory there is.
@@ -192,14 +193,25 @@ void AutoUpdater::storeUpdatedVersion(const QString& version) {
     preferences.sync();
 }
 
-std::optional<QString> AutoUpdater::takeUpdatedVersion() {
+void AutoUpdater::storeSwap() {
     QSettings preferences;
+    preferences.setValue(swapKey, true);
+    preferences.sync();
+}
+
+std::optional<QString> AutoUpdater::takeUpdatedVersion() const {
+    QSettings preferences;
+    const bool wasToBeSwapped = preferences.contains(swapKey);
+    preferences.remove(swapKey);
     const QVariant value = preferences.value(updatedVersionKey);
     if (value.typeId() != QMetaType::QString)
         return std::nullopt;
     preferences.remove(updatedVersionKey);
     preferences.sync();
-    return value.toString();
+    const QString version = value.toString();
+    if (wasToBeSwapped && compareVersions(version, currentVersion()) != 0)
+        return std::nullopt;
+    return version;
 }
 
 bool AutoUpdater::isUsingNetwork() const {

@@ -66,8 +66,10 @@ private:
     /// The version being installed, kept in the preferences from the old application to the
     /// new one. On disk when it returns: the process may be about to end.
     static void storeUpdatedVersion(const QString& version);
-    /// Gives what is stored, once.
-    [[nodiscard]] static std::optional<QString> takeUpdatedVersion();
+    /// Notes that the script is about to be started: nobody will hear from it if it fails.
+    static void storeSwap();
+    /// Gives what is stored, once, unless the bundles should have been swapped and weren't.
+    [[nodiscard]] std::optional<QString> takeUpdatedVersion() const;
 
     [[nodiscard]] QString currentVersion() const { return m_bundle.version(); }
 

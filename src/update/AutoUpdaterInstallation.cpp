@@ -159,6 +159,7 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
     co_await makeExecutable(script.scriptPath);
     if (!self)
         co_return;
+    storeSwap();
     startDetached(script.scriptPath);
     unlock.dismiss();
     Q_EMIT terminationRequested();

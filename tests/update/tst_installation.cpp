@@ -37,6 +37,7 @@ private Q_SLOTS:
     void refusesWhileAnotherInstalls();
     void refusesWhileAScriptIsAtWork();
     void triesAgainAfterAFailure();
+    void claimsNothingAfterASwapThatFailed();
 
 private:
     FreshHome m_home;
@@ -149,6 +150,14 @@ void InstallationTest::installsWhatTheUserAgreesTo() {
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
     QCOMPARE(SampleBundle::startedVersion(scene.bundle().path()), u"0.2.0"_s);
     QCOMPARE(scene.alerts().shown().size(), 1);
+
+    RecordedAlerts alerts;
+    AutoUpdater next({.api = m_server.address(), .owner = u"someone"_s},
+                     ApplicationBundle(scene.bundle().path()), alerts);
+    next.checkAfterLaunch();
+    QCOMPARE(QSettings().allKeys(), QStringList());
+    QTRY_COMPARE(alerts.shown().size(), 1);
+    QCOMPARE(alerts.shown().first().text, u"Updated to v0.2.0."_s);
 }
 
 void InstallationTest::doesNothingLater() {
@@ -428,6 +437,27 @@ void InstallationTest::triesAgainAfterAFailure() {
     scene.offerArchive();
     scene.updater().checkForUpdatesManually();
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
+}
+
+void InstallationTest::claimsNothingAfterASwapThatFailed() {
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    RunningApplication application(scene);
+    scene.updater().checkForUpdatesManually();
+    const QString script = u"^/bin/bash "_s + scene.updateFile(u"lumora-update.sh"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(processRunning(script) > 0, UpdateScene::patience);
+    QCOMPARE(::kill(processRunning(script), SIGKILL), 0);
+    QCOMPARE(UpdateScene::storedVersion(), u"0.2.0"_s);
+
+    RecordedAlerts alerts;
+    AutoUpdater next({.api = m_server.address(), .owner = u"someone"_s},
+                     ApplicationBundle(scene.bundle().path()), alerts);
+    next.checkAfterLaunch();
+    QCOMPARE(QSettings().allKeys(), QStringList());
+    // The check comes after the notice would.
+    QTRY_COMPARE(alerts.shown().size(), 1);
+    QCOMPARE(alerts.shown().first().title, u"New Version v0.2.0 Available"_s);
+    QVERIFY(scene.isBundleUntouched());
 }
 
 QTEST_GUILESS_MAIN(InstallationTest)
