@@ -108,6 +108,7 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
 
     const QString folder = UpdateFiles::prepareFolder();
     checkPath(folder);
+    UpdateScript::checkTools();
     m_lock.emplace(folder);
     auto unlock = qScopeGuard([self] {
         if (self)

@@ -8,10 +8,13 @@
 #include <QFileInfo>
 #include <QStorageInfo>
 
+#include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
@@ -26,16 +29,35 @@ void checkWritable(const fs::path& folder) {
         throw UpdateFailure(QString::fromStdString(folder.string()), errno);
 }
 
-qint64 sizeOf(const QString& folder) {
+/// What a folder takes of a disk, itself included.
+struct Room final {
+    /// As many as it has now, wherever it is.
+    std::uintmax_t bytesTaken{};
+    /// As many as a copy takes at the most.
+    std::uintmax_t blocksNeeded{};
+    std::uintmax_t entries{};
+};
+
+Room roomOf(const fs::path& folder, std::uintmax_t blockSize) {
+    constexpr std::uintmax_t unit = 512;
+    Room room;
+    const auto add = [&room, blockSize](const fs::path& path) {
+        struct stat status {};
+
+        if (::lstat(path.c_str(), &status) != 0)
+            return;
+        const auto size = static_cast<std::uintmax_t>(status.st_size);
+        // What names and pointers are kept in counts too.
+        room.blocksNeeded += S_ISREG(status.st_mode) ? (size + blockSize - 1) / blockSize : 1;
+        room.bytesTaken += static_cast<std::uintmax_t>(status.st_blocks) * unit;
+        ++room.entries;
+    };
     std::error_code error;
-    qint64 size = 0;
-    for (fs::recursive_directory_iterator entry(folder.toStdString(), error), end;
-         !error && entry != end; entry.increment(error)) {
-        std::error_code isGone;
-        if (entry->symlink_status(isGone).type() == fs::file_type::regular)
-            size += static_cast<qint64>(entry->file_size(isGone));
-    }
-    return size;
+    add(folder);
+    for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error))
+        add(entry->path());
+    return room;
 }
 
 bool leadsOut(const fs::path& link, const fs::path& folder) {
@@ -114,6 +136,16 @@ void Replacement::checkRoom(const QString& appPath, const QString& newPath) {
     // Within a file system nothing is copied.
     if (target == QStorageInfo(newPath))
         return;
-    if (target.bytesAvailable() + sizeOf(appPath) < sizeOf(newPath))
+
+    struct statvfs disk {};
+
+    if (::statvfs(QFile::encodeName(target.rootPath()).constData(), &disk) != 0)
+        throw UpdateFailure(appPath, errno);
+    const Room freed = roomOf(appPath.toStdString(), disk.f_frsize);
+    const Room needed = roomOf(newPath.toStdString(), disk.f_frsize);
+    const bool hasBlocks = disk.f_bavail + freed.bytesTaken / disk.f_frsize >= needed.blocksNeeded;
+    // Some file systems have no table of entries that could be full.
+    const bool hasEntries = disk.f_files == 0 || disk.f_favail + freed.entries >= needed.entries;
+    if (!hasBlocks || !hasEntries)
         throw UpdateFailure(appPath, ENOSPC);
 }

@@ -23,7 +23,8 @@ void checkRemovable(const QString& appPath, const ApplicationBundle& running);
 /// unpacking broke off, for lack of space perhaps, from a whole one.
 [[nodiscard]] bool isWhole(const QString& newPath);
 
-/// Throws UpdateFailure if the new bundle doesn't fit where the old one is.
+/// Throws UpdateFailure if the new bundle doesn't fit where the old one is, which may lack room
+/// for its content or for the number of its files.
 void checkRoom(const QString& appPath, const QString& newPath);
 
 } // namespace Replacement

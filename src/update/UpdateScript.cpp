@@ -3,11 +3,14 @@
 
 #include "ApplicationBundle.h"
 #include "RunTool.h"
+#include "UpdateFailure.h"
 
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QStringList>
 
 #include <algorithm>
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 
@@ -57,6 +60,18 @@ QString UpdateScript::text() const {
         startingLine(appPath),
     };
     return lines.join(u'\n');
+}
+
+void UpdateScript::checkTools() {
+#ifdef Q_OS_MACOS
+    const QStringList tools{u"bash"_s, u"pgrep"_s, u"seq"_s, u"nohup"_s};
+#else
+    const QStringList tools{u"bash"_s, u"pgrep"_s, u"seq"_s, u"nohup"_s, u"setsid"_s};
+#endif
+    for (const QString& tool : tools) {
+        if (QStandardPaths::findExecutable(tool).isEmpty())
+            throw UpdateFailure(tool, ENOENT);
+    }
 }
 
 QCoro::Task<bool> UpdateScript::isAtWork(QString scriptPath) {

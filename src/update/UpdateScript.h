@@ -19,6 +19,10 @@ struct UpdateScript final {
     /// are: see canName().
     [[nodiscard]] QString text() const;
 
+    /// Throws UpdateFailure if this system lacks a tool that the script needs: without them it
+    /// wouldn't wait for the application, or not start it.
+    static void checkTools();
+
     /// Whether some process is running the script at this path. Throws UpdateFailure if that
     /// can't be found out.
     [[nodiscard]] static QCoro::Task<bool> isAtWork(QString scriptPath);

@@ -25,7 +25,10 @@ private Q_SLOTS:
     void refusesAnUnwritableFolder();
     void refusesAnothersFolder();
     void refusesADiskThatIsTooSmall();
+    void refusesADiskWithTooFewBlocks();
+    void refusesADiskWithTooFewEntries();
     void countsTheOldBundlesRoom();
+    void countsTheOldBundlesEntries();
     void needsNoRoomOnTheSameDisk();
 
 private:
@@ -55,6 +58,15 @@ QString removalFailure(const QString& app, const QString& running) {
 
 QString roomFailure(const QString& app, const QString& newBundle) {
     return failureOf([&] { Replacement::checkRoom(app, newBundle); });
+}
+
+/// Of one byte each.
+void addFiles(const SampleBundle& bundle, int count) {
+    for (int i = 0; i < count; ++i) {
+        QFile file(bundle.path() + u"/Contents/"_s + QString::number(i));
+        if (!file.open(QIODevice::WriteOnly) || file.write("1") != 1)
+            qFatal("A file could not be written");
+    }
 }
 
 } // namespace
@@ -110,6 +122,35 @@ void ReplacementTest::refusesADiskThatIsTooSmall() {
         QSKIP("Nobody may mount a small disk here.");
     QCOMPARE(roomFailure(app(), newBundle.path()), QString());
     QCOMPARE(roomFailure(app(), larger.path()), app() + u": "_s + disk.complaint());
+}
+
+void ReplacementTest::refusesADiskWithTooFewBlocks() {
+    const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s);
+    addFiles(newBundle, 300);
+    const TightSpace disk(path(u"apps"_s), mebibyte);
+    if (!disk.isDisk())
+        QSKIP("Nobody may mount a small disk here.");
+    QCOMPARE(roomFailure(app(), newBundle.path()), app() + u": "_s + disk.complaint());
+}
+
+void ReplacementTest::refusesADiskWithTooFewEntries() {
+    const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s);
+    addFiles(newBundle, 30);
+    const TightSpace disk(path(u"apps"_s), mebibyte, 30);
+    if (!disk.isDisk())
+        QSKIP("Nobody may mount a small disk here.");
+    QCOMPARE(roomFailure(app(), newBundle.path()), app() + u": "_s + disk.complaint());
+}
+
+void ReplacementTest::countsTheOldBundlesEntries() {
+    const SampleBundle newBundle(path(u"new/Lumora.app"_s), u"0.2.0"_s);
+    addFiles(newBundle, 30);
+    const TightSpace disk(path(u"apps"_s), mebibyte, 50);
+    if (!disk.isDisk())
+        QSKIP("Nobody may mount a small disk here.");
+    const SampleBundle old(app(), u"0.1.9"_s);
+    addFiles(old, 30);
+    QCOMPARE(roomFailure(app(), newBundle.path()), QString());
 }
 
 void ReplacementTest::countsTheOldBundlesRoom() {

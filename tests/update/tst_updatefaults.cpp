@@ -26,6 +26,8 @@ private Q_SLOTS:
     void replacesHostileEntries();
     void reportsWhenSpaceIsShort_data();
     void reportsWhenSpaceIsShort();
+    void reportsAToolThatIsMissing_data();
+    void reportsAToolThatIsMissing();
     void reportsAnUnwritableTemporaryDirectory();
     void worksElsewhereWhereNoProgramMayBeRun();
     void reportsThatNoProgramMayBeRunAnywhere();
@@ -369,6 +371,34 @@ void UpdateFaultsTest::reportsWhenSpaceIsShort() {
         QVERIFY(QFile::resize(scene.servedArchive(), 3 * mebibyte));
     const TightSpace disk(scene.temporaryFolder(), mebibyte);
     verifyFailure(scene, compressible ? u"^Extract failed$"_s : u'^' + disk.complaint() + u'$');
+}
+
+void UpdateFaultsTest::reportsAToolThatIsMissing_data() {
+    QTest::addColumn<QString>("tool");
+    for (const char* tool : {"pgrep", "setsid", "nohup"})
+        QTest::newRow(tool) << QString::fromLatin1(tool);
+}
+
+void UpdateFaultsTest::reportsAToolThatIsMissing() {
+    QFETCH(const QString, tool);
+    UpdateScene scene(m_server);
+    scene.offerArchive();
+    // All others are there.
+    const QString tools = scene.path(u"tools"_s);
+    QVERIFY(QDir().mkdir(tools));
+    for (const QString& other : {u"bash"_s, u"pgrep"_s, u"seq"_s, u"nohup"_s, u"setsid"_s}) {
+        if (other != tool)
+            QVERIFY(QFile::link(QStandardPaths::findExecutable(other), tools + u'/' + other));
+    }
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", tools.toUtf8());
+    const auto restore = qScopeGuard([&before] { qputenv("PATH", before); });
+    scene.updater().checkForUpdatesManually();
+    QTRY_VERIFY_WITH_TIMEOUT(scene.alerts().shown().size() == 2 || scene.isAskedToEnd(),
+                             UpdateScene::patience);
+    QCOMPARE(scene.alerts().shown().last().text, tool + u": No such file or directory"_s);
+    QVERIFY(!scene.isAskedToEnd());
+    QCOMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 0);
 }
 
 void UpdateFaultsTest::reportsAnUnwritableTemporaryDirectory() {

@@ -38,8 +38,9 @@ bool mountWithoutPrograms(const char* path) {
     return mountOver(path, MS_NOEXEC);
 }
 
-bool mountSmallDisk(const char* path, qint64 bytes) {
-    const QByteArray options = "mode=0777,size=" + QByteArray::number(bytes);
+bool mountSmallDisk(const char* path, qint64 bytes, int entries) {
+    const QByteArray options =
+        "mode=0777,size=" + QByteArray::number(bytes) + ",nr_inodes=" + QByteArray::number(entries);
     return hasOwnMounts() && ::mount("lumora", path, "tmpfs", 0, options.constData()) == 0;
 }
 
@@ -55,7 +56,7 @@ bool mountWithoutPrograms(const char*) {
     return false;
 }
 
-bool mountSmallDisk(const char*, qint64) {
+bool mountSmallDisk(const char*, qint64, int) {
     return false;
 }
 
@@ -88,8 +89,9 @@ NoProgramsFolder::~NoProgramsFolder() {
         unmount(m_path.constData());
 }
 
-TightSpace::TightSpace(const QString& path, qint64 bytes)
-    : m_path(QFile::encodeName(path)), m_isMounted(mountSmallDisk(m_path.constData(), bytes)) {
+TightSpace::TightSpace(const QString& path, qint64 bytes, int entries)
+    : m_path(QFile::encodeName(path)),
+      m_isMounted(mountSmallDisk(m_path.constData(), bytes, entries)) {
     if (m_isMounted)
         return;
     std::signal(SIGXFSZ, SIG_IGN);

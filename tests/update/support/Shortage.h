@@ -38,7 +38,10 @@ private:
 /// there, others can't write long files anywhere.
 class TightSpace final {
 public:
-    TightSpace(const QString& path, qint64 bytes);
+    TightSpace(const QString& path, qint64 bytes) : TightSpace(path, bytes, 0) {}
+
+    /// One that takes only so many files and folders, too; any number if it is 0.
+    TightSpace(const QString& path, qint64 bytes, int entries);
     TightSpace(const TightSpace&) = delete;
     TightSpace& operator=(const TightSpace&) = delete;
     ~TightSpace();
