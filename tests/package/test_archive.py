@@ -42,10 +42,18 @@ exec "$@"
 """
 
 
-def make_archive(output: Path) -> Path:
+def make_archive(output: Path) -> tuple[Path, str]:
+    """The archive, and what there was to be said."""
     command = [PACKAGE, "--build-dir", os.environ["LUMORA_BUILD_DIR"], "--output", output]
-    result = subprocess.run(command, stdout=subprocess.PIPE, check=True, text=True)
-    return Path(result.stdout.rstrip("\n"))
+    result = subprocess.run(command, capture_output=True, check=True, text=True)
+    return Path(result.stdout.rstrip("\n")), result.stderr
+
+
+def addresses() -> dict[str, str]:
+    """What this build opens and asks, by the name it is set with."""
+    cache = Path(os.environ["LUMORA_BUILD_DIR"], "CMakeCache.txt").read_text()
+    names = "HOMEPAGE_URL|CONTACT_ADDRESS|REPOSITORY_URL|HOMEBREW_URL|RELEASE_API|RELEASE_OWNER"
+    return dict(re.findall(rf"^(LUMORA_(?:{names})):STRING=(.*)$", cache, re.MULTILINE))
 
 
 def system_plugins() -> str:
@@ -63,18 +71,29 @@ def mapped_files(process: int) -> set[Path]:
 class ReleaseArchive(DesktopTest):
     prefix_options = ("--small", "--pace", "0")
     archive: Path
+    notes: str
     bundle: Path
 
     @classmethod
     def setUpClass(cls) -> None:
         super().setUpClass()
-        cls.archive = make_archive(cls.desk.folder / "archive")
+        cls.archive, cls.notes = make_archive(cls.desk.folder / "archive")
         elsewhere = cls.desk.folder / "où que ce soit"
         elsewhere.mkdir()
         subprocess.run(["tar", "-xzf", cls.archive, "-C", elsewhere], check=True)
         cls.bundle = elsewhere / "Lumora.app"
         cls.contents = cls.bundle / "Contents"
         cls.libraries = {path.name for path in (cls.contents / "lib").iterdir()}
+
+    def test_addresses_that_nobody_has_set_are_named(self) -> None:
+        self.assertEqual(len(addresses()), 6)
+        unset = [
+            f"{name} is not set: {address}"
+            for name, address in addresses().items()
+            if ".example" in address
+        ]
+        said = [line for line in self.notes.splitlines() if " is not set: " in line]
+        self.assertCountEqual(said, unset)
 
     def test_its_name_says_what_it_is_for(self) -> None:
         version = os.environ["LUMORA_VERSION"]
@@ -119,7 +138,7 @@ class ReleaseArchive(DesktopTest):
         self.assertEqual(listed, files)
 
     def test_it_is_the_same_every_time(self) -> None:
-        again = make_archive(self.desk.folder / "again")
+        again, _ = make_archive(self.desk.folder / "again")
         self.assertTrue(again.read_bytes() == self.archive.read_bytes(), "other bytes")
 
     def test_it_leaves_to_the_system_what_is_the_systems(self) -> None:
