@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "AutoUpdater.h"
 
+#include "Background.h"
 #include "CompareVersions.h"
 #include "HttpGet.h"
 #include "L10n.h"
 #include "UpdateAlerts.h"
 
 #include <QBuffer>
+#include <QCoroFuture>
 #include <QCoroTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -112,11 +114,13 @@ QCoro::Task<> AutoUpdater::checkForUpdates(Manner manner) {
     constexpr std::chrono::milliseconds patience = 15s;
     request.setTransferTimeout(static_cast<int>(patience.count()));
 
+    // The check isn't over before its answer has been read.
+    const std::shared_ptr<QNetworkAccessManager> inUse = network();
     AnswerBuffer body;
     body.open(QIODevice::WriteOnly);
     std::optional<int> status;
     try {
-        status = co_await httpGet(network(), request, &body);
+        status = co_await httpGet(inUse, request, &body);
     } catch (const UpdateFailure&) {
     }
     if (!self)
@@ -130,7 +134,11 @@ QCoro::Task<> AutoUpdater::checkForUpdates(Manner manner) {
         co_return fail(L10n::updateCheckError());
     if (*status != ok)
         co_return fail(L10n::cannotConnect());
-    const QJsonDocument document = QJsonDocument::fromJson(body.data());
+    // A mebibyte of small pieces takes longer than a window may be still.
+    const auto parse = [answer = body.data()] { return QJsonDocument::fromJson(answer); };
+    const QJsonDocument document = co_await inBackground(parse);
+    if (!self)
+        co_return;
     if (document.isNull())
         co_return fail(L10n::updateCheckError());
     reportRelease(document.object(), manner);

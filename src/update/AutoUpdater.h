@@ -41,7 +41,7 @@ public:
     /// A check that always answers, but for a release that offers nothing to download.
     void checkForUpdatesManually();
 
-    /// Whether a request is under way.
+    /// Whether a request is under way, or its answer being read.
     [[nodiscard]] bool isUsingNetwork() const;
 
 Q_SIGNALS:

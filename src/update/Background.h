@@ -8,7 +8,8 @@
 #include <thread>
 
 /// Calls a function on a thread of its own that nobody waits for, and gives what it returns or
-/// throws to whoever awaits the future: what an archive contains decides how long it takes.
+/// throws to whoever awaits the future: how long it takes is decided by whoever has made what is
+/// read.
 template <class Function>
 [[nodiscard]] QFuture<std::invoke_result_t<Function>> inBackground(Function function) {
     using Result = std::invoke_result_t<Function>;
