@@ -4,6 +4,7 @@
 #include "AskpassProgram.h"
 #include "BrewDiscovery.h"
 #include "LangManager.h"
+#include "SessionVariables.h"
 #include "shell/ContentView.h"
 #include "style/Look.h"
 
@@ -31,10 +32,14 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
     m_options = CommandLineOptions::parse(*m_application);
 
     Look::setUp();
-    if (m_options.appearance == CommandLineOptions::Appearance::System)
+    if (m_options.appearance == CommandLineOptions::Appearance::System) {
         followDesktop();
-    else
-        Look::setDark(m_options.appearance == CommandLineOptions::Appearance::Dark);
+    } else {
+        const bool isDark = m_options.appearance == CommandLineOptions::Appearance::Dark;
+        Look::setDark(isDark);
+        // For the window that asks for a password.
+        qputenv(SessionVariables::appearance, isDark ? "dark" : "light");
+    }
 
     // The manager's first command has to know of it.
     AskpassProgram::offer(QApplication::applicationDirPath());

@@ -23,6 +23,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -88,10 +89,15 @@ int Askpass::run(const char* prompt) {
     }
 
     Look::setUp();
-    const SystemAppearance appearance;
-    const auto follow = [&appearance] { Look::setDark(appearance.isDark()); };
-    follow();
-    QObject::connect(&appearance, &SystemAppearance::changed, &application, follow);
+    std::optional<SystemAppearance> desktop;
+    if (const QByteArray told = qgetenv(SessionVariables::appearance); !told.isEmpty()) {
+        Look::setDark(told == "dark");
+    } else {
+        desktop.emplace();
+        const auto follow = [&desktop] { Look::setDark(desktop->isDark()); };
+        follow();
+        QObject::connect(&*desktop, &SystemAppearance::changed, &application, follow);
+    }
     // Not before: the desktop's portal answers nobody whose memory it couldn't look into.
     leaveNoCore();
     // Whoever asked may go before the answer is out.

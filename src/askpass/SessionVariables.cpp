@@ -13,7 +13,7 @@ constexpr const char* names[] = {
     "QT_QPA_PLATFORM", "QT_SCALE_FACTOR",
     // The desktop's wishes, and who reads the screen to the user.
     "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "AT_SPI_BUS_ADDRESS",
-    "QT_LINUX_ACCESSIBILITY_ALWAYS_ON",
+    "QT_LINUX_ACCESSIBILITY_ALWAYS_ON", SessionVariables::appearance,
     // Its language, and Lumora's preferences.
     "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG", "XDG_CONFIG_HOME"};
 

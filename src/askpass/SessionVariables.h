@@ -7,6 +7,9 @@
 /// begins with its own name: they travel in a variable that does.
 namespace SessionVariables {
 
+/// "dark" or "light" where Lumora has been told how to look, and doesn't follow the desktop.
+inline constexpr const char* appearance = "LUMORA_APPEARANCE";
+
 /// Puts this process's into the environment of the commands that it will start.
 void passOn();
 

@@ -4,6 +4,7 @@
 from __future__ import annotations
 
 import re
+import subprocess
 import unittest
 from pathlib import Path
 
@@ -74,11 +75,69 @@ class Operations(DesktopTest):
         )
         self.assertTrue(self.prefix.is_installed("libpng"))
 
-    def test_what_is_disabled_is_not_installed(self) -> None:
+    def install(self, name: str) -> None:
         self.app.choose_category("Search")
         self.app.click(self.app.find("Search Homebrew packages", role="text"))
-        self.app.type("docker-machine")
-        self.app.click_row_action("docker-machine")
+        self.app.type(name)
+        self.app.click_row_action(name)
+
+    def behind_its_back(self, *words: str) -> None:
+        """What somebody does in a terminal while the window still shows what was before."""
+        subprocess.run([self.prefix.brew, *words], check=True, capture_output=True)
+
+    def test_what_conflicts_is_not_installed(self) -> None:
+        self.install("mecab")
+        self.assert_tells(
+            r"^Failed to install mecab — Error: mecab: Cannot install mecab because conflicting",
+            "mecab-ko: because both install the same programs",
+        )
+
+    def test_what_has_gone_is_not_uninstalled(self) -> None:
+        self.behind_its_back("uninstall", "tree")
+        self.app.choose_category("Formulae")
+        self.app.click(self.app.find("Filter formulae", role="text"))
+        self.app.type("tree")
+        self.app.click_row_action("tree")
+        self.answer("Uninstall")
+        self.assert_tells(r"^Failed to uninstall tree — Error: No such keg: ", "No such keg")
+
+    def test_a_cask_that_has_gone_is_not_uninstalled(self) -> None:
+        self.behind_its_back("uninstall", "--cask", "gimp")
+        self.app.choose_category("Casks")
+        self.app.click_row_action("gimp")
+        self.answer("Uninstall")
+        self.assert_tells(
+            r"^Failed to uninstall gimp — Error: Cask 'gimp' is not installed\.$", "gimp"
+        )
+
+    def test_what_has_gone_is_not_upgraded(self) -> None:
+        self.behind_its_back("uninstall", "bat")
+        self.app.choose_category("Updates")
+        self.app.click_row_action("bat")
+        self.assert_tells(r"^Failed to upgrade bat — Error: bat not installed$", "bat not installed")
+
+    def test_what_is_nowhere_any_more_is_not_installed(self) -> None:
+        self.app.choose_category("Search")
+        self.app.click(self.app.find("Search Homebrew packages", role="text"))
+        self.app.type("mongodb")
+        package = "mongodb/brew/mongodb-community"
+        self.app.row(package)
+        self.behind_its_back("untap", "mongodb/brew")
+        self.prefix.misbehave(install={"error": f'No available formula with the name "{package}".'})
+        self.app.click_row_action(package)
+        self.assert_tells(
+            rf"^Failed to install {package} — Error: No available formula", "No available formula"
+        )
+
+    def test_a_tap_that_has_gone_is_not_removed(self) -> None:
+        self.behind_its_back("untap", "mongodb/brew")
+        self.app.choose_category("Taps")
+        self.app.click_row_action("mongodb/brew")
+        self.answer("Remove")
+        self.assert_tells(r"^Error: No available tap mongodb/brew\.$", "brew tap-new mongodb/brew")
+
+    def test_what_is_disabled_is_not_installed(self) -> None:
+        self.install("docker-machine")
         self.assert_tells(
             r"^Failed to install docker-machine — Error: docker-machine has been disabled",
             "Failed to install docker-machine",
@@ -127,6 +186,10 @@ class Operations(DesktopTest):
         self.add_tap("missing/tools")
         self.assert_the_sheet_tells("missing/tools", "^Error: Failure while executing; `git clone")
 
+    def test_what_comes_with_brew_is_not_added(self) -> None:
+        self.add_tap("homebrew/core")
+        self.assert_the_sheet_tells("homebrew/core", "^Error: Tapping homebrew/core is no longer")
+
     def test_nonsense_is_not_added(self) -> None:
         self.add_tap("nonsense")
         self.assert_the_sheet_tells("nonsense", "^Error: Invalid tap name: 'nonsense'")
@@ -172,6 +235,12 @@ class Operations(DesktopTest):
         self.app.open_application_menu()
         self.app.press("Up", "Up", "Return")
         self.app.find("Output", role="text", text=re.compile("^Removing tap mongodb/brew"))
+
+    def test_what_was_left_out_can_be_read(self) -> None:
+        self.app.choose_category("Updates")
+        self.app.click_button("Update All")
+        self.press_in(self.strip("^All packages upgraded$"), "Output")
+        self.app.find("Output", role="text", text=re.compile(r"1 Pinned formula\npostgresql@16"))
 
     def test_the_next_operation_takes_the_place_of_the_last(self) -> None:
         self.app.choose_category("Updates")

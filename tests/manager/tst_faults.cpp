@@ -12,6 +12,7 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace std::string_literals;
 
 /// All that can go wrong with a brew, through the real shell and the real pipes: what a load, an
 /// operation and a report say of it, and what is left behind.
@@ -170,7 +171,7 @@ QList<Fault> brewsWithOddBytes() {
          .output = std::string(1, '\0') + goodReport},
         {.name = "NUL inside a name",
          .body = R"(printf '{"formulae":[{"name":"j\0q"}],"casks":[]}')",
-         .output = "{\"formulae\":[{\"name\":\"j" + std::string(1, '\0') + "q\"}],\"casks\":[]}"},
+         .output = "{\"formulae\":[{\"name\":\"j\0q\"}],\"casks\":[]}"s},
         {.name = "lists 100,000 deep",
          .body = flood(100'000, '['),
          .output = std::string(100'000, '[')},

@@ -6,6 +6,7 @@
 #include "shell/DesktopNotices.h"
 
 #include <QApplication>
+#include <QMessageBox>
 
 #include <optional>
 
@@ -60,6 +61,7 @@ private Q_SLOTS:
     void tellsOfTheEnd();
     void tellsOfABrewThatCannotBeStarted();
     void keepsSilentInFrontOfTheUser();
+    void keepsSilentBehindABoxOfTheWindow();
     void keepsSilentOnceTheUserIsBack();
     void tellsOfEachOfTwoThatOverlap();
     void escapesWhatTheServerTakesForMarkup_data();
@@ -159,6 +161,20 @@ void DesktopNoticesTest::keepsSilentInFrontOfTheUser() {
     install(u"jq"_s);
     QTRY_COMPARE(notifications.service.calls(),
                  (QStringList{asksForCapabilities, notify(u"Successfully installed jq"_s)}));
+    QCOMPARE(alerted.size(), 1);
+}
+
+void DesktopNoticesTest::keepsSilentBehindABoxOfTheWindow() {
+    const Notifications notifications(m_bus);
+    QMessageBox box(&m_app->window);
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    install(u"wget"_s);
+    box.close();
+    leave();
+    install(u"jq"_s);
+    QTRY_COMPARE(notifications.calls(), QStringList{notify(u"Successfully installed jq"_s)});
     QCOMPARE(alerted.size(), 1);
 }
 
