@@ -288,6 +288,8 @@ class Leaving(DesktopTest):
         with self.prefix.holding_runs():
             app = self.start()
             app.find("Loading formulae...", role="label")
+            # What hasn't begun by then never does.
+            self.prefix.wait_until_begun(LOADS)
             app.close_window()
             status, seconds = app.wait_ended()
         self.assertEqual(status, 0)

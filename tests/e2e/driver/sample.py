@@ -16,6 +16,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "sample"))
 from sample_prefix import SamplePrefix  # noqa: E402
 
 _LAUNCHER = """#!/bin/sh
+echo "$*" >> {begun}
 exec flock --shared --no-fork {gate} {brew} "$@"
 """
 
@@ -27,7 +28,12 @@ class HeldPrefix(SamplePrefix):
         self._gate.touch()
         (folder / "var/sample/log.jsonl").touch()
         launcher = folder / "bin/held-brew"
-        launcher.write_text(_LAUNCHER.format(gate=self._gate, brew=super().brew), encoding="utf-8")
+        self._begun = folder / "var/sample/begun"
+        self._begun.touch()
+        launcher.write_text(
+            _LAUNCHER.format(begun=self._begun, gate=self._gate, brew=super().brew),
+            encoding="utf-8",
+        )
         launcher.chmod(0o755)
 
     @property
@@ -70,6 +76,13 @@ class HeldPrefix(SamplePrefix):
             lambda: f"`brew {command}` ends; there were {self.commands(start)}",
         )
         return self.log()[start:][self.commands(start).index(command)]["status"]
+
+    def wait_until_begun(self, commands: set[str]) -> None:
+        """Until such runs are under way, or held before their first step."""
+        wait_until(
+            lambda: commands <= set(self._begun.read_text(encoding="utf-8").splitlines()),
+            lambda: f"{commands} begin; there were {self._begun.read_text(encoding='utf-8')}",
+        )
 
     def wait_until_at_work_on(self, formula: str) -> None:
         """Until a run has made sure that it is the only one to change a formula."""
