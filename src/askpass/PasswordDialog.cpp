@@ -37,7 +37,7 @@ void overwrite(const void* data, qsizetype size) {
 }
 
 QString masked(const QString& text) {
-    return QString(text.size(), u'•');
+    return QString().fill(u'•', text.size());
 }
 
 /// What changes in a field is told to whoever listens on the desktop's accessibility bus, letter

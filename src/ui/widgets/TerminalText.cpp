@@ -44,9 +44,8 @@ private:
     }
 
     void skipWhile(char16_t first, char16_t last) {
-        const auto end = std::ranges::find_if_not(
-            m_rest, [&](QChar character) { return isBetween(character, first, last); });
-        m_rest = m_rest.sliced(end - m_rest.begin());
+        while (!m_rest.isEmpty() && isBetween(m_rest.front(), first, last))
+            m_rest = m_rest.sliced(1);
     }
 
     void skipFinal(char16_t first) {
