@@ -5,7 +5,9 @@
 #include "ReleaseServer.h"
 #include "SampleBundle.h"
 
+#include <QLibraryInfo>
 #include <QSettings>
+#include <QVersionNumber>
 #include <QtTest>
 
 #include <map>
@@ -150,6 +152,7 @@ QList<Case> failures() {
     const QJsonObject newer = tag(u"\"0.2.0\""_s);
     const QList<Alert> error{warning(updateCheckError)};
     const QList<Alert> unreachable{warning(cannotConnect)};
+    const bool passesOverEarlyAnswers = QLibraryInfo::version() >= QVersionNumber(6, 5);
     return {
         {"403", status(403), unreachable, {}},
         {"404", status(404), unreachable, {}},
@@ -159,7 +162,8 @@ QList<Case> failures() {
         {"400", status(400), unreachable, {}},
         {"407", status(407), unreachable, {}},
         {"418", status(418), unreachable, {}},
-        {"103", status(103), unreachable, {}},
+        // Newer versions of Qt wait for the answer behind an early one, which never comes.
+        {"103", status(103), passesOverEarlyAnswers ? error : unreachable, {}},
         {"404 cut short", cut(status(404)), unreachable, {}},
         {"404 without an end", endless(status(404)), unreachable, {}},
         {"302 to nowhere without an end", endless(status(302)), unreachable, {}},
