@@ -84,9 +84,10 @@ void answer(const QString& button) {
     AlertDriver().press(button);
 }
 
+/// Without Return: it would search now, and once more half a second later, whatever there is by
+/// then.
 void search(const MortalWindow& mortal) {
     mortal.page().typeToSearch(u"jq"_s);
-    Input::key(Qt::Key_Return);
 }
 
 void openAddSheet(const MortalWindow& mortal) {
@@ -114,7 +115,7 @@ const QList<Action>& actions() {
          SidebarCategory::search,
          [](const MortalWindow& mortal) {
              search(mortal);
-             QTRY_VERIFY(mortal.page().hasList());
+             QTRY_VERIFY(mortal.page().hasList() && mortal.isIdle());
              mortal.page().list().clickAction(u"formula-jq"_s);
          },
          u"install jq"_s,

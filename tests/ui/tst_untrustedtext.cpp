@@ -448,13 +448,7 @@ void UntrustedTextTest::staysPlainInATranscript() {
 }
 
 void UntrustedTextTest::staysPlainToAScreenReader_data() {
-    QTest::addColumn<const Untrusted*>("untrusted");
-    QTest::addColumn<SidebarCategory>("category");
-    for (const SidebarCategory category : {formulae, casks, updates, search, taps}) {
-        for (const Untrusted& text : untrustedTexts())
-            QTest::addRow("%s: %s", qUtf8Printable(rawValue(category)), text.name)
-                << &text << category;
-    }
+    staysPlainInRows_data();
 }
 
 void UntrustedTextTest::staysPlainToAScreenReader() {

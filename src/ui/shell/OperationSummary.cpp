@@ -16,9 +16,15 @@ bool hasWords(QStringView line) {
 }
 
 QString lastWords(const QString& transcript) {
-    const QList<QStringView> lines = QStringView(transcript).split(u'\n');
-    const auto found = std::find_if(lines.crbegin(), lines.crend(), hasWords);
-    return found == lines.crend() ? QString() : DisplayText::line(found->trimmed().toString());
+    QStringView rest(transcript);
+    while (!rest.isEmpty()) {
+        const qsizetype lineBreak = rest.lastIndexOf(u'\n');
+        const QStringView line = rest.sliced(lineBreak + 1);
+        if (hasWords(line))
+            return DisplayText::line(line.trimmed().toString());
+        rest.truncate(std::max<qsizetype>(lineBreak, 0));
+    }
+    return {};
 }
 
 /// The first line that begins with "Error:", however much was written.
