@@ -6,13 +6,12 @@
 #include "DetachedRun.h"
 #include "JsonReport.h"
 #include "OutdatedResponse.h"
+#include "PrintedLists.h"
 #include "SortByName.h"
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QSet>
 
-#include <algorithm>
 #include <new>
 
 using namespace Qt::StringLiterals;
@@ -78,41 +77,12 @@ publishPackages(const std::string& output, QList<Record> BrewListResponse::*reco
     return std::nullopt;
 }
 
-QList<QStringView> trimmedLines(const QString& text) {
-    QList<QStringView> lines;
-    for (const QStringView line : QStringView(text).split(u'\n')) {
-        if (const QStringView trimmed = trimmedOfBlanks(line); !trimmed.isEmpty())
-            lines.append(trimmed);
-    }
-    return lines;
-}
-
-using Names = QSet<QString>;
-
-Names namesOf(const QList<BrewPackage>& packages) {
-    Names names;
+QSet<QString> namesOf(const QList<BrewPackage>& packages) {
+    QSet<QString> names;
     names.reserve(packages.size());
     for (const BrewPackage& package : packages)
         names.insert(package.name);
     return names;
-}
-
-/// Some versions of brew put headings above the two kinds, others print bare names.
-QList<SearchResult> parseHits(const QString& output, const Names& formulae, const Names& casks) {
-    QList<SearchResult> hits;
-    PackageType type = PackageType::formula;
-    for (const QStringView line : trimmedLines(output)) {
-        if (line.contains(u"==> Formulae"_s)) {
-            type = PackageType::formula;
-        } else if (line.contains(u"==> Casks"_s)) {
-            type = PackageType::cask;
-        } else if (!line.startsWith(u"==>"_s)) {
-            const QString name = line.toString();
-            const Names& installed = type == PackageType::cask ? casks : formulae;
-            hits.append({name, type, installed.contains(name)});
-        }
-    }
-    return hits;
 }
 
 } // namespace
@@ -181,12 +151,7 @@ QCoro::Task<> BrewManager::loadTaps() {
         .failurePrefix = u"Failed to load taps: "_s,
         .statusFailure = u"brew tap failed"_s,
         .publish = [this](const std::string& output) -> std::optional<QString> {
-            QList<BrewTap> newTaps;
-            const QString text = QString::fromStdString(output);
-            for (const QStringView line : trimmedLines(text))
-                newTaps.append({line.toString()});
-            std::ranges::stable_sort(newTaps, {}, &BrewTap::name);
-            taps.set(std::move(newTaps));
+            taps.set(printedTaps(QString::fromStdString(output)));
             return std::nullopt;
         },
     });
@@ -217,7 +182,7 @@ QCoro::Task<> BrewManager::search(QString query) {
         .publish = [this, installedFormulae = namesOf(*formulae), installedCasks = namesOf(*casks)](
                        const std::string& output) -> std::optional<QString> {
             searchResults.set(
-                parseHits(QString::fromStdString(output), installedFormulae, installedCasks));
+                printedHits(QString::fromStdString(output), installedFormulae, installedCasks));
             return std::nullopt;
         },
     });

@@ -5,12 +5,12 @@
 #include "CompareVersions.h"
 #include "HttpGet.h"
 #include "L10n.h"
+#include "LatestRelease.h"
 #include "UpdateAlerts.h"
 
 #include <QBuffer>
 #include <QCoroFuture>
 #include <QCoroTimer>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
@@ -18,8 +18,6 @@
 #include <QPointer>
 #include <QSettings>
 #include <QUrl>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -42,27 +40,6 @@ protected:
         return -1;
     }
 };
-
-struct Archive final {
-    QString address;
-    /// What the release says about its content; empty if it says nothing.
-    QString digest;
-};
-
-/// The first archive among a release's assets, if there is one with an address.
-std::optional<Archive> archiveAmong(const QJsonArray& assets) {
-    const auto isArchive = [](const QJsonValue& asset) {
-        return asset["name"_L1].toString().endsWith(".tar.gz"_L1);
-    };
-    const auto isObject = [](const QJsonValue& asset) { return asset.isObject(); };
-    const auto archive = std::ranges::find_if(assets, isArchive);
-    if (!std::ranges::all_of(assets, isObject) || archive == assets.end())
-        return std::nullopt;
-    const QJsonValue address = (*archive)["browser_download_url"_L1];
-    if (!address.isString())
-        return std::nullopt;
-    return Archive{.address = address.toString(), .digest = (*archive)["digest"_L1].toString()};
-}
 
 UpdateAlerts::Alert updateOffer(const QString& version, const QString& current) {
     return {
@@ -141,24 +118,19 @@ QCoro::Task<> AutoUpdater::checkForUpdates(Manner manner) {
         co_return;
     if (document.isNull())
         co_return fail(L10n::updateCheckError());
-    reportRelease(document.object(), manner);
+    if (const auto release = LatestRelease::from(document.object()))
+        reportRelease(*release, manner);
 }
 
-void AutoUpdater::reportRelease(const QJsonObject& release, Manner manner) {
-    const QJsonValue tag = release["tag_name"_L1];
-    if (!tag.isString())
-        return;
-    QString latest = tag.toString();
-    if (latest.startsWith(u'v'))
-        latest.remove(0, 1);
+void AutoUpdater::reportRelease(const LatestRelease& release, Manner manner) {
     const QString current = currentVersion();
-    if (compareVersions(latest, current) < 1) {
+    if (compareVersions(release.version, current) < 1) {
         if (manner == Manner::Answering)
             showInformation(L10n::upToDate(), L10n::runningLatest(current));
         return;
     }
-    if (const auto archive = archiveAmong(release["assets"_L1].toArray()))
-        showUpdateAlert(latest, archive->address, archive->digest);
+    if (const auto& archive = release.archive)
+        showUpdateAlert(release.version, archive->address, archive->digest);
 }
 
 QCoro::Task<> AutoUpdater::showUpdateAlert(QString version, QString downloadURL, QString digest) {

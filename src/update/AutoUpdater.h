@@ -10,9 +10,9 @@
 
 #include <memory>
 
-class QJsonObject;
 class QNetworkAccessManager;
 class UpdateAlerts;
+struct LatestRelease;
 
 /// Where releases are published: a service that answers as GitHub's does, and the account
 /// there that owns the releases' repository.
@@ -55,7 +55,7 @@ private:
     QCoro::Task<> tellOfUpdate(QString version);
     QCoro::Task<> checkLater();
     QCoro::Task<> checkForUpdates(Manner manner);
-    void reportRelease(const QJsonObject& release, Manner manner);
+    void reportRelease(const LatestRelease& release, Manner manner);
     QCoro::Task<> showUpdateAlert(QString version, QString downloadURL, QString digest);
     void showInformation(const QString& title, const QString& text);
     void showErrorAlert(const QString& message);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "AutoUpdater.h"
 #include "Background.h"
+#include "CompareVersions.h"
 #include "HttpGet.h"
 #include "Replacement.h"
 #include "RunTool.h"
@@ -16,20 +17,14 @@
 #include <QTemporaryFile>
 #include <QUrl>
 
-#include <algorithm>
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The version becomes part of paths in a shell script.
 void checkVersion(const QString& version) {
-    const auto isHarmless = [](QChar character) {
-        return (character.unicode() < 0x80 && character.isLetterOrNumber()) ||
-               QStringView(u"._+-").contains(character);
-    };
-    if (!std::ranges::all_of(version, isHarmless))
+    if (!isPlainVersion(version))
         throw UpdateFailure(u"The version \""_s + version + u"\" is not a valid version."_s);
 }
 

@@ -42,3 +42,10 @@ int compareVersions(QStringView a, QStringView b) {
     }
     return 0;
 }
+
+bool isPlainVersion(QStringView version) {
+    return std::ranges::all_of(version, [](QChar character) {
+        return (character.unicode() < 0x80 && character.isLetterOrNumber()) ||
+               QStringView(u"._+-").contains(character);
+    });
+}

@@ -8,3 +8,7 @@ class QStringView;
 /// The pieces between the dots are compared as numbers, missing ones counting as 0; pieces
 /// that aren't whole numbers are left out, so that "1.x.3" is the same as "1.3".
 [[nodiscard]] int compareVersions(QStringView a, QStringView b);
+
+/// Whether a version may become part of a path in a shell script: nothing but letters and digits
+/// of ASCII and "._+-".
+[[nodiscard]] bool isPlainVersion(QStringView version);
