@@ -66,7 +66,12 @@ endif()
 if(LUMORA_SANITIZERS)
     target_compile_options(
         lumora_settings
-        INTERFACE -fsanitize=${LUMORA_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all
+        INTERFACE
+            -fsanitize=${LUMORA_SANITIZERS}
+            -fno-omit-frame-pointer
+            -fno-sanitize-recover=all
+            # What this one puts in front of functions, clang 14 can't put in front of coroutines.
+            $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>
     )
     target_link_options(lumora_settings INTERFACE -fsanitize=${LUMORA_SANITIZERS})
 endif()

@@ -23,6 +23,7 @@ debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation
 debian_test="openssl xz-utils"
 debian_lint="clang clang-format clang-tidy shellcheck"
 debian_bench="libbenchmark-dev"
+debian_fuzz="clang libclang-rt-dev llvm"
 
 # The header package of Qt SVG is called differently from release to release.
 qt_svg_package() {
@@ -66,7 +67,7 @@ install_debian() {
         "${missing[@]}" > /dev/null
 }
 
-# install_packages GROUP...   (groups: build run display test lint bench)
+# install_packages GROUP...   (groups: build run display test lint bench fuzz)
 install_packages() {
     local group
     if has apt-get; then

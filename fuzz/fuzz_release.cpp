@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+//
+// Any bytes as the release service's answer, up to where something would be downloaded.
+#include "CompareVersions.h"
+#include "HttpGet.h"
+#include "LatestRelease.h"
+#include "Require.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The rule, told by the address as it is written.
+bool staysSecure(const QUrl& address) {
+    const QString text = QString::fromLatin1(address.toEncoded());
+    const QString host = address.host();
+    if (text.startsWith(u"https://"_s))
+        return !host.isEmpty();
+    return text.startsWith(u"http://"_s) &&
+           (host == u"localhost"_s || host == u"::1"_s || host.startsWith(u"127."_s) ||
+            host.startsWith(u"::ffff:127."_s));
+}
+
+void tryAddress(const QString& text) {
+    const QUrl address(text, QUrl::StrictMode);
+    if (!address.isValid())
+        return;
+    require(!AddressRule::isAllowed(address) || staysSecure(address), "only secure addresses");
+
+    const QUrl encrypted(u"https://releases.example/"_s);
+    const QUrl local(u"http://127.0.0.1/"_s);
+    for (const QUrl& from : {encrypted, local, address}) {
+        const QUrl to = from.resolved(address);
+        if (!AddressRule::isAllowedRedirect(from, to))
+            continue;
+        require(staysSecure(to), "only to secure addresses");
+        require(from != encrypted || to.scheme() == u"https"_s, "encryption is not given up");
+    }
+}
+
+void requireFirstArchive(const LatestRelease::Archive& archive, const QJsonArray& assets) {
+    for (const QJsonValue& asset : assets) {
+        require(asset.isObject(), "every asset is one");
+        if (asset["name"_L1].toString().endsWith(u".tar.gz"_s)) {
+            require(archive.address == asset["browser_download_url"_L1].toString(),
+                    "the address is the first archive's");
+            require(archive.digest == asset["digest"_L1].toString(), "the digest is, too");
+            return;
+        }
+    }
+    require(false, "an archive is among the assets");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const QJsonObject answer = QJsonDocument::fromJson(bytes).object();
+    const auto release = LatestRelease::from(answer);
+    require(release.has_value() == answer["tag_name"_L1].isString(), "a release has a tag");
+    tryAddress(QString::fromUtf8(bytes));
+    if (!release)
+        return 0;
+    const QString tag = answer["tag_name"_L1].toString();
+    require(release->version == (tag.startsWith(u'v') ? tag.sliced(1) : tag),
+            "a version is a tag without its letter");
+    require(compareVersions(release->version, release->version) == 0, "a version can be compared");
+    if (const auto& archive = release->archive) {
+        requireFirstArchive(*archive, answer["assets"_L1].toArray());
+        tryAddress(archive->address);
+    }
+    return 0;
+}
