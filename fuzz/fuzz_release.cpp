@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
 //
-// Any bytes as the release service's answer, up to where something would be downloaded.
+// Any bytes as the release service's answer, up to where something would be downloaded; and as an
+// address to download from or to open.
+#include "Addresses.h"
 #include "CompareVersions.h"
 #include "HttpGet.h"
 #include "LatestRelease.h"
 #include "Require.h"
+#include "widgets/Links.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QUrl>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -43,6 +48,19 @@ void tryAddress(const QString& text) {
     }
 }
 
+void tryLink(const QString& text) {
+    if (!canOpenAddress(text) || text == Addresses::contact)
+        return;
+    const QString opened = QString::fromLatin1(QUrl(text, QUrl::StrictMode).toEncoded());
+    require(opened.startsWith(u"https://"_s) || opened.startsWith(u"http://"_s),
+            "only the web is opened");
+    require(text.startsWith(u"http"_s, Qt::CaseInsensitive), "nothing is read into an address");
+    const auto isPlain = [](QChar character) {
+        return character.unicode() > 0x20 && character.unicode() < 0x7F;
+    };
+    require(std::ranges::all_of(opened, isPlain), "one word reaches the browser");
+}
+
 void requireFirstArchive(const LatestRelease::Archive& archive, const QJsonArray& assets) {
     for (const QJsonValue& asset : assets) {
         require(asset.isObject(), "every asset is one");
@@ -63,7 +81,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QJsonObject answer = QJsonDocument::fromJson(bytes).object();
     const auto release = LatestRelease::from(answer);
     require(release.has_value() == answer["tag_name"_L1].isString(), "a release has a tag");
-    tryAddress(QString::fromUtf8(bytes));
+    const QString text = textOf(data, size);
+    tryAddress(text);
+    tryLink(text);
     if (!release)
         return 0;
     const QString tag = answer["tag_name"_L1].toString();
