@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <QStringDecoder>
 #include <simdjson.h>
 
 #include <algorithm>
@@ -20,8 +21,15 @@ namespace {
 
 using Element = simdjson::dom::element;
 
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    const QByteArrayView bytes(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    // At the start of a file it is no character, and at the start of a text it would be taken for
+    // none either.
+    if (utf8.starts_with(byteOrderMark))
+        return QStringDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom)(bytes);
+    return QString::fromUtf8(bytes);
 }
 
 /// What went wrong, and the path to it, which grows from the inside out on the way back.
@@ -257,7 +265,7 @@ QString description(const QJsonParseError& error, std::string_view utf8) {
 /// The whole document, which lives as long as the parser, or why the text is not JSON.
 std::variant<Element, DecodingError> parse(const std::string& utf8, simdjson::dom::parser& parser) {
     // JSON has none; some versions of the parser skip it all the same.
-    if (utf8.starts_with("\xEF\xBB\xBF"))
+    if (utf8.starts_with(byteOrderMark))
         return DecodingError{u"line 1, column 1: expected object, found a byte order mark"_s};
     Element document;
     const auto error = parser.parse(utf8).get(document);

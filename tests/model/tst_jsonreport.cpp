@@ -181,6 +181,9 @@ void JsonReportTest::keepsTextAsItIs_data() {
     QTest::newRow("escapes") << QByteArray(R"(\"\\\/\b\f\n\r\t)") << u"\"\\/\b\f\n\r\t"_s;
     QTest::newRow("code units") << QByteArray(R"(\u00e9\uD83c\uDF7A\u0000z)") << u"é🍺\0z"_s;
     QTest::newRow("UTF-8") << QByteArray("é 한국어 日本語 🍺 \x7F") << u"é 한국어 日本語 🍺 \x7F"_s;
+    QTest::newRow("marks of byte order")
+        << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBFone \xEF\xBB\xBF") << u"\ufeff\ufeffone \ufeff"_s;
+    QTest::newRow("an escaped one") << QByteArray(R"(\ufeff)") << u"\ufeff"_s;
     QTest::newRow("could be composed")
         << QByteArray("cafe\u0301 \u1112\u1161\u11ab") << u"cafe\u0301 \u1112\u1161\u11ab"_s;
     QTest::newRow("right to left") << QByteArray("שלום \u202E") << u"שלום \u202E"_s;
