@@ -14,10 +14,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// A tab, and what the Unicode standard lists as spaces.
+bool isBlank(QChar character) {
+    const QStringView blanks = u" \t\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007"
+                               u"\u2008\u2009\u200A\u202F\u205F\u3000";
+    return blanks.contains(character);
+}
+
 void requireName(const QString& name) {
     require(!name.isEmpty(), "a name says something");
     require(!name.contains(u'\n'), "a name is one line");
-    require(trimmedOfBlanks(name) == name, "a name has no blanks around it");
+    require(!isBlank(name.front()) && !isBlank(name.back()), "a name has no blanks around it");
 }
 
 /// The same hits as brew would print them.
