@@ -34,6 +34,7 @@ void tryLine(const QString& text) {
     require(!line.contains(QChar::LineSeparator) && !line.contains(QChar::ParagraphSeparator),
             "a line is one line");
     require(line.size() <= longestLine + 1, "a line is short enough");
+    require(line.isValidUtf16() || !text.isValidUtf16(), "no character is cut in halves");
     if (text.size() > longestLine)
         require(line.endsWith(u'…'), "what is cut off says so");
     else

@@ -54,6 +54,13 @@ bool isFoundIn(const QJsonValue& document, const QJsonValue& report) {
         return document.isArray() &&
                std::ranges::equal(document.toArray(), report.toArray(), &isFoundIn);
     }
+    if (report.isString()) {
+        // Qt drops a byte order mark at the start of a text, but only if there is no escape in it.
+        const auto text = [](const QJsonValue& value) {
+            return value.toString().remove(QChar::ByteOrderMark);
+        };
+        return document.isString() && text(document) == text(report);
+    }
     return document == report;
 }
 
