@@ -61,8 +61,9 @@ void tryLink(const QString& text) {
 }
 
 void requireFirstArchive(const LatestRelease::Archive& archive, const QJsonArray& assets) {
+    const auto isObject = [](const QJsonValue& asset) { return asset.isObject(); };
+    require(std::ranges::all_of(assets, isObject), "every asset is one");
     for (const QJsonValue& asset : assets) {
-        require(asset.isObject(), "every asset is one");
         if (asset["name"_L1].toString().endsWith(u".tar.gz"_s)) {
             require(archive.address == asset["browser_download_url"_L1].toString(),
                     "the address is the first archive's");
