@@ -27,6 +27,7 @@ class PipeGuardTest final : public QObject {
 private Q_SLOTS:
     void init();
     void cleanup();
+    void cleanupTestCase();
     void letsTheCommandFinish_data();
     void letsTheCommandFinish();
     void letsTheCommandFinishWheneverTheProcessIsKilled();
@@ -35,7 +36,10 @@ private Q_SLOTS:
     void hasANameAndASessionOfItsOwn();
 
 private:
+    [[nodiscard]] bool endsWithinASecond(TerminalProcess& process);
+
     std::unique_ptr<FreshHome> m_home;
+    qint64 m_slowestEnd{};
 };
 
 namespace {
@@ -102,6 +106,19 @@ QMap<pid_t, QByteArray> childrenOf(pid_t parent, const QString& column) {
     return children;
 }
 
+/// What starting and ending a process takes at the moment, at the worst of a few times.
+qint64 millisecondsForNothing() {
+    constexpr int times = 5;
+    qint64 slowest = 0;
+    for (int i = 0; i < times; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        QProcess::execute(u"/bin/sh"_s, {u"-c"_s, u"exit"_s});
+        slowest = std::max(slowest, timer.elapsed());
+    }
+    return slowest;
+}
+
 /// Whether all has ended that a process of this test has left.
 bool isNothingLeft() {
 #ifdef __linux__
@@ -124,6 +141,22 @@ void PipeGuardTest::init() {
 
 void PipeGuardTest::cleanup() {
     QTRY_VERIFY_WITH_TIMEOUT(isNothingLeft(), patience);
+}
+
+void PipeGuardTest::cleanupTestCase() {
+    qInfo("The slowest end took %lld ms", m_slowestEnd);
+}
+
+/// Where the processors have other work it may take as long as many processes that do nothing.
+bool PipeGuardTest::endsWithinASecond(TerminalProcess& process) {
+    QElapsedTimer timer;
+    timer.start();
+    const bool hasEnded = QTest::qWaitFor([&process] { return process.hasEnded(); }, patience);
+    const qint64 time = timer.elapsed();
+    m_slowestEnd = std::max(m_slowestEnd, time);
+    constexpr qint64 second = 1000;
+    constexpr int nothings = 50;
+    return hasEnded && time < std::max(second, nothings * millisecondsForNothing());
 }
 
 void PipeGuardTest::letsTheCommandFinish_data() {
@@ -158,7 +191,7 @@ void PipeGuardTest::letsTheCommandFinish() {
     QTRY_VERIFY_WITH_TIMEOUT(brew.hasReached(u"there"_s), patience);
 
     waysToEnd().at(way)(process);
-    QTRY_VERIFY_WITH_TIMEOUT(process.hasEnded(), patience);
+    QVERIFY(endsWithinASecond(process));
     QVERIFY(!brew.hasReached(u"finished"_s));
     brew.open(u"go"_s);
     QTRY_VERIFY_WITH_TIMEOUT(brew.hasReached(u"finished"_s), patience);
