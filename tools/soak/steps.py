@@ -86,20 +86,19 @@ class Steps:
         self._page = page
 
         def is_chosen() -> bool:
-            found = self._app.tree().find_all("Lumora", role="list")
-            return len(found) == 1 and found[0].children[_PLACES[page]].is_in("selected")
+            sidebars = self._app.tree().find_all("Lumora", role="list")
+            rows = [row for sidebar in sidebars for row in sidebar.children]
+            return len(rows) > _PLACES[-1] and rows[_PLACES[page]].is_in("selected")
 
         wait_until(is_chosen, lambda: f"page {page} in\n{self._app.tree().describe()}")
 
     def _rows(self) -> list[Node]:
-        (page,) = self._app.tree().find_all(lambda name: name != "Lumora", role="list")
-        return page.children
+        """None while the page is changing."""
+        lists = self._app.tree().find_all(lambda name: name != "Lumora", role="list")
+        return lists[0].children if len(lists) == 1 else []
 
     def _wait_for_rows(self) -> list[Node]:
-        return wait_until(
-            lambda: self._app.rows() and self._rows(),
-            lambda: f"rows in\n{self._app.tree().describe()}",
-        )
+        return wait_until(self._rows, lambda: f"rows in\n{self._app.tree().describe()}")
 
     # Steps without a brew
 
@@ -140,12 +139,13 @@ class Steps:
 
     def scroll(self) -> None:
         self._go(FORMULAE)
-        before = self._wait_for_rows()[0].name
-        x, y = self._rows()[0].rect.centre
+        first = self._wait_for_rows()[0]
+        before = first.name
+        x, y = first.rect.centre
         for button, is_there in ((5, lambda name: name != before), (4, lambda name: name == before)):
 
             def has_scrolled(is_there: Callable[[str], bool] = is_there) -> bool:
-                return is_there(self._rows()[0].name)
+                return any(is_there(row.name) for row in self._rows()[:1])
 
             for _ in range(12):
                 self._app.click_at(x, y, button)
@@ -273,16 +273,25 @@ class Steps:
 
     def _agree(self) -> None:
         """To what an alert warns of: the button that isn't the one to start with."""
-        alert = self._app.find(role=_ALERT)
-        buttons = alert.find_all(role="push button")
-        (other,) = [button for button in buttons if not button.is_in("focused")]
-        self._app.click(other)
+
+        def other_button() -> Node | None:
+            alerts = self._app.tree().find_all(role=_ALERT)
+            buttons = [node for alert in alerts for node in alert.find_all(role="push button")]
+            others = [button for button in buttons if not button.is_in("focused")]
+            return others[0] if len(buttons) == 2 and len(others) == 1 else None
+
+        self._app.click(wait_until(other_button, "an alert asks"))
         self._app.wait_gone(role=_ALERT)
 
     def _strip(self, told: str) -> tuple[Node, Node]:
         """The buttons of the strip that tells of an operation, whose words are brew's."""
-        strip = self._app.find(re.compile(told), role="notification")
-        output, close = strip.find_all(role="push button")
+
+        def buttons() -> list[Node] | None:
+            strips = self._app.tree().find_all(re.compile(told), role="notification")
+            found = [node for strip in strips for node in strip.find_all(role="push button")]
+            return found if len(found) == 2 else None
+
+        output, close = wait_until(buttons, f"a strip tells of {told}")
         return output, close
 
     def _close_strip(self, told: str) -> None:
