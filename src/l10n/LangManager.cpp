@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LangManager.h"
 
+#include "Preferences.h"
+
 #include <QLocale>
 #include <QSettings>
 
@@ -24,7 +26,7 @@ LangManager::LangManager()
 void LangManager::setCurrent(Lang lang) {
     m_current.set(lang);
     // Whoever heard of it may have set another one.
-    QSettings().setValue(languageKey, rawValue(*m_current));
+    Preferences::store(languageKey, rawValue(*m_current));
 }
 
 Lang LangManager::initialLanguage(const QString& storedCode, const QStringList& systemLanguages) {

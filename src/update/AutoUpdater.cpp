@@ -6,6 +6,7 @@
 #include "HttpGet.h"
 #include "L10n.h"
 #include "LatestRelease.h"
+#include "Preferences.h"
 #include "UpdateAlerts.h"
 
 #include <QBuffer>
@@ -168,26 +169,21 @@ void AutoUpdater::showErrorAlert(const QString& message) {
 }
 
 void AutoUpdater::storeUpdatedVersion(const QString& version) {
-    QSettings preferences;
-    preferences.setValue(updatedVersionKey, version);
-    preferences.sync();
+    Preferences::store(updatedVersionKey, version);
 }
 
 void AutoUpdater::storeSwap() {
-    QSettings preferences;
-    preferences.setValue(swapKey, true);
-    preferences.sync();
+    Preferences::store(swapKey, true);
 }
 
 std::optional<QString> AutoUpdater::takeUpdatedVersion() const {
-    QSettings preferences;
-    const bool wasToBeSwapped = preferences.contains(swapKey);
-    preferences.remove(swapKey);
-    const QVariant value = preferences.value(updatedVersionKey);
+    const bool wasToBeSwapped = QSettings().contains(swapKey);
+    if (wasToBeSwapped)
+        Preferences::forget(swapKey);
+    const QVariant value = QSettings().value(updatedVersionKey);
     if (value.typeId() != QMetaType::QString)
         return std::nullopt;
-    preferences.remove(updatedVersionKey);
-    preferences.sync();
+    Preferences::forget(updatedVersionKey);
     const QString version = value.toString();
     if (wasToBeSwapped && compareVersions(version, currentVersion()) != 0)
         return std::nullopt;

@@ -2,6 +2,8 @@
 #include "FreshHome.h"
 #include "LangManager.h"
 #include "SecondProcess.h"
+#include "Shortage.h"
+#include "Traces.h"
 
 #include <QSettings>
 
@@ -10,6 +12,8 @@
 #include <barrier>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <memory>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -35,6 +39,8 @@ private Q_SLOTS:
     void startsInTheStoredLanguage_data();
     void startsInTheStoredLanguage();
     void survivesUnreadablePreferences();
+    void changesWhereNothingCanBeStored_data();
+    void changesWhereNothingCanBeStored();
     void startsInTheLanguageSetBefore();
     void announcesThenChangesThenStores();
     void storesTheLanguageItEndsUpWith();
@@ -65,6 +71,19 @@ int launch(const QStringList& arguments) {
     std::_Exit(0);
 }
 
+/// Sets each language, and prints what is in force then and whether anything has been left behind.
+int switchThroughAll(const QStringList&) {
+    useTheApplicationsPreferences();
+    LangManager& languages = LangManager::shared();
+    const QByteArray before = traces();
+    for (const Lang lang : {Lang::ja, Lang::en, Lang::ko, Lang::ko, Lang::ja}) {
+        languages.setCurrent(lang);
+        std::printf("%s ", qPrintable(rawValue(*languages.current())));
+    }
+    std::fputs(traces() == before ? "nothing left" : "something left", stdout);
+    return EXIT_SUCCESS;
+}
+
 /// Makes the one instance from eight threads at once.
 int makeFromManyThreads(const QStringList&) {
     useTheApplicationsPreferences();
@@ -92,8 +111,50 @@ QString languageOfALaunch(const QStringList& arguments = {},
     return process.status() == 0 ? QString::fromUtf8(process.output()) : u"failed"_s;
 }
 
+const QByteArray switchedThroughAll = "ja en ko ko ja nothing left";
+
 QString stored() {
     return QSettings().value("appLanguage").toString();
+}
+
+/// What is the matter with the folder of the preferences, for as long as the result lives.
+using Spoil = std::function<std::shared_ptr<void>(const QString& folder)>;
+
+const QByteArray storedBefore = "[General]\nappLanguage=ko\nother=1\n";
+
+/// None where nobody may have one.
+std::shared_ptr<void> fullDisk(const QString& folder, int blocksLeft) {
+    constexpr qint64 size = 64 * 1024;
+    const auto disk = std::make_shared<TightSpace>(folder, size);
+    if (!disk->isDisk())
+        return nullptr;
+    QFile file(folder + u"/Lumora.conf"_s);
+    if (!file.open(QIODevice::WriteOnly) || file.write(storedBefore) != storedBefore.size())
+        qFatal("The preferences could not be written");
+    file.close();
+    disk->leaveBlocks(blocksLeft);
+    return disk;
+}
+
+const std::map<QByteArray, Spoil>& placesThatTakeNothing() {
+    static const std::map<QByteArray, Spoil> places{
+        {"a full disk", [](const QString& folder) { return fullDisk(folder, 0); }},
+        {"a disk with room for a lock only",
+         [](const QString& folder) { return fullDisk(folder, 1); }},
+        {"a read-only folder",
+         [](const QString& folder) { return std::make_shared<ReadOnlyFolder>(folder); }},
+    };
+    return places;
+}
+
+/// What is in a folder, with its content.
+std::map<QString, QByteArray> filesIn(const QString& folder) {
+    std::map<QString, QByteArray> files;
+    for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden)) {
+        QFile file(folder + u'/' + name);
+        files[name] = file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
+    }
+    return files;
 }
 
 } // namespace
@@ -228,7 +289,32 @@ void LangManagerTest::survivesUnreadablePreferences() {
     // A folder in their place is as good as a missing permission, which root would not miss.
     QVERIFY(QDir().mkpath(preferences()));
     QCOMPARE(languageOfALaunch({u"ja"_s}, u"ko_KR"_s), u"ko"_s);
+    QCOMPARE(SecondProcess(u"switch"_s).output(), switchedThroughAll);
     QVERIFY(QFileInfo(preferences()).isDir());
+}
+
+void LangManagerTest::changesWhereNothingCanBeStored_data() {
+    QTest::addColumn<QByteArray>("place");
+    for (const auto& [place, spoil] : placesThatTakeNothing())
+        QTest::newRow(place.constData()) << place;
+}
+
+void LangManagerTest::changesWhereNothingCanBeStored() {
+    QFETCH(const QByteArray, place);
+    m_home.write(preferencesFile, storedBefore);
+    const QString folder = QFileInfo(preferences()).path();
+    {
+        const std::shared_ptr<void> spoiled = placesThatTakeNothing().at(place)(folder);
+        if (!spoiled)
+            QSKIP("Only who may mount can have a disk that is full.");
+        const auto before = filesIn(folder);
+        QCOMPARE(before.at(u"Lumora.conf"_s), storedBefore);
+        QCOMPARE(SecondProcess(u"switch"_s).output(), switchedThroughAll);
+        QVERIFY(filesIn(folder) == before);
+        QCOMPARE(languageOfALaunch({}, u"ja_JP"_s), u"ko"_s);
+    }
+    QCOMPARE(languageOfALaunch({u"en"_s}, u"ja_JP"_s), u"ko"_s);
+    QCOMPARE(filesIn(folder).at(u"Lumora.conf"_s), QByteArray(storedBefore).replace("=ko", "=en"));
 }
 
 void LangManagerTest::startsInTheLanguageSetBefore() {
@@ -282,8 +368,10 @@ void LangManagerTest::isMadeOnce() {
 }
 
 int main(int argc, char* argv[]) {
-    return SecondProcess::main<LangManagerTest>(
-        argc, argv, {{u"launch"_s, launch}, {u"many-threads"_s, makeFromManyThreads}});
+    return SecondProcess::main<LangManagerTest>(argc, argv,
+                                                {{u"launch"_s, launch},
+                                                 {u"many-threads"_s, makeFromManyThreads},
+                                                 {u"switch"_s, switchThroughAll}});
 }
 
 #include "tst_langmanager.moc"

@@ -5,27 +5,10 @@
 #include "BrewManager.h"
 #include "LoadCase.h"
 #include "PackageNamed.h"
+#include "Traces.h"
 
 #include <QCoroTask>
-#include <QDir>
 #include <QtTest>
-
-#include <fcntl.h>
-#include <sys/wait.h>
-
-/// What a run could leave behind in this process, as a text: descriptors, threads, children.
-[[nodiscard]] inline QByteArray traces() {
-    int descriptors = 0;
-    constexpr int highest = 1024;
-    for (int fd = 0; fd < highest; ++fd)
-        descriptors += ::fcntl(fd, F_GETFD) >= 0 ? 1 : 0;
-    const auto threads =
-        QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
-    siginfo_t child{};
-    const bool hasChildren = ::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0;
-    return QByteArray::number(descriptors) + " descriptors, " + QByteArray::number(threads) +
-           " threads, " + (hasChildren ? "children" : "no children");
-}
 
 /// A manager with lists that a failure must leave alone.
 class Faulty final {

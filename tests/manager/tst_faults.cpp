@@ -5,6 +5,9 @@
 #include "FreshHome.h"
 #include "JsonReport.h"
 
+#include <QDir>
+
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <csignal>

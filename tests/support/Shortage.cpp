@@ -108,6 +108,16 @@ TightSpace::~TightSpace() {
         ::setrlimit(RLIMIT_FSIZE, &m_before);
 }
 
+void TightSpace::leaveBlocks(int count) const {
+    const QByteArray block(::getpagesize(), 'x');
+    QFile other(QFile::decodeName(m_path) + QStringLiteral("/other"));
+    if (!isDisk() || !other.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        qFatal("%s is no disk that can be filled", m_path.constData());
+    while (other.write(block) == block.size()) {
+    }
+    other.resize(other.size() - count * block.size());
+}
+
 QString TightSpace::complaint() const {
     const int error = m_isMounted ? ENOSPC : EFBIG;
     return QString::fromStdString(std::generic_category().message(error));

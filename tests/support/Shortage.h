@@ -46,6 +46,9 @@ public:
     TightSpace& operator=(const TightSpace&) = delete;
     ~TightSpace();
 
+    /// Has something else take all of the disk but so many blocks.
+    void leaveBlocks(int count) const;
+
     /// How the system puts it.
     [[nodiscard]] QString complaint() const;
 

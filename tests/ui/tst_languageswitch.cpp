@@ -10,7 +10,9 @@
 #include "widgets/SegmentedPicker.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void bringsTheDetailInTheNewLanguage();
     void bringsTheOverlayInTheNewLanguage();
     void remembersTheChoice();
+    void needsNoPlaceForTheChoice();
 };
 
 void LanguageSwitchTest::changesEveryTextAtOnce() {
@@ -131,6 +134,22 @@ void LanguageSwitchTest::remembersTheChoice() {
     Input::click(segment(app, Lang::ko));
     QCOMPARE(*LangManager::shared().current(), Lang::ko);
     QCOMPARE(QSettings().value("appLanguage"_L1).toString(), u"ko"_s);
+}
+
+void LanguageSwitchTest::needsNoPlaceForTheChoice() {
+    // Nobody, not even root, writes to a folder as if it were a file.
+    const QString preferences = QSettings().fileName();
+    QVERIFY(!QFile::exists(preferences) || QFile::remove(preferences));
+    QVERIFY(QDir().mkpath(preferences));
+    const auto tidyUp = qScopeGuard([&preferences] { QDir().rmdir(preferences); });
+    AppWindow app;
+    app.showLoaded();
+    app.choose(SidebarCategory::settings);
+    Input::click(segment(app, Lang::ja));
+    QTRY_COMPARE(app.page().title(), u"設定"_s);
+    Input::click(segment(app, Lang::ko));
+    QTRY_COMPARE(app.page().title(), u"설정"_s);
+    QVERIFY(QFileInfo(preferences).isDir());
 }
 
 LUMORA_UI_TEST_MAIN(LanguageSwitchTest)
