@@ -15,10 +15,9 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tests/e2e"))
 
 from appearance import AppearancePortal  # noqa: E402
-from driver import Application, Desk, HeldPrefix, wait_until  # noqa: E402
+from driver import Application, Desk, HeldPrefix, NotHappened, NotSeen, wait_until  # noqa: E402
 from driver.namespaces import without_network  # noqa: E402
 from resources import (  # noqa: E402
-    SETTLED,
     Sample,
     complaints,
     growth,
@@ -30,6 +29,9 @@ from steps import Steps  # noqa: E402
 
 _POINTS_TOLD = 10
 _FIRST_LOADS = 4
+# On a busy machine a list may be another one when the mouse comes to it, and that is not what is
+# to be found out here.
+_MOST_MISSED = 0.001
 
 
 def parse_arguments() -> argparse.Namespace:
@@ -56,6 +58,7 @@ def plan(steps: Steps, count: int, chance: random.Random) -> list[str]:
 def soak(options: argparse.Namespace, samples: list[Sample]) -> collections.Counter[str]:
     chance = random.Random(options.seed)
     done: collections.Counter[str] = collections.Counter()
+    missed = 0
     with Desk() as desk:
         prefix = HeldPrefix(desk.folder / "homebrew", "--pace", "0")
         home = desk.new_home("en")
@@ -71,10 +74,13 @@ def soak(options: argparse.Namespace, samples: list[Sample]) -> collections.Coun
                     measure(app, steps, samples, number, begun)
                 try:
                     steps.kinds[kind][1]()
-                except Exception:
-                    print(f"step {number}, {kind}, failed:\n{app.tree().describe()}", flush=True)
-                    raise
-                done[kind] += 1
+                    done[kind] += 1
+                except (NotHappened, NotSeen) as error:
+                    print(f"step {number}, {kind}: {error}", flush=True)
+                    missed += 1
+                    if missed > _MOST_MISSED * options.steps:
+                        raise
+                    steps.recover()
             measure(app, steps, samples, options.steps, begun)
         finally:
             app.stop()
@@ -112,7 +118,7 @@ def main() -> int:
     print(f"\n{', '.join(f'{count} × {kind}' for kind, count in done.most_common())}\n")
     for point in range(_POINTS_TOLD + 1):
         print(tell(samples[round(point * (len(samples) - 1) / _POINTS_TOLD)]))
-    slope = growth([sample for sample in samples if sample.step >= SETTLED * options.steps])
+    slope = growth(samples, options.steps)
     print(f"\nmemory: {slope:+.1f} KiB in 1,000 steps; the curve is in {options.out}")
     found = complaints(samples, options.steps)
     print("\n".join(found) or "flat")

@@ -30,7 +30,8 @@ _SIDEBAR = {"light": b"\xf6\xf4\xf3", "dark": b"\x2c\x28\x26"}
 _ALERT = "alert message"
 # Rows that are in sight at any size of the window.
 _ROWS = 5
-_PAGES_BETWEEN = 3
+# A menu, an alert, a sheet with another one on it.
+_MOST_OPEN = 3
 
 
 class Steps:
@@ -43,7 +44,7 @@ class Steps:
         self._prefix = prefix
         self._portal = portal
         self._chance = chance
-        self._page = FORMULAE
+        self._page: int | None = None
         self._appearance = "light"
         # How often each is to be done among 10,000. Those at the end start a brew.
         self.kinds: dict[str, tuple[int, Callable[[], None]]] = {
@@ -72,6 +73,13 @@ class Steps:
         self._go(FORMULAE)
         self._app.screen.park_mouse()
         self._wait_for_brew()
+
+    def recover(self) -> None:
+        """From a step that has stopped half-way, with whatever it had opened."""
+        for _ in range(_MOST_OPEN):
+            self._app.press("Escape")
+        self._page = None
+        self.rest()
 
     def _wait_for_brew(self) -> None:
         wait_until(
@@ -157,8 +165,7 @@ class Steps:
 
     def alert(self) -> None:
         self._go(self._chance.choice(_LISTS))
-        row = self._chance.choice(self._wait_for_rows()[:_ROWS])
-        self._app.click_row_action(row.name.split(", ")[0])
+        self._app.click_action_of(self._chance.choice(self._wait_for_rows()[:_ROWS]))
         self._app.find(role=_ALERT)
         self._app.press("Escape")
         self._app.wait_gone(role=_ALERT)

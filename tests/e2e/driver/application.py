@@ -181,8 +181,10 @@ class Application:
 
     def click_row_action(self, package: str) -> None:
         """The trash can or the button at the end of a row."""
-        rect = self.row(package).rect
-        self.click_at(rect.right - _ROW_ACTION_INSET, rect.centre[1])
+        self.click_action_of(self.row(package))
+
+    def click_action_of(self, row: Node) -> None:
+        self.click_at(row.rect.right - _ROW_ACTION_INSET, row.rect.centre[1])
 
     def open_context_menu(self, node: Node) -> None:
         self.click(node, _BUTTON_RIGHT)
