@@ -7,6 +7,7 @@ import os
 import platform
 import plistlib
 import re
+import shutil
 import subprocess
 import tarfile
 import unittest
@@ -42,16 +43,21 @@ exec "$@"
 """
 
 
-def make_archive(output: Path) -> tuple[Path, str]:
+BUILD = Path(os.environ["LUMORA_BUILD_DIR"])
+# What nobody has set: .example is the end of a host, or of all.
+UNSET = re.compile(r"\.example(/|$)")
+
+
+def make_archive(output: Path, build: Path = BUILD) -> tuple[Path, str]:
     """The archive, and what there was to be said."""
-    command = [PACKAGE, "--build-dir", os.environ["LUMORA_BUILD_DIR"], "--output", output]
+    command = [PACKAGE, "--build-dir", build, "--output", output]
     result = subprocess.run(command, capture_output=True, check=True, text=True)
     return Path(result.stdout.rstrip("\n")), result.stderr
 
 
-def addresses() -> dict[str, str]:
+def addresses(build: Path = BUILD) -> dict[str, str]:
     """What this build opens and asks, by the name it is set with."""
-    cache = Path(os.environ["LUMORA_BUILD_DIR"], "CMakeCache.txt").read_text()
+    cache = (build / "CMakeCache.txt").read_text()
     names = "HOMEPAGE_URL|CONTACT_ADDRESS|REPOSITORY_URL|HOMEBREW_URL|RELEASE_API|RELEASE_OWNER"
     return dict(re.findall(rf"^(LUMORA_(?:{names})):STRING=(.*)$", cache, re.MULTILINE))
 
@@ -87,13 +93,35 @@ class ReleaseArchive(DesktopTest):
 
     def test_addresses_that_nobody_has_set_are_named(self) -> None:
         self.assertEqual(len(addresses()), 6)
+        self.assert_names_the_unset(self.notes, addresses())
+
+    def assert_names_the_unset(self, notes: str, addresses: dict[str, str]) -> None:
         unset = [
             f"{name} is not set: {address}"
-            for name, address in addresses().items()
-            if ".example" in address
+            for name, address in addresses.items()
+            if UNSET.search(address)
         ]
-        said = [line for line in self.notes.splitlines() if " is not set: " in line]
+        said = [line for line in notes.splitlines() if " is not set: " in line]
         self.assertCountEqual(said, unset)
+
+    def test_addresses_that_somebody_has_set_are_not_named(self) -> None:
+        build = self.desk.folder / "build"
+        shutil.copytree(BUILD / "Lumora.app", build / "Lumora.app")
+        cache = (BUILD / "CMakeCache.txt").read_text()
+        given = {
+            "LUMORA_HOMEPAGE_URL": "https://lumora.example.org/releases",
+            "LUMORA_CONTACT_ADDRESS": "mailto:hello@lumora.example",
+            "LUMORA_REPOSITORY_URL": "https://code.test/lumora.example.git",
+            "LUMORA_RELEASE_API": "https://api.lumora.example/v3",
+            "LUMORA_RELEASE_OWNER": "example",
+        }
+        for name, address in given.items():
+            cache = re.sub(rf"^{name}:STRING=.*$", f"{name}:STRING={address}", cache, flags=re.M)
+        (build / "CMakeCache.txt").write_text(cache)
+        self.assertLessEqual(given.items(), addresses(build).items())
+        _, notes = make_archive(self.desk.folder / "of other addresses", build)
+        self.assert_names_the_unset(notes, addresses(build))
+        self.assertEqual(notes.count(" is not set: "), 2)
 
     def test_its_name_says_what_it_is_for(self) -> None:
         version = os.environ["LUMORA_VERSION"]

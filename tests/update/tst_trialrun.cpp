@@ -77,7 +77,7 @@ void TrialRunTest::refusesWhatDoesNotAnswer_data() {
     QTest::newRow("no interpreter") << QByteArray("#!/nowhere/sh\necho Lumora 0.2.0\n");
     QTest::newRow("another version") << QByteArray("#!/bin/sh\necho Lumora 0.1.9\n");
     QTest::newRow("no version") << QByteArray("#!/bin/sh\necho Lumora\n");
-    QTest::newRow("another program") << QByteArray("#!/bin/sh\necho Another 0.2.0\n");
+    QTest::newRow("another program") << QByteArray("#!/bin/sh\necho Marble 0.2.0\n");
     QTest::newRow("nothing") << QByteArray("#!/bin/sh\n");
     QTest::newRow("on standard error") << QByteArray("#!/bin/sh\necho Lumora 0.2.0 >&2\n");
     QTest::newRow("a failure") << QByteArray("#!/bin/sh\necho Lumora 0.2.0; exit 1\n");
