@@ -6,6 +6,7 @@ from __future__ import annotations
 
 import argparse
 import collections
+import os
 import random
 import sys
 import time
@@ -37,12 +38,14 @@ _MOST_MISSED = 0.001
 def parse_arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--app", type=Path, required=True, help="the built application")
+    parser.add_argument("--probe", type=Path, required=True, help="the built HeapInUse")
     parser.add_argument("--out", type=Path, required=True, help="the folder for the curve")
     parser.add_argument("--steps", type=int, default=10_000, help="(default 10,000)")
     parser.add_argument("--seed", type=int, help="of an earlier run that is to be repeated")
     parser.add_argument("--every", type=int, default=100, help="steps between samples (default 100)")
     options = parser.parse_args()
     options.app = options.app.resolve()
+    options.probe = options.probe.resolve()
     if options.seed is None:
         options.seed = random.SystemRandom().randrange(1_000_000)
     return options
@@ -64,14 +67,17 @@ def soak(options: argparse.Namespace, samples: list[Sample]) -> collections.Coun
         home = desk.new_home("en")
         portal = AppearancePortal(desk.environment(home)["DBUS_SESSION_BUS_ADDRESS"])
         arguments = ["--brew", prefix.brew]
-        app = Application(desk, options.app, home, arguments, wrapper=without_network())
+        heap = desk.folder / "heap"
+        os.mkfifo(heap)
+        probe = {"LD_PRELOAD": str(options.probe), "LUMORA_SOAK_HEAP": str(heap)}
+        app = Application(desk, options.app, home, arguments, probe, without_network())
         begun = time.monotonic()
         try:
             wait_until(lambda: prefix.runs() == _FIRST_LOADS, "the first loads end")
             steps = Steps(app, prefix, portal, chance)
             for number, kind in enumerate(plan(steps, options.steps, chance)):
                 if number % options.every == 0:
-                    measure(app, steps, samples, number, begun)
+                    measure(app, heap, steps, samples, number, begun)
                 try:
                     steps.kinds[kind][1]()
                     done[kind] += 1
@@ -81,7 +87,7 @@ def soak(options: argparse.Namespace, samples: list[Sample]) -> collections.Coun
                     if missed > _MOST_MISSED * options.steps:
                         raise
                     steps.recover()
-            measure(app, steps, samples, options.steps, begun)
+            measure(app, heap, steps, samples, options.steps, begun)
         finally:
             app.stop()
             portal.close()
@@ -89,10 +95,10 @@ def soak(options: argparse.Namespace, samples: list[Sample]) -> collections.Coun
 
 
 def measure(
-    app: Application, steps: Steps, samples: list[Sample], number: int, begun: float
+    app: Application, heap: Path, steps: Steps, samples: list[Sample], number: int, begun: float
 ) -> None:
     steps.rest()
-    samples.append(take_sample(app.process_id, number, time.monotonic() - begun))
+    samples.append(take_sample(app.process_id, heap, number, time.monotonic() - begun))
     print(tell(samples[-1]), flush=True)
 
 
@@ -100,6 +106,7 @@ def tell(sample: Sample) -> str:
     return (
         f"{sample.step:6} steps {sample.seconds:5} s  "
         f"resident {sample.resident / 1024:6.2f} MiB  anonymous {sample.anonymous / 1024:6.2f} MiB  "
+        f"heap {sample.heap:8.1f} KiB  "
         f"{sample.descriptors} descriptors  {sample.threads} threads  {sample.zombies} zombies"
     )
 
