@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPropertyAnimation>
 #include <QStyle>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -81,6 +82,15 @@ void Sheet::present(QWidget* focus) {
     if (first != nullptr)
         first->setFocus(Qt::OtherFocusReason);
     fade();
+    refusePresses();
+}
+
+/// The second press of the double click that opened the sheet was meant for what it covers now.
+void Sheet::refusePresses() {
+    m_panel->setAttribute(Qt::WA_TransparentForMouseEvents);
+    QTimer::singleShot(QApplication::doubleClickInterval(), m_panel, [panel = m_panel] {
+        panel->setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    });
 }
 
 void Sheet::dismiss() {

@@ -23,7 +23,8 @@ public:
     /// The one on top, or null.
     [[nodiscard]] static Sheet* openOver(const QWidget* window);
 
-    /// Shows the sheet and puts the focus on `focus`, or on the first widget that takes it.
+    /// Shows the sheet and puts the focus on `focus`, or on the first widget that takes it. For
+    /// the time of a double click the panel takes no press.
     void present(QWidget* focus = nullptr);
 
     /// Shows something above the panel, in reach like what the panel holds; takes it over. Null
@@ -50,6 +51,7 @@ protected:
 private:
     void place();
     void fade();
+    void refusePresses();
     [[nodiscard]] bool isInReach(const QWidget* widget) const;
     [[nodiscard]] QWidget* nextFocus(QWidget* from, bool forward) const;
 

@@ -32,5 +32,12 @@ QAbstractButton& SheetDriver::button(const QString& objectName) const {
 }
 
 void SheetDriver::press(const QString& objectName) const {
+    // At first it takes no press.
+    if (!QTest::qWaitFor([this] { return takesPresses(); }))
+        qFatal("The sheet takes no press");
     Input::click(button(objectName));
+}
+
+bool SheetDriver::takesPresses() const {
+    return !panel().testAttribute(Qt::WA_TransparentForMouseEvents);
 }

@@ -16,7 +16,9 @@ public:
 
     [[nodiscard]] QWidget& panel() const;
     [[nodiscard]] QAbstractButton& button(const QString& objectName) const;
+    /// Clicks a button of it, as soon as it takes presses.
     void press(const QString& objectName) const;
+    [[nodiscard]] bool takesPresses() const;
 
     [[nodiscard]] Sheet& sheet() const { return m_sheet; }
 

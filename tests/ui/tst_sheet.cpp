@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "Input.h"
+#include "SheetDriver.h"
+#include "UiTest.h"
+#include "widgets/Sheet.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// How long the second press of a double click may take.
+class DoubleClickInterval final {
+public:
+    explicit DoubleClickInterval(std::chrono::milliseconds interval) {
+        QApplication::setDoubleClickInterval(static_cast<int>(interval.count()));
+    }
+
+    ~DoubleClickInterval() { QApplication::setDoubleClickInterval(m_usual); }
+
+    Q_DISABLE_COPY_MOVE(DoubleClickInterval)
+
+private:
+    int m_usual{QApplication::doubleClickInterval()};
+};
+
+/// A window that is nothing but a button, which opens a sheet; where the window's button is, the
+/// sheet has another one.
+struct Window final {
+    Window() {
+        auto* const layout = new QVBoxLayout(&host);
+        layout->addWidget(opener);
+        QObject::connect(opener, &QPushButton::clicked, &host, [this] { open(); });
+        host.resize(600, 400);
+        host.show();
+        if (!QTest::qWaitForWindowActive(&host))
+            qFatal("The window doesn't become active");
+    }
+
+    void open() {
+        auto* const sheet = new Sheet(&host);
+        auto* const button = new QPushButton(u"inside"_s);
+        button->setObjectName(u"inside"_s);
+        sheet->panel()->setLayout(new QVBoxLayout);
+        sheet->panel()->layout()->addWidget(button);
+        QObject::connect(button, &QPushButton::clicked, &host, [this] { ++pressedInside; });
+        sheet->present();
+    }
+
+    [[nodiscard]] SheetDriver sheet() const { return SheetDriver(host); }
+
+    QWidget host;
+    QPushButton* opener{new QPushButton(u"outside"_s)};
+    int pressedInside{};
+};
+
+} // namespace
+
+class SheetTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takesNothingOfTheDoubleClickThatOpensIt();
+    void takesPressesAfterThat();
+};
+
+void SheetTest::takesNothingOfTheDoubleClickThatOpensIt() {
+    const DoubleClickInterval interval(1h);
+    Window window;
+    Input::click(*window.opener);
+    const SheetDriver sheet = window.sheet();
+    Input::click(sheet.button(u"inside"_s));
+    QCOMPARE(window.pressedInside, 0);
+    // Nor does what lies behind it.
+    QSignalSpy opened(window.opener, &QPushButton::clicked);
+    Input::click(window.host, QPoint(1, 1));
+    Input::click(*window.opener);
+    QCOMPARE(opened.count(), 0);
+    // The keyboard has no double click.
+    QVERIFY(sheet.button(u"inside"_s).hasFocus());
+    Input::key(Qt::Key_Space);
+    QCOMPARE(window.pressedInside, 1);
+}
+
+void SheetTest::takesPressesAfterThat() {
+    const DoubleClickInterval interval(1ms);
+    Window window;
+    Input::click(*window.opener);
+    const SheetDriver sheet = window.sheet();
+    QTRY_VERIFY(sheet.takesPresses());
+    Input::click(sheet.button(u"inside"_s));
+    QCOMPARE(window.pressedInside, 1);
+}
+
+LUMORA_UI_TEST_MAIN(SheetTest)
+#include "tst_sheet.moc"
