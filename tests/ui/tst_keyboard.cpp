@@ -8,6 +8,7 @@
 #include "SheetDriver.h"
 #include "UiTest.h"
 #include "widgets/OutputText.h"
+#include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 
 #include <QApplication>
@@ -81,6 +82,10 @@ private Q_SLOTS:
     void showsWhereItIs_data();
     void showsWhereItIs();
     void leavesNoMarkToTheMouse();
+    void leavesNoMarkBehindAButtonOrASheet();
+    void staysOnAButtonThatIsTurnedOff_data();
+    void staysOnAButtonThatIsTurnedOff();
+    void leavesAButtonThatIsTurnedOff();
     void opensAndClosesADetail();
     void filters();
     void installs();
@@ -168,6 +173,96 @@ void KeyboardTest::leavesNoMarkToTheMouse() {
     keyboard.app.sidebar().click(casks);
     QVERIFY(sidebar.hasFocus());
     QCOMPARE(sidebar.grab().toImage(), clicked);
+}
+
+void KeyboardTest::leavesNoMarkBehindAButtonOrASheet() {
+    KeyboardApp keyboard;
+    const ListDriver list = keyboard.app.page().list();
+    keyboard.app.brew.hold(ScriptedBrew::infoFormulae);
+    keyboard.goTo(u"formula-jq"_s);
+    QVERIFY(list.state(u"formula-jq"_s).isCurrent);
+    // The button is turned off by the press.
+    keyboard.app.page().press(u"refreshButton"_s);
+    QTRY_VERIFY(!keyboard.app.page().button(u"refreshButton"_s).isEnabled());
+    QVERIFY(!list.state(u"formula-jq"_s).isCurrent);
+    keyboard.app.brew.release(ScriptedBrew::infoFormulae);
+    QTRY_VERIFY(keyboard.app.page().button(u"refreshButton"_s).isEnabled());
+    QVERIFY(!list.state(u"formula-jq"_s).isCurrent);
+
+    list.click(u"formula-wget"_s);
+    SheetDriver(keyboard.app.window).press(u"closeDetail"_s);
+    QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
+    QVERIFY(list.view().hasFocus());
+    QVERIFY(!list.state(u"formula-wget"_s).isCurrent);
+    Input::key(Qt::Key_Shift);
+    QVERIFY(!list.state(u"formula-wget"_s).isCurrent);
+    // The next key shows where it has come to.
+    Input::key(Qt::Key_Up);
+    QVERIFY(list.state(u"formula-jq"_s).isCurrent);
+}
+
+void KeyboardTest::staysOnAButtonThatIsTurnedOff_data() {
+    QTest::addColumn<SidebarCategory>("category");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("run");
+    QTest::newRow("formulae") << formulae << u"refreshButton"_s << ScriptedBrew::infoFormulae;
+    QTest::newRow("casks") << casks << u"refreshButton"_s << ScriptedBrew::infoCasks;
+    QTest::newRow("updates") << updates << u"refreshButton"_s << ScriptedBrew::outdated;
+    QTest::newRow("update all") << updates << u"updateAllButton"_s << u"upgrade"_s;
+    QTest::newRow("taps") << taps << u"refreshButton"_s << ScriptedBrew::tap;
+    QTest::newRow("preview") << settings << u"previewButton"_s << u"cleanup -n"_s;
+    QTest::newRow("doctor") << settings << u"doctorButton"_s << u"doctor"_s;
+}
+
+void KeyboardTest::staysOnAButtonThatIsTurnedOff() {
+    QFETCH(SidebarCategory, category);
+    QFETCH(QString, button);
+    QFETCH(QString, run);
+    KeyboardApp keyboard;
+    keyboard.choose(category);
+    QVERIFY(Focus::tabTo(button));
+    QAbstractButton& pressed = keyboard.app.page().button(button);
+    keyboard.app.brew.hold(run);
+    const qsizetype before = keyboard.app.brew.runs().size();
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(!pressed.isEnabled());
+    QTRY_COMPARE(keyboard.app.brew.runs().value(before), run);
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+        QVERIFY(pressed.hasFocus());
+        Input::key(key);
+    }
+    QCoreApplication::processEvents();
+    QVERIFY(!SheetDriver::isOpen(keyboard.app.window));
+    QVERIFY(!AlertDriver::isOpen());
+    keyboard.app.brew.release(run);
+    QTRY_VERIFY(pressed.isEnabled());
+    QVERIFY(pressed.hasFocus());
+    keyboard.app.waitUntilLoaded();
+    const qsizetype after = keyboard.app.brew.runs().size();
+    Input::key(Qt::Key_Space);
+    QTRY_COMPARE(keyboard.app.brew.runs().value(after), run);
+    QTRY_VERIFY(pressed.isEnabled());
+}
+
+void KeyboardTest::leavesAButtonThatIsTurnedOff() {
+    KeyboardApp keyboard;
+    QVERIFY(Focus::tabTo(u"refreshButton"_s));
+    QAbstractButton& refresh = keyboard.app.page().button(u"refreshButton"_s);
+    keyboard.app.brew.hold(ScriptedBrew::infoFormulae);
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(!refresh.isEnabled());
+    Input::key(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"rowList"_s);
+    keyboard.app.brew.release(ScriptedBrew::infoFormulae);
+    QTRY_VERIFY(refresh.isEnabled());
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"rowList"_s);
+    // One that goes altogether can't keep it.
+    keyboard.choose(updates);
+    QVERIFY(Focus::tabTo(u"updateAllButton"_s));
+    keyboard.app.brew.setOutdated({});
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(!keyboard.app.page().hasButton(u"updateAllButton"_s));
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"refreshButton"_s);
 }
 
 void KeyboardTest::opensAndClosesADetail() {

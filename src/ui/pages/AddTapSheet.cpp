@@ -6,12 +6,11 @@
 #include "style/Metrics.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
-#include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
+#include "widgets/PushButton.h"
 #include "widgets/Spinner.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +18,7 @@ AddTapSheet::AddTapSheet(QWidget* window)
     : Sheet(window),
       m_field(new QLineEdit),
       m_progress(new QWidget),
-      m_add(new QPushButton(DisplayText::label(L10n::add()))) {
+      m_add(new PushButton(L10n::add())) {
     constexpr int padding = 20;
     constexpr int spacing = 16;
     constexpr int fieldWidth = 300;
@@ -38,7 +37,7 @@ AddTapSheet::AddTapSheet(QWidget* window)
         Boxes::row(Metrics::rowSpacing, {new Spinner(Spinner::Size::Small),
                                          new PlainLabel(L10n::addingTap()), Boxes::stretch()}));
 
-    auto* const cancel = new QPushButton(DisplayText::label(L10n::cancel()));
+    auto* const cancel = new PushButton(L10n::cancel());
     cancel->setObjectName(u"cancelAddTap"_s);
     m_add->setObjectName(u"confirmAddTap"_s);
     m_add->setDefault(true);
@@ -50,8 +49,8 @@ AddTapSheet::AddTapSheet(QWidget* window)
 
     connect(m_field, &QLineEdit::textChanged, this, &AddTapSheet::updateButtons);
     connect(m_field, &QLineEdit::returnPressed, this, &AddTapSheet::requestAdd);
-    connect(m_add, &QPushButton::clicked, this, &AddTapSheet::requestAdd);
-    connect(cancel, &QPushButton::clicked, this, &Sheet::dismiss);
+    connect(m_add, &PushButton::clicked, this, &AddTapSheet::requestAdd);
+    connect(cancel, &PushButton::clicked, this, &Sheet::dismiss);
     connect(this, &Sheet::cancelRequested, this, &Sheet::dismiss);
     setAdding(false);
 }

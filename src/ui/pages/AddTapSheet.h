@@ -4,7 +4,7 @@
 #include "widgets/Sheet.h"
 
 class QLineEdit;
-class QPushButton;
+class PushButton;
 
 /// Asks for the name of a tap to add. It stays open until the tap is added or the user gives up.
 class AddTapSheet final : public Sheet {
@@ -26,6 +26,6 @@ private:
 
     QLineEdit* m_field;
     QWidget* m_progress;
-    QPushButton* m_add;
+    PushButton* m_add;
     bool m_isAdding{false};
 };

@@ -7,12 +7,10 @@
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
-#include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
 #include "widgets/Links.h"
+#include "widgets/PushButton.h"
 #include "widgets/SymbolLabel.h"
-
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -29,10 +27,10 @@ BrewNotFoundView::BrewNotFoundView(QWidget* parent) : QWidget(parent) {
     title->setObjectName(u"notFoundTitle"_s);
     auto* const explanation = new SecondaryLabel(L10n::brewNotFoundDesc(), Typography::body);
     explanation->setAlignment(Qt::AlignCenter);
-    auto* const button = new QPushButton(DisplayText::label(L10n::installHomebrew()));
+    auto* const button = new PushButton(L10n::installHomebrew());
     button->setObjectName(u"installHomebrewButton"_s);
     LumoraStyle::setProminence(button, LumoraStyle::Prominence::Prominent);
-    connect(button, &QPushButton::clicked, this, [] { openAddress(Addresses::homebrew); });
+    connect(button, &PushButton::clicked, this, [] { openAddress(Addresses::homebrew); });
     setLayout(Boxes::column(spacing,
                             {Boxes::stretch(), centered(icon), centered(title),
                              centered(explanation), centered(button), Boxes::stretch()},

@@ -9,15 +9,14 @@
 #include "style/Typography.h"
 #include "widgets/Alert.h"
 #include "widgets/Boxes.h"
-#include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
 #include "widgets/OutputText.h"
+#include "widgets/PushButton.h"
 #include "widgets/SegmentedPicker.h"
 #include "widgets/Spinner.h"
 #include "widgets/SymbolLabel.h"
 
 #include <QPointer>
-#include <QPushButton>
 #include <QScrollArea>
 
 using namespace Qt::StringLiterals;
@@ -49,9 +48,9 @@ QLayout* makeHeading(const QString& symbol, ThemeColor color, const QString& tit
     return Boxes::row(innerSpacing, {new SymbolLabel(symbol, iconSize, color), {texts, 1}});
 }
 
-QPushButton* makeButton(const QString& symbol, const QString& title) {
+PushButton* makeButton(const QString& symbol, const QString& title) {
     constexpr int iconSize = 16;
-    auto* const button = new QPushButton(Symbol::icon(symbol), DisplayText::label(title));
+    auto* const button = new PushButton(Symbol::icon(symbol), title);
     button->setIconSize({iconSize, iconSize});
     button->setFont(Typography::font(Typography::body, QFont::Medium));
     button->setAccessibleName(title);
@@ -99,8 +98,8 @@ QLayout* SettingsView::makeCleanup() {
     m_cleanupSpinner = new Spinner(Spinner::Size::Small);
     m_cleanupOutput = new OutputSection(L10n::output(), outputSpacing);
     m_cleanupOutput->setObjectName(u"cleanupOutput"_s);
-    connect(m_previewButton, &QPushButton::clicked, this, [this] { previewCleanup(); });
-    connect(m_cleanupButton, &QPushButton::clicked, this, &SettingsView::askToCleanUp);
+    connect(m_previewButton, &PushButton::clicked, this, [this] { previewCleanup(); });
+    connect(m_cleanupButton, &PushButton::clicked, this, &SettingsView::askToCleanUp);
     return Boxes::column(
         innerSpacing,
         {makeHeading(u"paintbrush"_s, &Theme::accent, L10n::cleanupTitle(), L10n::cleanupDesc()),
@@ -115,7 +114,7 @@ QLayout* SettingsView::makeDoctor() {
     m_doctorSpinner = new Spinner(Spinner::Size::Small);
     m_doctorOutputSection = new OutputSection(L10n::diagnosis(), outputSpacing);
     m_doctorOutputSection->setObjectName(u"doctorOutput"_s);
-    connect(m_doctorButton, &QPushButton::clicked, this, [this] { runDoctor(); });
+    connect(m_doctorButton, &PushButton::clicked, this, [this] { runDoctor(); });
     return Boxes::column(
         innerSpacing,
         {makeHeading(u"stethoscope"_s, &Theme::good, L10n::doctor(), L10n::doctorDesc()),

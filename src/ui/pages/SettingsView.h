@@ -7,7 +7,7 @@
 
 class LangManager;
 class OutputSection;
-class QPushButton;
+class PushButton;
 class SegmentedPicker;
 class Spinner;
 
@@ -40,11 +40,11 @@ private:
     bool m_showConfirmCleanup{false};
 
     SegmentedPicker* m_picker{nullptr};
-    QPushButton* m_previewButton{nullptr};
-    QPushButton* m_cleanupButton{nullptr};
+    PushButton* m_previewButton{nullptr};
+    PushButton* m_cleanupButton{nullptr};
     Spinner* m_cleanupSpinner{nullptr};
     OutputSection* m_cleanupOutput{nullptr};
-    QPushButton* m_doctorButton{nullptr};
+    PushButton* m_doctorButton{nullptr};
     Spinner* m_doctorSpinner{nullptr};
     OutputSection* m_doctorOutputSection{nullptr};
 };

@@ -10,10 +10,10 @@
 #include "style/Theme.h"
 #include "widgets/DisplayText.h"
 #include "widgets/IconButton.h"
+#include "widgets/PushButton.h"
 #include "widgets/RowListView.h"
 
 #include <QPointer>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -25,15 +25,15 @@ constexpr int rowHeight = 48;
 
 UpdatesView::UpdatesView(BrewManager& manager, PackageSelection& selection, QWidget* parent)
     : ListPage(manager, &selection, L10n::updates(), rowHeight, parent),
-      m_updateAllButton(new QPushButton(Symbol::icon(u"arrow.triangle.2.circlepath"_s),
-                                        DisplayText::label(L10n::updateAll()))) {
+      m_updateAllButton(
+          new PushButton(Symbol::icon(u"arrow.triangle.2.circlepath"_s), L10n::updateAll())) {
     m_updateAllButton->setObjectName(u"updateAllButton"_s);
     DisplayText::setToolTip(m_updateAllButton, L10n::updateAllPackages());
     LumoraStyle::setProminence(m_updateAllButton, LumoraStyle::Prominence::Compact);
     addHeaderControl(m_updateAllButton);
     m_refreshButton = addRefreshButton(L10n::checkForUpdates());
 
-    connect(m_updateAllButton, &QPushButton::clicked, this, [this] { upgradeAll(); });
+    connect(m_updateAllButton, &PushButton::clicked, this, [this] { upgradeAll(); });
     connect(m_refreshButton, &IconButton::clicked, this,
             [this] { this->manager().loadOutdated(); });
 }
@@ -48,9 +48,10 @@ void UpdatesView::render() {
     const QList<OutdatedPackage>& casks = *manager().outdatedCasks;
     const qsizetype total = formulae.size() + casks.size();
     setTitle(counted(L10n::updates(), total));
+    // First of all, for the focus comes to it when the other button goes.
+    m_refreshButton->setEnabled(!*manager().isLoadingOutdated);
     m_updateAllButton->setVisible(total > 0);
     m_updateAllButton->setEnabled(!m_isUpgradingAll && !*manager().isRunningOperation);
-    m_refreshButton->setEnabled(!*manager().isLoadingOutdated);
 
     const auto describe = [this](const OutdatedPackage& package) {
         const UpdateRow row{

@@ -8,7 +8,7 @@
 #include <QSet>
 
 class IconButton;
-class QPushButton;
+class PushButton;
 
 /// The outdated packages, to be upgraded one by one or all together.
 class UpdatesView final : public ListPage {
@@ -28,6 +28,6 @@ private:
     /// Names of the packages whose own upgrade is running.
     QSet<QString> m_upgradingPackages;
     bool m_isUpgradingAll{false};
-    QPushButton* m_updateAllButton;
+    PushButton* m_updateAllButton;
     IconButton* m_refreshButton{nullptr};
 };

@@ -4,10 +4,8 @@
 #include "L10n.h"
 #include "pages/PackageDetailView.h"
 #include "widgets/Boxes.h"
-#include "widgets/DisplayText.h"
+#include "widgets/PushButton.h"
 #include "widgets/SheetFooter.h"
-
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -21,9 +19,9 @@ constexpr QSize smallestSize{500, 400};
 DetailSheet::DetailSheet(const QString& packageID, BrewManager& manager, QWidget* window)
     : Sheet(window, preferredSize, smallestSize),
       m_detail(new PackageDetailView(packageID, manager)) {
-    auto* const close = new QPushButton(DisplayText::label(L10n::close()));
+    auto* const close = new PushButton(L10n::close());
     close->setObjectName(u"closeDetail"_s);
-    connect(close, &QPushButton::clicked, this, &Sheet::cancelRequested);
+    connect(close, &PushButton::clicked, this, &Sheet::cancelRequested);
     panel()->setLayout(Boxes::column(0, {{m_detail, 1}, new SheetFooter(close)}));
     present(close);
 }

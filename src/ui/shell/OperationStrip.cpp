@@ -5,14 +5,13 @@
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Typography.h"
-#include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
+#include "widgets/PushButton.h"
 #include "widgets/Sheet.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QPainter>
-#include <QPushButton>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -20,11 +19,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A button that fits into the strip.
-class SmallButton final : public QPushButton {
+class SmallButton final : public PushButton {
 public:
-    using QPushButton::QPushButton;
+    using PushButton::PushButton;
 
-    [[nodiscard]] QSize sizeHint() const override { return QPushButton::sizeHint() - QSize(10, 6); }
+    [[nodiscard]] QSize sizeHint() const override { return PushButton::sizeHint() - QSize(10, 6); }
 
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
@@ -51,7 +50,7 @@ OperationStrip::OperationStrip(OperationNotice& notice, Place place, QWidget* pa
     policy.setRetainSizeWhenHidden(true);
     m_reason->setSizePolicy(policy);
     addWidget(m_reason, 1);
-    auto* const output = new SmallButton(DisplayText::label(L10n::output()));
+    auto* const output = new SmallButton(L10n::output());
     output->setObjectName(u"operationOutput"_s);
     output->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     addWidget(output);
@@ -59,7 +58,7 @@ OperationStrip::OperationStrip(OperationNotice& notice, Place place, QWidget* pa
     // nothing.
     QAccessible::installFactory(makeAccessible);
     addCloseButton(u"closeOperation"_s);
-    connect(output, &QPushButton::clicked, this, &OperationStrip::outputRequested);
+    connect(output, &PushButton::clicked, this, &OperationStrip::outputRequested);
 
     m_timer->setSingleShot(true);
     m_timer->setInterval(successDuration);

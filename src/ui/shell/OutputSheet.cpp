@@ -5,13 +5,11 @@
 #include "style/Metrics.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
-#include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
 #include "widgets/OutputText.h"
+#include "widgets/PushButton.h"
 #include "widgets/SheetFooter.h"
 #include "widgets/SymbolLabel.h"
-
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -36,9 +34,9 @@ OutputSheet::OutputSheet(OperationSummary summary, QWidget* window)
     auto* const text = new OutputText(L10n::output(), OutputText::Frame::Box, Typography::caption);
     text->fillRoom();
     text->setOutput(m_summary.transcript);
-    auto* const close = new QPushButton(DisplayText::label(L10n::close()));
+    auto* const close = new PushButton(L10n::close());
     close->setObjectName(u"closeOutput"_s);
-    connect(close, &QPushButton::clicked, this, &Sheet::dismiss);
+    connect(close, &PushButton::clicked, this, &Sheet::dismiss);
     connect(this, &Sheet::cancelRequested, this, &Sheet::dismiss);
 
     auto* const content =

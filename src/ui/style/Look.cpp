@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "style/Look.h"
 
+#include "style/FocusMarks.h"
 #include "style/LumoraStyle.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
@@ -16,6 +17,7 @@ void Look::setUp() {
 #ifndef Q_OS_MACOS
     QApplication::setStyle(new LumoraStyle);
 #endif
+    QCoreApplication::instance()->installEventFilter(new FocusMarks(QCoreApplication::instance()));
     // After the style, which takes the tool tips' font away.
     QApplication::setFont(Typography::font(Typography::body));
     QToolTip::setFont(Typography::font(Typography::caption));

@@ -6,9 +6,6 @@
 #include "style/Theme.h"
 #include "style/Typography.h"
 
-#include <QAbstractScrollArea>
-#include <QApplication>
-#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleFactory>
@@ -53,26 +50,6 @@ void LumoraStyle::setProminence(QPushButton* button, Prominence prominence) {
     button->setProperty(prominenceProperty, static_cast<int>(prominence));
     if (prominence == Prominence::Prominent)
         button->setFont(Typography::font(prominentSize, QFont::Medium));
-}
-
-void LumoraStyle::polish(QApplication* application) {
-    QProxyStyle::polish(application);
-    application->installEventFilter(this);
-}
-
-void LumoraStyle::unpolish(QApplication* application) {
-    application->removeEventFilter(this);
-    QProxyStyle::unpolish(application);
-}
-
-bool LumoraStyle::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
-        QWidget* const window = static_cast<QWidget*>(watched)->window();
-        window->setAttribute(Qt::WA_KeyboardFocusChange, false);
-        if (QWidget* const focused = window->focusWidget())
-            focused->update();
-    }
-    return QProxyStyle::eventFilter(watched, event);
 }
 
 void LumoraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -22,13 +22,6 @@ public:
     };
     static void setProminence(QPushButton* button, Prominence prominence);
 
-    using QProxyStyle::polish;
-    void polish(QApplication* application) override;
-    using QProxyStyle::unpolish;
-    void unpolish(QApplication* application) override;
-    /// Takes the marks of the keyboard's focus back when the mouse is used, which Qt never does.
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

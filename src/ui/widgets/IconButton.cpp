@@ -10,7 +10,7 @@
 #include <QPainter>
 
 IconButton::IconButton(QString symbol, const QString& toolTip, QWidget* parent)
-    : QAbstractButton(parent), m_symbol(std::move(symbol)) {
+    : KeyboardButton(parent), m_symbol(std::move(symbol)) {
     setFixedSize(sizeHint());
     DisplayText::setToolTip(this, toolTip);
     setAccessibleName(toolTip);

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "widgets/KeyboardButton.h"
+
 #include <QAbstractButton>
 
 /// A square button of nothing but a symbol; its tool tip is its accessible name.
-class IconButton final : public QAbstractButton {
+class IconButton final : public KeyboardButton<QAbstractButton> {
     Q_OBJECT
 
 public:

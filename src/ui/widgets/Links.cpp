@@ -38,7 +38,7 @@ void openAddress(const QString& address) {
 }
 
 LinkButton::LinkButton(const QString& text, QString address, QWidget* parent)
-    : QAbstractButton(parent), m_address(std::move(address)) {
+    : KeyboardButton(parent), m_address(std::move(address)) {
     setText(DisplayText::line(text));
     // The toolkit takes an ampersand for the mark of one.
     setShortcut({});
@@ -75,7 +75,7 @@ void LinkButton::paintEvent(QPaintEvent*) {
 }
 
 LinkRow::LinkRow(QString symbol, const QString& title, const QString& address, QWidget* parent)
-    : QAbstractButton(parent), m_symbol(std::move(symbol)) {
+    : KeyboardButton(parent), m_symbol(std::move(symbol)) {
     setText(title);
     setAccessibleName(title);
     setFont(Typography::font(Typography::body));

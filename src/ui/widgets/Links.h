@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "widgets/KeyboardButton.h"
+
 #include <QAbstractButton>
 
 /// Whether an address is one that may be handed on to the desktop, which would take far more: it is
@@ -11,7 +13,7 @@
 void openAddress(const QString& address);
 
 /// A line of text in the accent colour that opens an address when it is pressed.
-class LinkButton final : public QAbstractButton {
+class LinkButton final : public KeyboardButton<QAbstractButton> {
     Q_OBJECT
 
 public:
@@ -33,7 +35,7 @@ private:
 };
 
 /// A wide, quiet button with a symbol, a title and an outward arrow, that opens an address.
-class LinkRow final : public QAbstractButton {
+class LinkRow final : public KeyboardButton<QAbstractButton> {
     Q_OBJECT
 
 public:

@@ -2,6 +2,7 @@
 #include "widgets/RowListView.h"
 
 #include "L10n.h"
+#include "style/Painting.h"
 #include "widgets/DisplayText.h"
 #include "widgets/Spinner.h"
 
@@ -77,7 +78,7 @@ RowState RowListView::stateOf(const QModelIndex& index) const {
                            m_model.row(index).actions.value(*target.action).canTrigger();
         return isLit ? target.action : std::nullopt;
     };
-    const bool isCurrent = hasFocus() && m_isByKeyboard && index == currentIndex();
+    const bool isCurrent = Painting::showsFocus(this) && index == currentIndex();
     const QModelIndex next = index.siblingAtRow(index.row() + 1);
     return {
         .isSelected = isSelected(index),
@@ -118,7 +119,6 @@ void RowListView::activate(const Target& target) {
 }
 
 void RowListView::keyPressEvent(QKeyEvent* event) {
-    m_isByKeyboard = true;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -170,7 +170,6 @@ void RowListView::mousePressEvent(QMouseEvent* event) {
     const Target target = targetAt(event->position().toPoint());
     if (event->button() != Qt::LeftButton || !target.row.isValid())
         return;
-    m_isByKeyboard = false;
     m_pressed = target;
     m_currentAction.reset();
     selectionModel()->setCurrentIndex(target.row, QItemSelectionModel::NoUpdate);
@@ -222,7 +221,6 @@ void RowListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RowListView::focusInEvent(QFocusEvent* event) {
-    m_isByKeyboard = event->reason() != Qt::MouseFocusReason;
     // Coming in by keyboard there has to be a row that the arrows start from.
     if (!currentIndex().isValid())
         selectionModel()->setCurrentIndex(firstRowFrom(m_model.index(0)),

@@ -77,7 +77,5 @@ private:
     Target m_pressed;
     /// Of the current row.
     std::optional<qsizetype> m_currentAction;
-    /// The keyboard, not the mouse, was used last.
-    bool m_isByKeyboard{false};
     QBasicTimer m_spinnerTimer;
 };

@@ -6,6 +6,7 @@
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/DisplayText.h"
+#include "widgets/KeyboardButton.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -18,9 +19,9 @@ namespace {
 
 constexpr int troughPadding = 2;
 
-class Segment final : public QAbstractButton {
+class Segment final : public KeyboardButton<QAbstractButton> {
 public:
-    Segment(const QString& title, QWidget* parent) : QAbstractButton(parent) {
+    Segment(const QString& title, QWidget* parent) : KeyboardButton(parent) {
         setText(DisplayText::label(title));
         setObjectName(u"segment-"_s + title);
         setAccessibleName(title);
