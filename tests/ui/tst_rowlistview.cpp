@@ -143,7 +143,13 @@ private Q_SLOTS:
     void showsTheWholeTextOnHover();
     void lightsUpBelowThePointer();
     void keepsItsPlaceWhenTheRowsChange();
-    void doesWithoutACurrentRowThatIsGone();
+    void goesOnFromACurrentRowThatIsGone_data();
+    void goesOnFromACurrentRowThatIsGone();
+    void goesOnInTheNextSection();
+    void holdsItsPlaceWhenTheCurrentRowIsGone();
+    void beginsWithTheFirstRowInSight();
+    void staysWithAnActionWhenOtherRowsGo();
+    void takesAPressWhereItLies();
     void rendersSpinnersOnlyWhileTheyCanBeSeen();
 };
 
@@ -213,7 +219,7 @@ void RowListViewTest::runsAnActionByClick_data() {
     QTest::newRow("button") << Kind::Button << true << 1 << 0;
     QTest::newRow("disabled button") << Kind::Button << false << 0 << 0;
     QTest::newRow("spinner") << Kind::Spinner << true << 0 << 0;
-    QTest::newRow("badge") << Kind::Badge << true << 0 << 0;
+    QTest::newRow("badge") << Kind::Badge << true << 0 << 1;
 }
 
 void RowListViewTest::runsAnActionByClick() {
@@ -465,7 +471,8 @@ void RowListViewTest::triggersOneOfSeveralActionsByClick() {
     for (const qsizetype place : {0, 1, 2, 3, 4})
         window.list().clickAction(u"a"_s, place);
     QCOMPARE(triggered, (QStringList{u"a-1"_s, u"a-2"_s}));
-    QCOMPARE(window.chosen.count(), 0);
+    // The badge is none.
+    QCOMPARE(window.chosen.count(), 1);
     Input::moveTo(*window.view->viewport(), window.list().actionRect(u"a"_s, 3).center());
     QCOMPARE(window.list().state(u"a"_s).hoveredAction, 3);
     Input::moveTo(*window.view->viewport(), window.list().actionRect(u"a"_s, 4).center());
@@ -540,18 +547,108 @@ void RowListViewTest::keepsItsPlaceWhenTheRowsChange() {
     QVERIFY(window.view->hasFocus());
 }
 
-void RowListViewTest::doesWithoutACurrentRowThatIsGone() {
-    Window window({item(u"a"_s), item(u"b"_s)});
-    window.list().click(u"b"_s);
-    window.set({item(u"a"_s), item(u"c"_s)});
-    QCOMPARE(window.list().currentId(), QString());
-    window.view->setFocus();
+void RowListViewTest::goesOnFromACurrentRowThatIsGone_data() {
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QChar>("current");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("to the next one") << u"abcd"_s << QChar(u'b') << u"acd"_s << u"c"_s;
+    QTest::newRow("from the first") << u"abcd"_s << QChar(u'a') << u"bcd"_s << u"b"_s;
+    QTest::newRow("from the last") << u"abcd"_s << QChar(u'd') << u"abc"_s << u"c"_s;
+    QTest::newRow("over others") << u"abcdef"_s << QChar(u'b') << u"ae"_s << u"e"_s;
+    QTest::newRow("to the last") << u"abcdef"_s << QChar(u'e') << u"bc"_s << u"c"_s;
+    QTest::newRow("over new ones") << u"acd"_s << QChar(u'c') << u"abd"_s << u"d"_s;
+    // Nobody knows what the next one of quite other rows would be.
+    QTest::newRow("from all") << u"abc"_s << QChar(u'b') << u"xyz"_s << QString();
+    QTest::newRow("to nothing") << u"abc"_s << QChar(u'b') << QString() << QString();
+}
+
+void RowListViewTest::goesOnFromACurrentRowThatIsGone() {
+    QFETCH(QString, before);
+    QFETCH(QChar, current);
+    QFETCH(QString, after);
+    QFETCH(QString, expected);
+    const auto itemsOf = [](const QString& ids) {
+        QList<Row> rows;
+        for (const QChar id : ids)
+            rows.append(item(id));
+        return rows;
+    };
+    const Window window(itemsOf(before));
+    window.list().click(current);
+    window.set(itemsOf(after));
+    QCOMPARE(window.list().currentId(), expected);
     Input::key(Qt::Key_Return);
-    Input::key(Qt::Key_Delete);
+    QCOMPARE(window.chosen.count(), expected.isEmpty() ? 1 : 2);
+    QCOMPARE(window.chosen.constLast().constFirst(), expected.isEmpty() ? current : expected);
+}
+
+void RowListViewTest::goesOnInTheNextSection() {
+    const auto of = [](const QList<Row>& formulae) {
+        return QList{section(u"Formulae"_s, formulae), section(u"Casks"_s, {item(u"c"_s)})};
+    };
+    const Window window(of({item(u"a"_s), item(u"b"_s)}));
+    window.list().click(u"b"_s);
+    window.view->setRows(of({item(u"a"_s)}));
+    QCOMPARE(window.list().currentId(), u"c"_s);
+}
+
+void RowListViewTest::holdsItsPlaceWhenTheCurrentRowIsGone() {
+    QList<Row> rows = items(50);
+    const Window window(rows);
+    window.view->verticalScrollBar()->setValue(485);
+    const QModelIndex index = window.view->indexAt(QPoint(90, 100));
+    const QString id = window.view->rows().row(index).id;
+    const QString next = window.view->rows().row(index.siblingAtRow(index.row() + 1)).id;
+    Input::click(*window.view->viewport(), window.view->actionRect(index).center());
+    QCOMPARE(triggered, QStringList{id});
+    // An alert asks, and the list is another one when it gives the focus back.
+    window.other->setFocus();
+    rows.removeAt(index.row());
+    window.set(rows);
+    window.view->setFocus();
+    QCOMPARE(window.list().currentId(), next);
+    QCOMPARE(window.view->verticalScrollBar()->value(), 485);
+}
+
+void RowListViewTest::beginsWithTheFirstRowInSight() {
+    const Window window(items(50));
+    window.view->verticalScrollBar()->setValue(480);
+    Input::key(Qt::Key_Tab);
+    QCOMPARE(window.list().currentId(), u"row-10"_s);
+    QCOMPARE(window.view->verticalScrollBar()->value(), 480);
+}
+
+void RowListViewTest::staysWithAnActionWhenOtherRowsGo() {
+    const Window window({item(u"a"_s), item(u"b"_s)});
+    window.list().click(u"b"_s);
+    Input::key(Qt::Key_Right);
+    window.set({item(u"b"_s)});
+    QCOMPARE(window.list().state(u"b"_s).currentAction, 0);
+    // That of a row is not that of the next one.
+    window.set({item(u"b"_s), item(u"c"_s)});
+    window.set({item(u"c"_s)});
+    QCOMPARE(window.list().currentId(), u"c"_s);
+    QCOMPARE(window.list().state(u"c"_s).currentAction, std::nullopt);
+}
+
+void RowListViewTest::takesAPressWhereItLies() {
+    const Window window(items(50));
+    const QModelIndex index = window.view->indexAt(QPoint(90, window.view->viewport()->height()));
+    QScrollBar* const bar = window.view->verticalScrollBar();
+    // Two thirds of the row can be seen.
+    bar->setValue(window.view->visualRect(index).top() + 32 - window.view->viewport()->height());
+    const int position = bar->value();
+    const QRect row = window.view->visualRect(index);
+    QVERIFY(row.bottom() > window.view->viewport()->rect().bottom());
+    const QString id = window.view->rows().row(index).id;
+    Input::click(*window.view->viewport(), window.view->actionRect(index).center());
+    QCOMPARE(triggered, QStringList{id});
+    QCOMPARE(bar->value(), position);
+    Input::click(*window.view->viewport(), QPoint(90, row.center().y()));
     QCOMPARE(window.chosen.count(), 1);
-    QCOMPARE(triggered.size(), 0);
-    Input::key(Qt::Key_Down);
-    QCOMPARE(window.list().currentId(), u"a"_s);
+    QCOMPARE(window.chosen.constFirst().constFirst(), id);
+    QCOMPARE(bar->value(), position);
 }
 
 void RowListViewTest::rendersSpinnersOnlyWhileTheyCanBeSeen() {

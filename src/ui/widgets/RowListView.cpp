@@ -53,13 +53,21 @@ void RowListView::setRows(QList<RowSection> sections) {
         return;
     }
     const QString currentId = m_model.row(currentIndex()).id;
+    const std::optional<qsizetype> currentAction = m_currentAction;
     const int position = verticalScrollBar()->value();
-    m_model.reset(std::move(sections));
+    const QModelIndex current = m_model.reset(std::move(sections), currentIndex());
     setUniformItemSizes(!m_model.hasHeadings());
-    if (const QModelIndex current = m_model.indexOf(currentId); current.isValid())
-        selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    setCurrentInPlace(current);
+    if (m_model.row(current).id == currentId)
+        m_currentAction = currentAction;
     doItemsLayout();
     verticalScrollBar()->setValue(position);
+}
+
+void RowListView::setCurrentInPlace(const QModelIndex& index) {
+    setAutoScroll(false);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    setAutoScroll(true);
 }
 
 void RowListView::setSelectedId(const std::optional<QString>& id) {
@@ -99,9 +107,11 @@ RowListView::Target RowListView::targetAt(const QPoint& position) const {
     const QModelIndex index = indexAt(position);
     if (!RowModel::isRow(index))
         return {};
-    const QList<QRect> actions = m_delegate.hitRects(visualRect(index), m_model.row(index));
-    for (qsizetype i = 0; i < actions.size(); ++i) {
-        if (actions.at(i).contains(position))
+    const Row row = m_model.row(index);
+    const QList<QRect> areas = m_delegate.hitRects(visualRect(index), row);
+    for (qsizetype i = 0; i < areas.size(); ++i) {
+        // A badge is as good a place of the row as any other.
+        if (areas.at(i).contains(position) && row.actions.at(i).kind != RowAction::Kind::Badge)
             return {index, i};
     }
     return {index, std::nullopt};
@@ -172,7 +182,8 @@ void RowListView::mousePressEvent(QMouseEvent* event) {
         return;
     m_pressed = target;
     m_currentAction.reset();
-    selectionModel()->setCurrentIndex(target.row, QItemSelectionModel::NoUpdate);
+    // What was pressed stays below the pointer until it is released.
+    setCurrentInPlace(target.row);
     viewport()->update();
 }
 
@@ -221,10 +232,9 @@ void RowListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RowListView::focusInEvent(QFocusEvent* event) {
-    // Coming in by keyboard there has to be a row that the arrows start from.
+    // There has to be a row that the arrows start from: the first one in sight.
     if (!currentIndex().isValid())
-        selectionModel()->setCurrentIndex(firstRowFrom(m_model.index(0)),
-                                          QItemSelectionModel::NoUpdate);
+        setCurrentInPlace(firstRowFrom(indexAt({0, 0})));
     QListView::focusInEvent(event);
 }
 

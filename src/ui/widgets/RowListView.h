@@ -21,7 +21,8 @@ public:
     RowListView(int itemHeight, Selectable selectable, QWidget* parent = nullptr);
 
     /// Shows the rows of the sections that aren't empty, and those that are there in their new
-    /// state. The place in the list stays, and so does the current row if it is still there.
+    /// state. The place in the list stays, and so does the current row; if it is gone, the next
+    /// one that is left becomes the current one, else the last.
     void setRows(QList<RowSection> sections);
 
     /// Which row is drawn as selected, by id.
@@ -59,6 +60,8 @@ private:
     };
 
     [[nodiscard]] Target targetAt(const QPoint& position) const;
+    /// Makes it the current row without scrolling to it.
+    void setCurrentInPlace(const QModelIndex& index);
     void activate(const Target& target);
     void setHovered(const Target& target);
     void stepThroughActions(Qt::Key key);

@@ -33,8 +33,10 @@ public:
 
     /// Whether the rows of these sections are those that are there.
     [[nodiscard]] bool hasRowsOf(const QList<RowSection>& sections) const;
-    /// Replaces all rows; no section is empty.
-    void reset(QList<RowSection> sections);
+    /// Replaces all rows; no section is empty. Returns where the row that was at `kept` is now; if
+    /// it is gone, the next one that is left, else the last; if there is nothing left of the rows
+    /// of before, or nothing was kept, an invalid index.
+    QModelIndex reset(QList<RowSection> sections, const QModelIndex& kept = {});
     [[nodiscard]] bool hasHeadings() const;
     [[nodiscard]] Row row(const QModelIndex& index) const;
     /// The index of the row with this id, or an invalid one.
@@ -47,14 +49,6 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
-    /// A section, and a place in it: -1 is the heading's.
-    struct Position final {
-        const RowSection& section;
-        int place;
-    };
-
-    [[nodiscard]] Position positionOf(int row) const;
-
     DescribeState m_describeState;
     QList<RowSection> m_sections;
     int m_count{0};
