@@ -134,6 +134,10 @@ private Q_SLOTS:
     void drawsTheSelectedRowAlone();
     void offersWhatARowCanDoInAMenu_data();
     void offersWhatARowCanDoInAMenu();
+    void opensTheMenuByKeyboard_data();
+    void opensTheMenuByKeyboard();
+    void showsTheHeadingOfTheFirstRow_data();
+    void showsTheHeadingOfTheFirstRow();
     void offersEveryActionThatCanBeTriggeredInAMenu();
     void doesNothingFromAMenuWhoseRowIsGone();
     void doesWhatAMenuSaidAlthoughTheRowsHaveChanged();
@@ -180,8 +184,8 @@ void RowListViewTest::leavesTheOtherMouseButtonsAlone() {
     closeMenu();
     list.clickAction(u"b"_s, 0, button);
     closeMenu();
-    // The focus comes to the list, and with it to the first row.
-    QCOMPARE(list.currentId(), u"a"_s);
+    // A menu belongs to the current row; else the focus comes to the list and with it to the first.
+    QCOMPARE(list.currentId(), button == Qt::RightButton ? u"b"_s : u"a"_s);
     // Nor do they end what the left button has begun.
     Input::press(*window.view->viewport(), list.rect(u"a"_s).center());
     list.click(u"a"_s, button);
@@ -384,6 +388,54 @@ void RowListViewTest::offersWhatARowCanDoInAMenu() {
     }
     QCOMPARE(window.chosen.count(), isSelectable ? 1 : 0);
     QCOMPARE(triggered.size(), entries.contains(u"Remove"_s) ? 1 : 0);
+}
+
+void RowListViewTest::opensTheMenuByKeyboard_data() {
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("Shift+F10") << static_cast<int>(Qt::ShiftModifier) << true;
+    QTest::newRow("F10") << static_cast<int>(Qt::NoModifier) << false;
+}
+
+void RowListViewTest::opensTheMenuByKeyboard() {
+    QFETCH(int, modifiers);
+    QFETCH(bool, opens);
+    const Window window(items(50));
+    Input::key(Qt::Key_Tab);
+    Input::key(Qt::Key_Down);
+    // Wherever the row is by now.
+    window.view->scrollToBottom();
+    Input::key(Qt::Key_F10, Qt::KeyboardModifiers(modifiers));
+    const QPointer<QMenu> menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QCOMPARE(menu != nullptr, opens);
+    if (!opens)
+        return;
+    const QRect row = window.view->visualRect(window.view->currentIndex());
+    QVERIFY(window.view->viewport()->rect().contains(row));
+    menu->actions().constFirst()->trigger();
+    menu->close();
+    QTRY_VERIFY(!menu);
+    QCOMPARE(window.chosen.constFirst().constFirst(), u"row-1"_s);
+}
+
+void RowListViewTest::showsTheHeadingOfTheFirstRow_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Home") << Qt::Key_Home;
+    QTest::newRow("Up") << Qt::Key_Up;
+    QTest::newRow("Page Up") << Qt::Key_PageUp;
+}
+
+void RowListViewTest::showsTheHeadingOfTheFirstRow() {
+    QFETCH(Qt::Key, key);
+    const Window window(QList{section(u"Formulae"_s, items(30))});
+    Input::key(Qt::Key_Tab);
+    Input::key(Qt::Key_End);
+    QScrollBar* const bar = window.view->verticalScrollBar();
+    QVERIFY(bar->value() > 0);
+    for (int i = 0; i < 30 && window.list().currentId() != u"row-0"_s; ++i)
+        Input::key(key);
+    QCOMPARE(window.list().currentId(), u"row-0"_s);
+    QCOMPARE(bar->value(), 0);
 }
 
 void RowListViewTest::doesNothingFromAMenuWhoseRowIsGone() {

@@ -55,6 +55,7 @@ void RowListView::setRows(QList<RowSection> sections) {
     const QString currentId = m_model.row(currentIndex()).id;
     const std::optional<qsizetype> currentAction = m_currentAction;
     const int position = verticalScrollBar()->value();
+    const bool isInSight = hasFocus() && viewport()->rect().contains(visualRect(currentIndex()));
     const QModelIndex current = m_model.reset(std::move(sections), currentIndex());
     setUniformItemSizes(!m_model.hasHeadings());
     setCurrentInPlace(current);
@@ -62,6 +63,9 @@ void RowListView::setRows(QList<RowSection> sections) {
         m_currentAction = currentAction;
     doItemsLayout();
     verticalScrollBar()->setValue(position);
+    // The keyboard is there. Rows that come back before it would push it out.
+    if (isInSight)
+        scrollTo(current);
 }
 
 void RowListView::setCurrentInPlace(const QModelIndex& index) {
@@ -140,7 +144,22 @@ void RowListView::keyPressEvent(QKeyEvent* event) {
         stepThroughActions(Qt::Key(event->key()));
         return;
     case Qt::Key_Delete:
+#ifdef Q_OS_MACOS
+    // The key that is called Delete there.
+    case Qt::Key_Backspace:
+#endif
         triggerTrash();
+        return;
+    case Qt::Key_F10:
+        // The toolkit only knows the menu key, which many keyboards lack.
+        if (event->modifiers() == Qt::ShiftModifier)
+            openMenuByKeyboard();
+        else
+            event->ignore();
+        return;
+    case Qt::Key_Escape:
+        // Not a letter to look for.
+        event->ignore();
         return;
     default:
         QListView::keyPressEvent(event);
@@ -206,10 +225,27 @@ void RowListView::setHovered(const Target& target) {
 }
 
 void RowListView::contextMenuEvent(QContextMenuEvent* event) {
-    const bool fromKeyboard = event->reason() == QContextMenuEvent::Keyboard;
-    const QModelIndex index = fromKeyboard ? currentIndex() : indexAt(event->pos());
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        openMenuByKeyboard();
+        return;
+    }
+    const QModelIndex index = indexAt(event->pos());
     if (!RowModel::isRow(index))
         return;
+    m_currentAction.reset();
+    setCurrentInPlace(index);
+    openMenu(index, event->globalPos());
+}
+
+void RowListView::openMenuByKeyboard() {
+    const QModelIndex index = currentIndex();
+    if (!index.isValid())
+        return;
+    scrollTo(index);
+    openMenu(index, viewport()->mapToGlobal(visualRect(index).center()));
+}
+
+void RowListView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {
     const Row row = m_model.row(index);
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -227,8 +263,7 @@ void RowListView::contextMenuEvent(QContextMenuEvent* event) {
         delete menu;
         return;
     }
-    menu->popup(fromKeyboard ? viewport()->mapToGlobal(visualRect(index).center())
-                             : event->globalPos());
+    menu->popup(globalPosition);
 }
 
 void RowListView::focusInEvent(QFocusEvent* event) {
@@ -247,6 +282,14 @@ void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& 
 QModelIndex RowListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     // Home and Page Up may end at a heading, which can't be the current row.
     return firstRowFrom(QListView::moveCursor(action, modifiers));
+}
+
+void RowListView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    // The first row of a section is seen with its heading.
+    const QModelIndex above = index.siblingAtRow(index.row() - 1);
+    if (above.isValid() && !RowModel::isRow(above))
+        QListView::scrollTo(above, hint);
+    QListView::scrollTo(index, hint);
 }
 
 bool RowListView::viewportEvent(QEvent* event) {

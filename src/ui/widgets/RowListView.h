@@ -33,6 +33,8 @@ public:
     /// Where a click triggers one of the row's actions, in viewport coordinates.
     [[nodiscard]] QRect actionRect(const QModelIndex& index, qsizetype action = 0) const;
 
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
 Q_SIGNALS:
     /// The user chose a row.
     void rowChosen(const QString& id);
@@ -66,6 +68,9 @@ private:
     void setHovered(const Target& target);
     void stepThroughActions(Qt::Key key);
     void triggerTrash();
+    void openMenu(const QModelIndex& index, const QPoint& globalPosition);
+    /// In the middle of the current row.
+    void openMenuByKeyboard();
     /// Triggers the action with that title of the row with that id, if they are still there.
     void trigger(const QString& id, const QString& title);
     void showToolTip(const QPoint& globalPosition, const QPoint& position);
