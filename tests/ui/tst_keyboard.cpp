@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "AlertDriver.h"
 #include "AppWindow.h"
+#include "BrowserDouble.h"
 #include "Find.h"
 #include "Focus.h"
 #include "Input.h"
@@ -10,13 +11,17 @@
 #include "widgets/OutputText.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
+#include "widgets/Sheet.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSet>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -86,6 +91,12 @@ private Q_SLOTS:
     void staysOnAButtonThatIsTurnedOff_data();
     void staysOnAButtonThatIsTurnedOff();
     void leavesAButtonThatIsTurnedOff();
+    void beginsASearchInItsField_data();
+    void beginsASearchInItsField();
+    void passesTheSearchInTheSidebar();
+    void goesFromTheFieldToTheListAndBack();
+    void pressesButtonsAndLinksByReturn_data();
+    void pressesButtonsAndLinksByReturn();
     void opensAndClosesADetail();
     void filters();
     void installs();
@@ -93,6 +104,8 @@ private Q_SLOTS:
     void upgradesAll();
     void uninstalls();
     void addsATap();
+    void addsATapByTheDefaultKey();
+    void keepsWhatIsTypedInASheet();
     void removesATap();
     void cleansUp();
     void runsTheDoctor();
@@ -265,6 +278,100 @@ void KeyboardTest::leavesAButtonThatIsTurnedOff() {
     QCOMPARE(QApplication::focusWidget()->objectName(), u"refreshButton"_s);
 }
 
+void KeyboardTest::beginsASearchInItsField_data() {
+    QTest::addColumn<std::function<void(const KeyboardApp&)>>("go");
+    const auto add = [](const char* name, std::function<void(const KeyboardApp&)> go) {
+        QTest::newRow(name) << std::move(go);
+    };
+    add("by number", [](const KeyboardApp&) { Input::key(Qt::Key_4, Qt::ControlModifier); });
+    add("by click", [](const KeyboardApp& keyboard) { keyboard.app.sidebar().click(search); });
+    add("by number from a detail", [](const KeyboardApp& keyboard) {
+        keyboard.app.page().list().click(u"formula-jq"_s);
+        (void)SheetDriver(keyboard.app.window);
+        Input::key(Qt::Key_4, Qt::ControlModifier);
+    });
+    add("from the sidebar", [](const KeyboardApp& keyboard) {
+        keyboard.choose(search);
+        Input::key(Qt::Key_Return);
+    });
+    add("once more", [](const KeyboardApp& keyboard) {
+        keyboard.choose(search);
+        keyboard.app.sidebar().click(search);
+    });
+}
+
+void KeyboardTest::beginsASearchInItsField() {
+    using Go = std::function<void(const KeyboardApp&)>;
+    QFETCH(Go, go);
+    const KeyboardApp keyboard;
+    go(keyboard);
+    QTRY_COMPARE(QApplication::focusWidget()->objectName(), u"searchField"_s);
+    Input::type(u"curl"_s);
+    QCOMPARE(keyboard.app.page().searchField().text(), u"curl"_s);
+    QCOMPARE(keyboard.app.page().title(), u"Search"_s);
+}
+
+void KeyboardTest::passesTheSearchInTheSidebar() {
+    const KeyboardApp keyboard;
+    keyboard.choose(search);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"sidebar"_s);
+    Input::key(Qt::Key_Down);
+    QCOMPARE(*keyboard.app.window.content()->selectedCategory(), taps);
+    // Other pages aren't begun by typing.
+    Input::key(Qt::Key_1, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"sidebar"_s);
+}
+
+void KeyboardTest::goesFromTheFieldToTheListAndBack() {
+    KeyboardApp keyboard;
+    QList<BrewPackage> many;
+    for (int i = 10; i < 60; ++i)
+        many.append(Samples::formula(u"package-%1"_s.arg(i)));
+    keyboard.app.manager.formulae.set(many);
+    QCoreApplication::processEvents();
+    QVERIFY(Focus::tabTo(u"searchField"_s));
+    Input::type(u"9"_s);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Formulae (5)"_s);
+    Input::key(Qt::Key_Down);
+    const ListDriver list = keyboard.app.page().list();
+    QVERIFY(list.view().hasFocus());
+    QCOMPARE(list.currentId(), u"formula-package-19"_s);
+    QVERIFY(list.state(u"formula-package-19"_s).isCurrent);
+    Input::key(Qt::Key_End);
+    Input::key(Qt::Key_Escape);
+    QTRY_COMPARE(keyboard.app.page().title(), u"Formulae (50)"_s);
+    QVERIFY(list.view().hasFocus());
+    QCOMPARE(list.currentId(), u"formula-package-59"_s);
+    const QRect current = list.view().visualRect(list.view().currentIndex());
+    QVERIFY(list.view().viewport()->rect().contains(current));
+}
+
+void KeyboardTest::pressesButtonsAndLinksByReturn_data() {
+    QTest::addColumn<SidebarCategory>("category");
+    QTest::addColumn<QString>("button");
+    QTest::newRow("of a symbol") << formulae << u"refreshButton"_s;
+    QTest::newRow("with a title") << updates << u"updateAllButton"_s;
+    QTest::newRow("of a page") << settings << u"doctorButton"_s;
+    QTest::newRow("segment") << settings << u"segment-English"_s;
+    QTest::newRow("menu") << formulae << u"applicationMenuButton"_s;
+}
+
+void KeyboardTest::pressesButtonsAndLinksByReturn() {
+    QFETCH(SidebarCategory, category);
+    QFETCH(QString, button);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        const KeyboardApp keyboard;
+        keyboard.choose(category);
+        QVERIFY(Focus::tabTo(button));
+        const QSignalSpy clicked(&keyboard.app.page().button(button), &QAbstractButton::clicked);
+        Input::key(key);
+        QCOMPARE(clicked.count(), 1);
+        if (QWidget* const menu = QApplication::activePopupWidget())
+            menu->close();
+    }
+}
+
 void KeyboardTest::opensAndClosesADetail() {
     const KeyboardApp keyboard;
     keyboard.goTo(u"formula-wget"_s);
@@ -272,8 +379,11 @@ void KeyboardTest::opensAndClosesADetail() {
     const SheetDriver sheet(keyboard.app.window);
     QCOMPARE(require<QLabel>(sheet.panel(), u"detailName"_s).text(), u"wget"_s);
     QVERIFY(Focus::tabTo(u"homepageLink"_s));
+    const BrowserDouble browser;
+    Input::key(Qt::Key_Return);
+    QCOMPARE(browser.opened().size(), 1);
     QVERIFY(Focus::tabTo(u"closeDetail"_s));
-    Input::key(Qt::Key_Space);
+    Input::key(Qt::Key_Return);
     QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
     QTRY_COMPARE(QApplication::focusWidget()->objectName(), u"rowList"_s);
     QCOMPARE(keyboard.app.page().list().currentId(), u"formula-wget"_s);
@@ -350,6 +460,56 @@ void KeyboardTest::addsATap() {
     QTRY_COMPARE(keyboard.app.page().title(), u"Taps (3)"_s);
     QVERIFY(!SheetDriver::isOpen(keyboard.app.window));
     QCOMPARE(keyboard.app.brew.newRuns(), (QStringList{u"tap e/f"_s, ScriptedBrew::tap}));
+}
+
+void KeyboardTest::addsATapByTheDefaultKey() {
+    KeyboardApp keyboard;
+    keyboard.choose(taps);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        QVERIFY(Focus::tabTo(u"addTapButton"_s));
+        Input::key(Qt::Key_Return);
+        const SheetDriver sheet(keyboard.app.window);
+        // There is nothing to add.
+        Input::key(key);
+        QVERIFY(sheet.sheet().isVisible());
+        Input::type(u"e/f"_s);
+        QVERIFY(Focus::tabTo(u"cancelAddTap"_s));
+        Input::key(key);
+        QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
+        keyboard.app.waitUntilLoaded();
+        QCOMPARE(keyboard.app.brew.newRuns().count(u"tap e/f"_s), 1);
+    }
+    // In the field it adds once.
+    QVERIFY(Focus::tabTo(u"addTapButton"_s));
+    Input::key(Qt::Key_Return);
+    const SheetDriver sheet(keyboard.app.window);
+    Input::type(u"g/h"_s);
+    Input::key(Qt::Key_Return);
+    QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
+    keyboard.app.waitUntilLoaded();
+    QCOMPARE(keyboard.app.brew.newRuns().count(u"tap g/h"_s), 1);
+}
+
+void KeyboardTest::keepsWhatIsTypedInASheet() {
+    const KeyboardApp keyboard;
+    keyboard.choose(taps);
+    QVERIFY(Focus::tabTo(u"addTapButton"_s));
+    Input::key(Qt::Key_Space);
+    const SheetDriver sheet(keyboard.app.window);
+    Input::type(u"e/f"_s);
+    for (int key = Qt::Key_1; key <= Qt::Key_7; ++key)
+        Input::key(Qt::Key(key), Qt::ControlModifier);
+    keyboard.app.window.applicationMenu()->actions().constFirst()->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(*keyboard.app.window.content()->selectedCategory(), taps);
+    QVERIFY(SheetDriver::isOpen(keyboard.app.window));
+    const auto& field = require<QLineEdit>(sheet.panel(), u"tapNameField"_s);
+    QCOMPARE(field.text(), u"e/f"_s);
+    QVERIFY(field.hasFocus());
+    // Once it is closed they work again.
+    Input::key(Qt::Key_Escape);
+    Input::key(Qt::Key_2, Qt::ControlModifier);
+    QCOMPARE(*keyboard.app.window.content()->selectedCategory(), casks);
 }
 
 void KeyboardTest::removesATap() {

@@ -11,6 +11,7 @@
 #include "widgets/Spinner.h"
 
 #include <QLineEdit>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -48,7 +49,11 @@ AddTapSheet::AddTapSheet(QWidget* window)
                       {padding, padding, padding, padding}));
 
     connect(m_field, &QLineEdit::textChanged, this, &AddTapSheet::updateButtons);
-    connect(m_field, &QLineEdit::returnPressed, this, &AddTapSheet::requestAdd);
+    // The default key, whatever in the panel has the focus.
+    auto* const add = new QShortcut(panel());
+    add->setKeys({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});
+    add->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(add, &QShortcut::activated, this, &AddTapSheet::requestAdd);
     connect(m_add, &PushButton::clicked, this, &AddTapSheet::requestAdd);
     connect(cancel, &PushButton::clicked, this, &Sheet::dismiss);
     connect(this, &Sheet::cancelRequested, this, &Sheet::dismiss);

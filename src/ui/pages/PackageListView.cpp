@@ -11,6 +11,7 @@
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 
+#include <QKeyEvent>
 #include <QLocale>
 #include <QPointer>
 
@@ -81,6 +82,14 @@ void PackageListView::render() {
         showBusy(m_kind.loading);
     else
         showSymbol(m_kind.symbol, &Theme::secondaryText, m_kind.nothingInstalled);
+}
+
+void PackageListView::keyPressEvent(QKeyEvent* event) {
+    // What the list has no use for comes here.
+    if (event->key() == Qt::Key_Escape)
+        m_searchField->clear();
+    else
+        ListPage::keyPressEvent(event);
 }
 
 void PackageListView::askToUninstall(const QString& name) {

@@ -39,6 +39,7 @@ protected:
     PackageListView(BrewManager& manager, PackageSelection& selection, Kind kind, QWidget* parent);
 
     void render() override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void askToUninstall(const QString& name);

@@ -14,6 +14,9 @@ class SearchView final : public ListPage {
 public:
     SearchView(BrewManager& manager, PackageSelection& selection, QWidget* parent = nullptr);
 
+    /// Nothing can be done here before something is typed.
+    void begin() override { focusSearch(); }
+
 protected:
     void render() override;
 

@@ -14,6 +14,7 @@
 #include "shell/OutputSheet.h"
 #include "shell/SidebarView.h"
 #include "style/Metrics.h"
+#include "views/Page.h"
 
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -82,6 +83,7 @@ QWidget* ContentView::makeSplitView() {
     connect(m_detailColumn->operationStrip(), &OperationStrip::outputRequested, this,
             &ContentView::showOutput);
     connect(m_sidebar, &SidebarView::categoryChosen, this, &ContentView::setSelectedCategory);
+    connect(m_sidebar, &SidebarView::categoryOpened, this, &ContentView::openCategory);
     showSelectedPage();
     return split;
 }
@@ -102,6 +104,21 @@ void ContentView::setSelectedCategory(std::optional<SidebarCategory> category) {
     m_selection.setSelectedPackageID(std::nullopt);
     m_sidebar->setSelection(category);
     showSelectedPage();
+}
+
+void ContentView::openCategory(SidebarCategory category) {
+    const Sheet* const top = Sheet::openOver(window());
+    if (top != nullptr && top != m_sheet)
+        return;
+    setSelectedCategory(category);
+    // What the page consists of can be seen by then.
+    QMetaObject::invokeMethod(this, &ContentView::beginOnPage, Qt::QueuedConnection);
+}
+
+void ContentView::beginOnPage() {
+    if (m_detailColumn != nullptr && m_detailColumn->page() != nullptr &&
+        Sheet::openOver(window()) == nullptr)
+        m_detailColumn->page()->begin();
 }
 
 void ContentView::closeSheet() {

@@ -32,6 +32,9 @@ public:
     }
 
     void setSelectedCategory(std::optional<SidebarCategory> category);
+    /// The user wants to go there and to begin: does nothing while a sheet is open that doesn't
+    /// belong to the category, for what was typed there would be lost.
+    void openCategory(SidebarCategory category);
 
     [[nodiscard]] PackageSelection& selection() { return m_selection; }
 
@@ -59,6 +62,7 @@ private:
     void rebuild();
     [[nodiscard]] QWidget* makeSplitView();
     void showSelectedPage();
+    void beginOnPage();
     void closeSheet();
     void updateSheet();
     void updateOverlay();

@@ -51,7 +51,7 @@ void MainWindow::fillMenu() {
     // Not clear(), which spares actions that the window has as well.
     qDeleteAll(m_menu->actions());
     QAction* const about = m_menu->addAction(DisplayText::label(L10n::about()), this, [this] {
-        m_content->setSelectedCategory(SidebarCategory::about);
+        m_content->openCategory(SidebarCategory::about);
     });
     about->setMenuRole(QAction::AboutRole);
     // Without Homebrew there are no pages.
@@ -85,7 +85,7 @@ void MainWindow::addShortcuts() {
     for (const SidebarCategory category : allSidebarCategories) {
         const int number = static_cast<int>(category) + 1;
         add(QKeySequence(u"Ctrl+%1"_s.arg(number)),
-            [this, category] { m_content->setSelectedCategory(category); });
+            [this, category] { m_content->openCategory(category); });
     }
     const auto onPage = [this](void (Page::*action)() const) {
         return [this, action] {

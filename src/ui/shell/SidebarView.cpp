@@ -42,6 +42,14 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
                 if (category.isValid())
                     Q_EMIT categoryChosen(static_cast<SidebarCategory>(category.toInt()));
             });
+    connect(m_list, &QListView::clicked, this, &SidebarView::open);
+    connect(m_list, &QListView::activated, this, &SidebarView::open);
+}
+
+void SidebarView::open(const QModelIndex& index) {
+    const QVariant category = index.data(SidebarDelegate::CategoryRole);
+    if (category.isValid())
+        Q_EMIT categoryOpened(static_cast<SidebarCategory>(category.toInt()));
 }
 
 void SidebarView::addHeading(const QString& title) {

@@ -22,12 +22,16 @@ public:
 
 Q_SIGNALS:
     void categoryChosen(SidebarCategory category);
+    /// The user wants to go on in it: not by arrow key, which only passes.
+    void categoryOpened(SidebarCategory category);
 
 protected:
     void render() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// Says so, unless it is a heading's index.
+    void open(const QModelIndex& index);
     void addHeading(const QString& title);
     void addCategory(SidebarCategory category);
     void setCount(SidebarCategory category, qsizetype count);

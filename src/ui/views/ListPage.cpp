@@ -34,6 +34,11 @@ void ListPage::showList() {
     m_stack->setCurrentWidget(m_list);
 }
 
+void ListPage::enterContent() {
+    if (m_list->isVisible())
+        m_list->setFocus(Qt::OtherFocusReason);
+}
+
 void ListPage::showBusy(const QString& text) {
     // Before it is shown, so that it is laid out by then.
     m_state->showBusy(text);

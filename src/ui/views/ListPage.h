@@ -27,6 +27,8 @@ protected:
 
     [[nodiscard]] RowListView& list() const { return *m_list; }
 
+    void enterContent() override;
+
     [[nodiscard]] static QString counted(const QString& title, qsizetype count);
 
     /// A row for each record, as `describe` sees it at that moment.

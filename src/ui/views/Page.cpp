@@ -36,6 +36,7 @@ void Page::addHeaderControl(QWidget* control) {
 SearchField* Page::addSearchField(const QString& placeholder) {
     m_searchField = new SearchField(placeholder);
     addHeaderControl(m_searchField);
+    connect(m_searchField, &SearchField::leftDownwards, this, &Page::enterContent);
     return m_searchField;
 }
 
@@ -52,7 +53,7 @@ IconButton* Page::addRefreshButton(const QString& toolTip) {
 
 void Page::focusSearch() const {
     if (m_searchField != nullptr && m_searchField->isVisible()) {
-        m_searchField->setFocus(Qt::ShortcutFocusReason);
+        m_searchField->setFocus(Qt::OtherFocusReason);
         m_searchField->selectAll();
     }
 }

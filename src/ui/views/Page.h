@@ -19,6 +19,10 @@ public:
     /// The widget with the page's controls; it may be given another parent.
     [[nodiscard]] QWidget* headerControls() const { return m_headerControls; }
 
+    /// The user has come here to do something: the caret goes to the field that all begins with, if
+    /// there is one.
+    virtual void begin() {}
+
     /// Puts the focus on the search field, if there is one to be seen.
     void focusSearch() const;
     /// Presses the refresh button, if there is one and it can be pressed.
@@ -30,6 +34,9 @@ Q_SIGNALS:
 protected:
     /// Called once, when the page is displayed for the first time.
     virtual void firstShown() {}
+
+    /// Called when the keyboard goes on from the search field to what it has found.
+    virtual void enterContent() {}
 
     void showEvent(QShowEvent* event) override;
 

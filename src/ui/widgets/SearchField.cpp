@@ -40,6 +40,10 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
         clear();
         return;
     }
+    if (event->key() == Qt::Key_Down) {
+        Q_EMIT leftDownwards();
+        return;
+    }
     QLineEdit::keyPressEvent(event);
 }
 

@@ -10,6 +10,10 @@ class SearchField final : public QLineEdit {
 public:
     explicit SearchField(const QString& placeholder, QWidget* parent = nullptr);
 
+Q_SIGNALS:
+    /// The arrow key leads out of the field, to what lies below it.
+    void leftDownwards();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
