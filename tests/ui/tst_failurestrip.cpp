@@ -9,6 +9,9 @@
 #include "views/Page.h"
 #include "widgets/Labels.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QMenu>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -49,6 +52,7 @@ private Q_SLOTS:
     void cutsALongMessageToItsLine();
     void takesAMessageAsPlainText();
     void letsTheMessageBeSelected();
+    void copiesTheWholeMessage();
     void staysClosedUntilTheMessageChanges();
     void opensAgainForTheSameFailureAnotherTime();
     void belongsToEveryPage();
@@ -144,6 +148,51 @@ void FailureStripTest::letsTheMessageBeSelected() {
     Input::moveTo(label, QPoint(label.width() - 1, label.height() / 2));
     Input::release(label, QPoint(label.width() - 1, label.height() / 2));
     QCOMPARE(label.selectedText(), u"Something failed"_s);
+}
+
+void FailureStripTest::copiesTheWholeMessage() {
+    AppWindow app;
+    app.showLoaded();
+    QString message = u"Error: "_s;
+    for (int i = 0; i < 200; ++i)
+        message += u"word %1 "_s.arg(i);
+    setMessage(app, message);
+    auto& label = require<ElidedLabel>(app.window, u"failureMessage"_s);
+    QVERIFY(label.text().size() < message.size());
+    label.setFocus();
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    clipboard.clear();
+    Input::key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(clipboard.text(), QString());
+    const auto copiedByMenu = [&] {
+        clipboard.clear();
+        Input::click(label, QPoint(10, label.height() / 2), Qt::RightButton);
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu == nullptr)
+            return QString();
+        for (QAction* const action : menu->actions()) {
+            if (action->text().contains(u"Copy"_s))
+                action->trigger();
+        }
+        menu->close();
+        return clipboard.text();
+    };
+    // From somewhere to where it is cut, and so to its end.
+    label.setSelection(7, static_cast<int>(label.text().size()) - 7);
+    Input::key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(clipboard.text(), message.mid(7));
+    QCOMPARE(copiedByMenu(), message.mid(7));
+    Input::click(label, QPoint(10, label.height() / 2), Qt::RightButton);
+    QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
+    QApplication::activePopupWidget()->actions().constLast()->trigger();
+    QApplication::activePopupWidget()->close();
+    Input::key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(clipboard.text(), message);
+    // A part is a part.
+    label.setSelection(0, 5);
+    Input::key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(clipboard.text(), u"Error"_s);
+    QCOMPARE(copiedByMenu(), u"Error"_s);
 }
 
 void FailureStripTest::staysClosedUntilTheMessageChanges() {
