@@ -144,7 +144,8 @@ private Q_SLOTS:
     void stepsThroughSeveralActions();
     void triggersOneOfSeveralActionsByClick();
     void describesNoMoreRowsThanCanBeSeen();
-    void showsTheWholeTextOnHover();
+    void showsOnHoverWhatIsCut_data();
+    void showsOnHoverWhatIsCut();
     void lightsUpBelowThePointer();
     void keepsItsPlaceWhenTheRowsChange();
     void goesOnFromACurrentRowThatIsGone_data();
@@ -559,16 +560,46 @@ void RowListViewTest::describesNoMoreRowsThanCanBeSeen() {
     QVERIFY(describedBy([&] { window.view->setRows({formulae, casks}); }) < few);
 }
 
-void RowListViewTest::showsTheWholeTextOnHover() {
-    const Window window({item(u"a"_s)});
+void RowListViewTest::showsOnHoverWhatIsCut_data() {
+    QTest::addColumn<Row>("row");
+    QTest::addColumn<QString>("shown");
+    const QString longText = QString(100, u'm');
+    QTest::newRow("nothing") << item(u"a"_s) << QString();
+    Row row = item(u"a"_s);
+    row.title = longText;
+    QTest::newRow("title") << row << longText;
+    row.subtitle = longText + u'!';
+    QTest::newRow("title and text") << row << longText + u", "_s + longText + u'!';
+    row = item(u"a"_s);
+    row.version = longText;
+    QTest::newRow("version") << row << longText;
+    row = item(u"a"_s);
+    row.tags = {{longText, RowTag::Tone::Neutral}};
+    QTest::newRow("title beside a tag") << row << u"name of a"_s;
+    row = item(u"a"_s);
+    row.subtitle = u"1.0"_s;
+    row.newVersion = u"1.1"_s;
+    QTest::newRow("no version of an update") << row << QString();
+    row.newVersion = longText;
+    QTest::newRow("new version") << row << u"1.0 → "_s + longText;
+    row.subtitle = longText;
+    row.newVersion = u"1.1"_s;
+    QTest::newRow("old version") << row << longText + u" → 1.1"_s;
+}
+
+void RowListViewTest::showsOnHoverWhatIsCut() {
+    QFETCH(Row, row);
+    QFETCH(QString, shown);
+    const Window window({row});
     const auto toolTipAt = [&](const QPoint& place) {
         QWidget* const viewport = window.view->viewport();
         QHelpEvent event(QEvent::ToolTip, place, viewport->mapToGlobal(place));
         QApplication::sendEvent(viewport, &event);
         return QToolTip::text();
     };
-    QCOMPARE(toolTipAt(window.list().rect(u"a"_s).center()), u"<qt>text of a</qt>"_s);
     QCOMPARE(toolTipAt(window.list().actionRect(u"a"_s).center()), u"<qt>Remove it</qt>"_s);
+    const QString expected = shown.isEmpty() ? QString() : u"<qt>"_s + shown + u"</qt>"_s;
+    QTRY_COMPARE(toolTipAt(window.list().rect(u"a"_s).center()), expected);
     QToolTip::hideText();
 }
 

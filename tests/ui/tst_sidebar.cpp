@@ -5,12 +5,15 @@
 #include "Samples.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "shell/SidebarDelegate.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QListView>
 #include <QSignalSpy>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +62,7 @@ private Q_SLOTS:
     void followsTheListsLive();
     void choosesByClick();
     void choosesByTheKeyboard();
+    void tellsATitleThatIsCut();
     void doesNothingOnASectionTitle();
     void readsNothingElseOutOfTheManager();
 };
@@ -255,6 +259,33 @@ void SidebarTest::choosesByTheKeyboard() {
     }
     Input::key(Qt::Key_Up);
     QCOMPARE(app.window.content()->selectedCategory(), formulae);
+}
+
+void SidebarTest::tellsATitleThatIsCut() {
+    AppWindow app;
+    app.showLoaded();
+    const QListView& view = app.sidebar().view();
+    const auto toolTipOf = [&view](int row) {
+        const QPoint place = view.visualRect(view.model()->index(row, 0)).center();
+        QHelpEvent event(QEvent::ToolTip, place, view.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(view.viewport(), &event);
+        return QToolTip::text();
+    };
+    constexpr int firstCategory = 1;
+    QCOMPARE(toolTipOf(firstCategory), QString());
+    const QString longTitle = u"A title that needs more room than any sidebar has"_s;
+    for (const int row : {0, firstCategory})
+        view.model()->setData(view.model()->index(row, 0), longTitle);
+    // That of a section is none.
+    QCOMPARE(toolTipOf(0), QString());
+    QCOMPARE(toolTipOf(firstCategory), u"<qt>"_s + longTitle + u"</qt>"_s);
+    // A title has less room beside a count.
+    view.model()->setData(view.model()->index(firstCategory, 0), u"Formulae"_s);
+    QTRY_COMPARE(toolTipOf(firstCategory), QString());
+    view.model()->setData(view.model()->index(firstCategory, 0), QString(16, u'9'),
+                          SidebarDelegate::BadgeRole);
+    QCOMPARE(toolTipOf(firstCategory), u"<qt>Formulae</qt>"_s);
+    QToolTip::hideText();
 }
 
 void SidebarTest::doesNothingOnASectionTitle() {

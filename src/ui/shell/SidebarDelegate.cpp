@@ -5,8 +5,12 @@
 #include "style/Symbol.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/DisplayText.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace {
 
@@ -60,24 +64,32 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
         option.state.testFlag(QStyle::State_KeyboardFocusChange))
         Painting::drawFocusRing(painter, row, rowRadius, theme);
 
-    QRect area = row.adjusted(padding, 0, -padding, 0);
+    const QRect area = row.adjusted(padding, 0, -padding, 0);
     const QRect icon(area.left(), area.center().y() - iconSize / 2 + 1, iconSize, iconSize);
     Symbol::paint(painter, index.data(SymbolRole).toString(), icon, theme.accent);
-    area.setLeft(icon.right() + 1 + iconSpacing);
-    area.setRight(area.right() - paintBadge(painter, area, index, isSelected, theme));
+    paintBadge(painter, badgeRect(area, index), index, isSelected, theme);
+    const QRect title = titleRect(option.rect, index);
     painter->setFont(m_titleFont);
     painter->setPen(theme.text);
-    painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+    painter->drawText(title, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                       QFontMetrics(m_titleFont)
-                          .elidedText(index.data().toString(), Qt::ElideRight, area.width()));
+                          .elidedText(index.data().toString(), Qt::ElideRight, title.width()));
     painter->restore();
 }
 
-int SidebarDelegate::paintBadge(QPainter* painter, const QRect& area, const QModelIndex& index,
-                                bool isSelected, const Theme& theme) const {
+QRect SidebarDelegate::titleRect(const QRect& rect, const QModelIndex& index) const {
+    QRect area = rect.adjusted(rowInset + padding, 0, -rowInset - padding, 0);
+    const QRect badge = badgeRect(area, index);
+    area.setLeft(area.left() + iconSize + iconSpacing);
+    if (badge.isValid())
+        area.setRight(badge.left() - 1 - padding);
+    return area;
+}
+
+QRect SidebarDelegate::badgeRect(const QRect& area, const QModelIndex& index) const {
     const QString text = index.data(BadgeRole).toString();
     if (text.isEmpty())
-        return 0;
+        return {};
     const bool isPill = index.data(IsPillRole).toBool();
     const QFontMetrics metrics(isPill ? m_pillFont : m_badgeFont);
     QRect box(0, 0, metrics.horizontalAdvance(text), metrics.height());
@@ -87,11 +99,31 @@ int SidebarDelegate::paintBadge(QPainter* painter, const QRect& area, const QMod
     }
     box.moveCenter(area.center());
     box.moveRight(area.right());
+    return box;
+}
+
+void SidebarDelegate::paintBadge(QPainter* painter, const QRect& box, const QModelIndex& index,
+                                 bool isSelected, const Theme& theme) const {
+    if (!box.isValid())
+        return;
+    const bool isPill = index.data(IsPillRole).toBool();
     if (isPill)
         Painting::fillRounded(painter, box, box.height() / 2.0, theme.countPill);
     painter->setFont(isPill ? m_pillFont : m_badgeFont);
     const QColor count = isSelected ? theme.secondaryOnTint : theme.secondaryText;
     painter->setPen(isPill ? theme.onCountPill : count);
-    painter->drawText(box, Qt::AlignCenter | Qt::TextSingleLine, text);
-    return box.width() + padding;
+    painter->drawText(box, Qt::AlignCenter | Qt::TextSingleLine, index.data(BadgeRole).toString());
+}
+
+bool SidebarDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                const QStyleOptionViewItem& option, const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QString title = index.data().toString();
+    const bool isCut =
+        index.data(CategoryRole).isValid() &&
+        Typography::width(m_titleFont, title) > titleRect(option.rect, index).width();
+    QToolTip::showText(event->globalPos(), isCut ? DisplayText::toolTip(title) : QString(), view,
+                       option.rect);
+    return true;
 }

@@ -28,10 +28,17 @@ public:
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;
 
+    /// Tells the whole title where it is cut.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
 private:
-    /// Draws the count at the trailing end of `area` and returns the width it takes.
-    int paintBadge(QPainter* painter, const QRect& area, const QModelIndex& index, bool isSelected,
-                   const Theme& theme) const;
+    /// Where the title has room beside icon and count.
+    [[nodiscard]] QRect titleRect(const QRect& rect, const QModelIndex& index) const;
+    /// Where the count lies at the trailing end of `area`; invalid where there is none.
+    [[nodiscard]] QRect badgeRect(const QRect& area, const QModelIndex& index) const;
+    void paintBadge(QPainter* painter, const QRect& box, const QModelIndex& index, bool isSelected,
+                    const Theme& theme) const;
 
     QFont m_sectionFont;
     QFont m_titleFont;

@@ -26,6 +26,8 @@ constexpr int tagPaddingX = 5;
 constexpr int tagPaddingY = 1;
 constexpr int tagSpacing = 6;
 constexpr double tagRadius = 3;
+constexpr int versionSpacing = 4;
+constexpr int arrowSize = 11;
 constexpr double trashOpacity = 0.7;
 constexpr double badgeOpacity = 0.1;
 
@@ -100,29 +102,69 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (state.isCurrent && !state.currentAction)
         Painting::drawFocusRing(painter, selection, Metrics::rowRadius, theme);
 
-    QRect area = contentRect(option.rect);
+    const QRect content = contentRect(option.rect);
     if (state.hasHairline)
-        Painting::drawHairline(painter, area, theme);
+        Painting::drawHairline(painter, content, theme);
     if (!row.symbol.isEmpty()) {
-        const QRect icon(area.left(), area.center().y() - Metrics::rowIcon / 2, Metrics::rowIcon,
-                         Metrics::rowIcon);
+        const QRect icon(content.left(), content.center().y() - Metrics::rowIcon / 2,
+                         Metrics::rowIcon, Metrics::rowIcon);
         Symbol::paint(painter, row.symbol, icon, symbolColor(row.symbolTone, theme));
-        area.setLeft(icon.right() + 1 + Metrics::rowSpacing);
     }
     const QList<QRect> actions = actionRects(option.rect, row);
     for (qsizetype i = 0; i < actions.size(); ++i)
         paintAction(painter, actions.at(i), row, i, state, option.widget);
+    const Room room = roomIn(option.rect, row);
+    drawText(painter, room.version, m_versionFont, theme.secondaryText, row.version,
+             Qt::AlignRight);
+    paintTexts(painter, room.texts, row, state.isSelected, theme);
+    painter->restore();
+}
+
+RowDelegate::Room RowDelegate::roomIn(const QRect& rect, const Row& row) const {
+    QRect area = contentRect(rect);
+    if (!row.symbol.isEmpty())
+        area.setLeft(area.left() + Metrics::rowIcon + Metrics::rowSpacing);
+    const QList<QRect> actions = actionRects(rect, row);
     if (!actions.isEmpty())
         area.setRight(actions.constFirst().left() - 1 - Metrics::rowSpacing);
-    if (!row.version.isEmpty()) {
-        // A version of absurd length doesn't push the name out of its row.
-        const QRect half = area.adjusted(area.width() / 2, 0, 0, 0);
-        area.setRight(area.right() - Metrics::rowSpacing -
-                      drawText(painter, half, m_versionFont, theme.secondaryText, row.version,
-                               Qt::AlignRight));
+    if (row.version.isEmpty())
+        return {area, {}};
+    // A version of absurd length doesn't push the name out of its row.
+    const QRect half = area.adjusted(area.width() / 2, 0, 0, 0);
+    const int width = Typography::width(m_versionFont, DisplayText::line(row.version));
+    area.setRight(area.right() - Metrics::rowSpacing - qMin(width, half.width()));
+    return {area, half};
+}
+
+QStringList RowDelegate::cutTexts(const QRect& rect, const Row& row) const {
+    const Room room = roomIn(rect, row);
+    QStringList cut;
+    const auto isCut = [](const QFont& font, const QString& text, int width) {
+        return Typography::width(font, DisplayText::line(text)) > width;
+    };
+    int titleWidth = room.texts.width();
+    for (const RowTag& tag : row.tags)
+        titleWidth -= tagSpacing + widthOf(tag);
+    if (isCut(m_titleFont, row.title, titleWidth))
+        cut.append(row.title);
+    const int width = room.texts.width();
+    if (row.newVersion.isEmpty()) {
+        if (isCut(m_subtitleFont, row.subtitle, width))
+            cut.append(row.subtitle);
+    } else {
+        const int half = width - width / 2;
+        const int arrow = 2 * versionSpacing + arrowSize;
+        const int old = Typography::width(m_subtitleFont, DisplayText::line(row.subtitle));
+        if (old > half || isCut(m_newVersionFont, row.newVersion, width - old - arrow))
+            cut.append(row.subtitle + u" → "_s + row.newVersion);
     }
-    paintTexts(painter, area, row, state.isSelected, theme);
-    painter->restore();
+    if (isCut(m_versionFont, row.version, room.version.width()))
+        cut.append(row.version);
+    return cut;
+}
+
+int RowDelegate::widthOf(const RowTag& tag) const {
+    return Typography::width(m_tagFont, tag.text) + 2 * tagPaddingX;
 }
 
 void RowDelegate::paintHeading(QPainter* painter, const QRect& rect, const QString& title,
@@ -153,7 +195,7 @@ void RowDelegate::paintTitleLine(QPainter* painter, const QRect& line, const Row
     QList<int> widths;
     int allTags = 0;
     for (const RowTag& tag : row.tags) {
-        widths.append(Typography::width(m_tagFont, tag.text) + 2 * tagPaddingX);
+        widths.append(widthOf(tag));
         allTags += tagSpacing + widths.constLast();
     }
 
@@ -173,18 +215,17 @@ void RowDelegate::paintTitleLine(QPainter* painter, const QRect& line, const Row
 
 void RowDelegate::paintSubtitle(QPainter* painter, const QRect& line, const Row& row,
                                 bool isSelected, const Theme& theme) const {
-    constexpr int spacing = 4;
-    constexpr int arrow = 11;
     if (row.newVersion.isEmpty()) {
         drawText(painter, line, m_subtitleFont, theme.secondaryText, row.subtitle);
         return;
     }
     const QRect old = line.adjusted(0, 0, -line.width() / 2, 0);
     int x = line.left() +
-            drawText(painter, old, m_subtitleFont, theme.secondaryText, row.subtitle) + spacing;
-    const QRect arrowRect(x, line.center().y() - arrow / 2, arrow, arrow);
+            drawText(painter, old, m_subtitleFont, theme.secondaryText, row.subtitle) +
+            versionSpacing;
+    const QRect arrowRect(x, line.center().y() - arrowSize / 2, arrowSize, arrowSize);
     Symbol::paint(painter, u"arrow.right"_s, arrowRect, theme.secondaryText);
-    x = arrowRect.right() + 1 + spacing;
+    x = arrowRect.right() + 1 + versionSpacing;
     drawText(painter, line.adjusted(x - line.left(), 0, 0, 0), m_newVersionFont,
              isSelected ? theme.outdatedOnTint : theme.outdated, row.newVersion);
 }

@@ -24,7 +24,18 @@ public:
     /// drawn for small icons.
     [[nodiscard]] QList<QRect> hitRects(const QRect& rect, const Row& row) const;
 
+    /// The texts of the row that are cut because there is no room for them in `rect`.
+    [[nodiscard]] QStringList cutTexts(const QRect& rect, const Row& row) const;
+
 private:
+    /// Where a row's texts have room.
+    struct Room final {
+        QRect texts;
+        QRect version;
+    };
+
+    [[nodiscard]] Room roomIn(const QRect& rect, const Row& row) const;
+    [[nodiscard]] int widthOf(const RowTag& tag) const;
     [[nodiscard]] QSize sizeOf(const RowAction& action) const;
     [[nodiscard]] QList<QRect> actionRects(const QRect& rect, const Row& row) const;
     void paintHeading(QPainter* painter, const QRect& rect, const QString& title,

@@ -311,9 +311,11 @@ bool RowListView::viewportEvent(QEvent* event) {
 void RowListView::showToolTip(const QPoint& globalPosition, const QPoint& position) {
     const Target target = targetAt(position);
     const Row row = m_model.row(target.row);
-    const QString text = target.action ? row.actions.value(*target.action).toolTip : row.subtitle;
-    QToolTip::showText(globalPosition, DisplayText::toolTip(text), viewport(),
-                       visualRect(target.row));
+    const QRect area = visualRect(target.row);
+    // What can be read in the row needn't be said again.
+    const QString text = target.action ? row.actions.value(*target.action).toolTip
+                                       : m_delegate.cutTexts(area, row).join(u", "_s);
+    QToolTip::showText(globalPosition, DisplayText::toolTip(text), viewport(), area);
 }
 
 bool RowListView::showsSpinner() const {
