@@ -5,6 +5,7 @@
 #include "BrewManager.h"
 #include "CoroutineParameters.h"
 #include "L10n.h"
+#include "pages/PackageActions.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
@@ -159,17 +160,8 @@ void PackageDetailView::setPackageID(const QString& packageID) {
     scheduleRender();
 }
 
-std::optional<BrewPackage> PackageDetailView::findPackage() const {
-    for (const QList<BrewPackage>* packages : {&*manager().formulae, &*manager().casks}) {
-        const auto found = std::ranges::find(*packages, m_packageID, &BrewPackage::id);
-        if (found != packages->end())
-            return *found;
-    }
-    return std::nullopt;
-}
-
 void PackageDetailView::render() {
-    const std::optional<BrewPackage> package = findPackage();
+    const std::optional<BrewPackage> package = installedPackage(manager(), m_packageID);
     if (!package) {
         m_notFound->showSymbol(u"doc.text.magnifyingglass"_s, &Theme::secondaryText,
                                L10n::packageNotFound());

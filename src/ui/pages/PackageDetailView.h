@@ -27,7 +27,6 @@ protected:
     void render() override;
 
 private:
-    [[nodiscard]] std::optional<BrewPackage> findPackage() const;
     void showPackage(const BrewPackage& package);
     QCoro::Task<> loadInfo(BrewPackage package);
 

@@ -4,6 +4,7 @@
 #include "BrewManager.h"
 #include "CoroutineParameters.h"
 #include "L10n.h"
+#include "pages/PackageActions.h"
 #include "pages/PackageRows.h"
 #include "style/Theme.h"
 #include "widgets/Alert.h"
@@ -55,6 +56,7 @@ PackageListView::PackageListView(BrewManager& manager, PackageSelection& selecti
       m_kind(std::move(kind)),
       m_searchField(addSearchField(m_kind.filterPlaceholder)),
       m_refreshButton(addRefreshButton(m_kind.refreshHelp)) {
+    list().setFurtherActions([this](const QString& id) { return furtherActions(id); });
     connect(m_searchField, &SearchField::textChanged, this, &PackageListView::scheduleRender);
     connect(m_refreshButton, &IconButton::clicked, this, [this] { m_kind.load(); });
 }
@@ -111,6 +113,27 @@ QCoro::Task<> PackageListView::uninstall(QString name) {
     // The page may be gone by then; the list is to be loaded all the same.
     const auto load = m_kind.load;
     if (co_await brewManager->uninstall(name, m_kind.type) && brewManager)
+        co_await load();
+}
+
+QList<RowAction> PackageListView::furtherActions(const QString& packageID) {
+    const std::optional<BrewPackage> package = installedPackage(manager(), packageID);
+    const bool canUpgrade = package && package->isOutdated && !*manager().isRunningOperation;
+    return {homepageAction(package),
+            {.kind = RowAction::Kind::Button,
+             .title = L10n::update(),
+             .isEnabled = canUpgrade,
+             .onTrigger = [this, package] { upgrade(package->name); }}};
+}
+
+QCoro::Task<> PackageListView::upgrade(QString name) {
+    static_assert(takesParametersByValue<&PackageListView::upgrade>);
+    const QPointer brewManager(&manager());
+    const auto load = m_kind.load;
+    if (!co_await brewManager->upgrade(name, m_kind.type) || !brewManager)
+        co_return;
+    co_await brewManager->loadOutdated();
+    if (brewManager)
         co_await load();
 }
 

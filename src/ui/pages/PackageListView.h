@@ -44,6 +44,8 @@ protected:
 private:
     void askToUninstall(const QString& name);
     QCoro::Task<> uninstall(QString name);
+    [[nodiscard]] QList<RowAction> furtherActions(const QString& packageID);
+    QCoro::Task<> upgrade(QString name);
 
     Kind m_kind;
     /// What the filter leaves, of what packages and by what text. Lists share their data.

@@ -4,6 +4,7 @@
 #include "BrewManager.h"
 #include "CoroutineParameters.h"
 #include "L10n.h"
+#include "pages/PackageActions.h"
 #include "pages/PackageRows.h"
 #include "style/Theme.h"
 #include "widgets/RowListView.h"
@@ -37,6 +38,9 @@ SearchView::SearchView(BrewManager& manager, PackageSelection& selection, QWidge
     m_searchTask.setTimerType(Qt::PreciseTimer);
     m_searchTask.setInterval(searchDelay);
 
+    list().setFurtherActions([this](const QString& id) {
+        return QList{homepageAction(installedPackage(this->manager(), id))};
+    });
     connect(field, &SearchField::textChanged, this, &SearchView::searchTextChanged);
     connect(field, &SearchField::returnPressed, this, &SearchView::performSearch);
     connect(&m_searchTask, &QTimer::timeout, this, &SearchView::performSearch);

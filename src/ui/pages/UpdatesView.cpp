@@ -4,6 +4,7 @@
 #include "BrewManager.h"
 #include "CoroutineParameters.h"
 #include "L10n.h"
+#include "pages/PackageActions.h"
 #include "pages/PackageRows.h"
 #include "style/LumoraStyle.h"
 #include "style/Symbol.h"
@@ -33,6 +34,9 @@ UpdatesView::UpdatesView(BrewManager& manager, PackageSelection& selection, QWid
     addHeaderControl(m_updateAllButton);
     m_refreshButton = addRefreshButton(L10n::checkForUpdates());
 
+    list().setFurtherActions([this](const QString& id) {
+        return QList{homepageAction(installedPackage(this->manager(), id))};
+    });
     connect(m_updateAllButton, &PushButton::clicked, this, [this] { upgradeAll(); });
     connect(m_refreshButton, &IconButton::clicked, this,
             [this] { this->manager().loadOutdated(); });

@@ -81,6 +81,10 @@ void RowListView::setSelectedId(const std::optional<QString>& id) {
     viewport()->update();
 }
 
+void RowListView::setFurtherActions(FurtherActions furtherActions) {
+    m_furtherActions = std::move(furtherActions);
+}
+
 RowState RowListView::stateOf(const QModelIndex& index) const {
     const auto isSelected = [this](const QModelIndex& row) {
         return m_selectedId && RowModel::isRow(row) && m_model.row(row).id == *m_selectedId;
@@ -187,12 +191,20 @@ void RowListView::triggerTrash() {
 }
 
 void RowListView::trigger(const QString& id, const QString& title) {
-    const Row row = m_model.row(m_model.indexOf(id));
-    const auto action = std::ranges::find_if(row.actions, [&title](const RowAction& candidate) {
-        return candidate.title == title && candidate.canTrigger();
-    });
-    if (action != row.actions.end())
+    const QModelIndex index = m_model.indexOf(id);
+    if (!index.isValid())
+        return;
+    const QList<RowAction> actions = menuActions(m_model.row(index));
+    const auto action = std::ranges::find(actions, title, &RowAction::title);
+    if (action != actions.end())
         action->trigger();
+}
+
+QList<RowAction> RowListView::menuActions(const Row& row) const {
+    QList<RowAction> actions = m_furtherActions ? m_furtherActions(row.id) : QList<RowAction>();
+    actions += row.actions;
+    actions.removeIf([](const RowAction& action) { return !action.canTrigger(); });
+    return actions;
 }
 
 void RowListView::mousePressEvent(QMouseEvent* event) {
@@ -254,11 +266,9 @@ void RowListView::openMenu(const QModelIndex& index, const QPoint& globalPositio
         menu->addAction(DisplayText::label(L10n::details()), this, [this, id = row.id] {
             activate({m_model.indexOf(id), std::nullopt});
         });
-    for (const RowAction& action : row.actions) {
-        if (action.canTrigger())
-            menu->addAction(DisplayText::label(action.title), this,
-                            [this, id = row.id, title = action.title] { trigger(id, title); });
-    }
+    for (const RowAction& action : menuActions(row))
+        menu->addAction(DisplayText::label(action.title), this,
+                        [this, id = row.id, title = action.title] { trigger(id, title); });
     if (menu->isEmpty()) {
         delete menu;
         return;

@@ -30,6 +30,11 @@ public:
 
     [[nodiscard]] const RowModel& rows() const { return m_model; }
 
+    /// Tells what else can be done with a row, by id, for its menu. Asked when that is opened.
+    using FurtherActions = std::function<QList<RowAction>(const QString& id)>;
+
+    void setFurtherActions(FurtherActions furtherActions);
+
     /// Where a click triggers one of the row's actions, in viewport coordinates.
     [[nodiscard]] QRect actionRect(const QModelIndex& index, qsizetype action = 0) const;
 
@@ -68,6 +73,7 @@ private:
     void setHovered(const Target& target);
     void stepThroughActions(Qt::Key key);
     void triggerTrash();
+    [[nodiscard]] QList<RowAction> menuActions(const Row& row) const;
     void openMenu(const QModelIndex& index, const QPoint& globalPosition);
     /// In the middle of the current row.
     void openMenuByKeyboard();
@@ -80,6 +86,7 @@ private:
     RowModel m_model;
     RowDelegate m_delegate;
     Selectable m_selectable;
+    FurtherActions m_furtherActions;
     std::optional<QString> m_selectedId;
     Target m_hovered;
     Target m_pressed;
