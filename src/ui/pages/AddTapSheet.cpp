@@ -9,15 +9,15 @@
 #include "widgets/Labels.h"
 #include "widgets/PushButton.h"
 #include "widgets/Spinner.h"
+#include "widgets/TextField.h"
 
-#include <QLineEdit>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
 AddTapSheet::AddTapSheet(QWidget* window)
     : Sheet(window),
-      m_field(new QLineEdit),
+      m_field(new TextField(L10n::enterTapName())),
       m_progress(new QWidget),
       m_add(new PushButton(L10n::add())) {
     constexpr int padding = 20;
@@ -30,9 +30,8 @@ AddTapSheet::AddTapSheet(QWidget* window)
 
     m_field->setObjectName(u"tapNameField"_s);
     m_field->setPlaceholderText(u"user/repo"_s);
-    m_field->setAccessibleName(L10n::enterTapName());
     m_field->setFixedSize(fieldWidth, Metrics::controlHeight);
-    m_field->setTextMargins(Metrics::buttonRadius, 0, Metrics::buttonRadius, 0);
+    m_field->setMargins(Metrics::buttonRadius, Metrics::buttonRadius);
 
     m_progress->setLayout(
         Boxes::row(Metrics::rowSpacing, {new Spinner(Spinner::Size::Small),
@@ -48,7 +47,7 @@ AddTapSheet::AddTapSheet(QWidget* window)
                        Boxes::row(Metrics::rowSpacing, {Boxes::stretch(), cancel, m_add})},
                       {padding, padding, padding, padding}));
 
-    connect(m_field, &QLineEdit::textChanged, this, &AddTapSheet::updateButtons);
+    connect(m_field, &TextField::textChanged, this, &AddTapSheet::updateButtons);
     // The default key, whatever in the panel has the focus.
     auto* const add = new QShortcut(panel());
     add->setKeys({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});

@@ -3,8 +3,8 @@
 
 #include "widgets/Sheet.h"
 
-class QLineEdit;
 class PushButton;
+class TextField;
 
 /// Asks for the name of a tap to add. It stays open until the tap is added or the user gives up.
 class AddTapSheet final : public Sheet {
@@ -24,7 +24,7 @@ private:
     void updateButtons();
     void requestAdd();
 
-    QLineEdit* m_field;
+    TextField* m_field;
     QWidget* m_progress;
     PushButton* m_add;
     bool m_isAdding{false};

@@ -17,12 +17,16 @@ IconButton::IconButton(QString symbol, const QString& toolTip, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
 }
 
+void IconButton::setSymbolSize(int size) {
+    m_symbolSize = size;
+    update();
+}
+
 QSize IconButton::sizeHint() const {
     return {Metrics::controlHeight, Metrics::controlHeight};
 }
 
 void IconButton::paintEvent(QPaintEvent*) {
-    constexpr int iconSize = 18;
     constexpr double disabledOpacity = 0.35;
     const Theme& theme = Theme::of(this);
     QPainter painter(this);
@@ -31,7 +35,7 @@ void IconButton::paintEvent(QPaintEvent*) {
                               isDown() ? theme.pressed : theme.hover);
     if (Painting::showsFocus(this))
         Painting::drawFocusRing(&painter, rect(), Metrics::controlRadius, theme);
-    QRect icon(0, 0, iconSize, iconSize);
+    QRect icon(0, 0, m_symbolSize, m_symbolSize);
     icon.moveCenter(rect().center());
     Symbol::paint(&painter, m_symbol, icon,
                   isEnabled() ? theme.text : withOpacity(theme.text, disabledOpacity));

@@ -12,6 +12,9 @@ class IconButton final : public KeyboardButton<QAbstractButton> {
 public:
     IconButton(QString symbol, const QString& toolTip, QWidget* parent = nullptr);
 
+    /// How large the symbol is drawn in the button.
+    void setSymbolSize(int size);
+
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -21,4 +24,5 @@ protected:
 
 private:
     QString m_symbol;
+    int m_symbolSize{18};
 };

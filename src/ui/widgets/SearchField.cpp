@@ -18,7 +18,8 @@ constexpr int iconLeft = 9;
 
 } // namespace
 
-SearchField::SearchField(const QString& placeholder, QWidget* parent) : QLineEdit(parent) {
+SearchField::SearchField(const QString& placeholder, QWidget* parent)
+    : TextField(placeholder, parent) {
     constexpr int textGap = 5;
     constexpr int leading = iconLeft + iconSize + textGap - 2;
     constexpr int trailing = 2;
@@ -26,13 +27,11 @@ SearchField::SearchField(const QString& placeholder, QWidget* parent) : QLineEdi
     constexpr int innerMargins = 6;
     setObjectName(u"searchField"_s);
     setPlaceholderText(placeholder);
-    setAccessibleName(placeholder);
     setFont(Typography::font(Typography::body));
     // Wide fonts and long words may need more than the usual width.
     const int needed = leading + Typography::width(font(), placeholder) + trailing + innerMargins;
     setFixedSize(qMax(Metrics::searchFieldWidth, needed), Metrics::controlHeight);
-    setTextMargins(leading, 0, trailing, 0);
-    setClearButtonEnabled(false);
+    setMargins(leading, trailing);
 }
 
 void SearchField::keyPressEvent(QKeyEvent* event) {
@@ -44,11 +43,11 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
         Q_EMIT leftDownwards();
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    TextField::keyPressEvent(event);
 }
 
 void SearchField::paintEvent(QPaintEvent* event) {
-    QLineEdit::paintEvent(event);
+    TextField::paintEvent(event);
     QPainter painter(this);
     const QRect icon(iconLeft, (height() - iconSize) / 2, iconSize, iconSize);
     Symbol::paint(&painter, u"magnifyingglass"_s, icon, Theme::of(this).secondaryText);

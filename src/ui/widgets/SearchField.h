@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QLineEdit>
+#include "widgets/TextField.h"
 
 /// The text field of a page's header, with a magnifier in front. Escape clears it.
-class SearchField final : public QLineEdit {
+class SearchField final : public TextField {
     Q_OBJECT
 
 public:
