@@ -20,6 +20,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSet>
 #include <QSignalSpy>
 
@@ -98,6 +100,7 @@ private Q_SLOTS:
     void pressesButtonsAndLinksByReturn_data();
     void pressesButtonsAndLinksByReturn();
     void opensAndClosesADetail();
+    void scrollsADetail();
     void filters();
     void installs();
     void upgradesOne();
@@ -387,6 +390,32 @@ void KeyboardTest::opensAndClosesADetail() {
     QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
     QTRY_COMPARE(QApplication::focusWidget()->objectName(), u"rowList"_s);
     QCOMPARE(keyboard.app.page().list().currentId(), u"formula-wget"_s);
+}
+
+void KeyboardTest::scrollsADetail() {
+    KeyboardApp keyboard;
+    QByteArray report;
+    for (int i = 0; i < 100; ++i)
+        report += "line " + QByteArray::number(i) + '\n';
+    keyboard.app.brew.answer(u"info wget"_s, report);
+    keyboard.goTo(u"formula-wget"_s);
+    Input::key(Qt::Key_Return);
+    const SheetDriver sheet(keyboard.app.window);
+    auto& scroll = require<QScrollArea>(sheet.panel(), u"detailScroll"_s);
+    QTRY_VERIFY(scroll.verticalScrollBar()->maximum() > 0);
+    const auto edge = [&scroll] {
+        QCoreApplication::processEvents();
+        return scroll.grab(QRect(0, 0, 2, scroll.height())).toImage();
+    };
+    const QImage without = edge();
+    QVERIFY(Focus::tabTo(u"detailScroll"_s));
+    QVERIFY(edge() != without);
+    Input::key(Qt::Key_End);
+    QCOMPARE(scroll.verticalScrollBar()->value(), scroll.verticalScrollBar()->maximum());
+    Input::key(Qt::Key_Home);
+    QCOMPARE(scroll.verticalScrollBar()->value(), 0);
+    Input::key(Qt::Key_Tab);
+    QVERIFY(edge() == without);
 }
 
 void KeyboardTest::filters() {

@@ -16,15 +16,13 @@
 #include "widgets/Labels.h"
 #include "widgets/Links.h"
 #include "widgets/OutputText.h"
+#include "widgets/ScrollPane.h"
 #include "widgets/Spinner.h"
 #include "widgets/StateView.h"
 
 #include <QPointer>
-#include <QScrollArea>
 #include <QStackedLayout>
 #include <QUrl>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -127,7 +125,7 @@ PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QW
       m_packageID(std::move(packageID)),
       m_stack(new QStackedLayout(this)),
       m_notFound(new StateView(this)) {
-    constexpr int padding = 16;
+    constexpr int padding = 16 - ScrollPane::focusMargin;
     constexpr int reportSpacing = 6;
     constexpr int rowSpacing = 8;
 
@@ -144,12 +142,9 @@ PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QW
                              {padding, padding, padding, padding});
     content->setLayout(m_layout);
 
-    QScrollArea* const scroll = Boxes::scrolling(content);
+    auto* const scroll = new ScrollPane(content);
     scroll->setObjectName(u"detailScroll"_s);
     scroll->setAccessibleName(L10n::details());
-    // The sheet's rounded corners are to be seen through both; setWidget() fills the content.
-    scroll->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
     m_found = scroll;
     m_stack->addWidget(m_notFound);
     m_stack->addWidget(m_found);
