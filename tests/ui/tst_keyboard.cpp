@@ -86,6 +86,7 @@ private Q_SLOTS:
     void reachesEverythingOnAPage_data();
     void reachesEverythingOnAPage();
     void goesRoundInReadingOrder();
+    void goesRoundInReadingOrderWhateverCameWhen();
     void showsWhereItIs_data();
     void showsWhereItIs();
     void leavesNoMarkToTheMouse();
@@ -150,6 +151,44 @@ void KeyboardTest::goesRoundInReadingOrder() {
     QCOMPARE(order, (QStringList{u"sidebar"_s, u"searchField"_s, u"refreshButton"_s, u"rowList"_s,
                                  u"applicationMenuButton"_s}));
     QCOMPARE(QApplication::focusWidget()->objectName(), u"sidebar"_s);
+}
+
+void KeyboardTest::goesRoundInReadingOrderWhateverCameWhen() {
+    KeyboardApp keyboard;
+    const auto round = [] {
+        QStringList names;
+        if (Focus::tabTo(u"sidebar"_s)) {
+            do {
+                names.append(QApplication::focusWidget()->objectName());
+                Input::key(Qt::Key_Tab);
+            } while (names.size() < 20 &&
+                     names.constFirst() != QApplication::focusWidget()->objectName());
+        }
+        return names;
+    };
+    keyboard.app.choose(taps);
+    QCOMPARE(round(), (QStringList{u"sidebar"_s, u"refreshButton"_s, u"addTapButton"_s,
+                                   u"rowList"_s, u"applicationMenuButton"_s}));
+    keyboard.app.choose(updates);
+    QCOMPARE(round(), (QStringList{u"sidebar"_s, u"updateAllButton"_s, u"refreshButton"_s,
+                                   u"rowList"_s, u"applicationMenuButton"_s}));
+    // In another language all widgets are others, and strips come when they will.
+    LangManager::shared().setCurrent(Lang::ja);
+    QTRY_COMPARE(keyboard.app.page().title(), u"アップデート (2)"_s);
+    keyboard.app.manager.errorMessage.set(u"Something failed"_s);
+    Q_EMIT keyboard.app.manager.operationEnded({.succeeded = false,
+                                                .start = u"Upgrading wget..."_s,
+                                                .closing = u"Failed to upgrade wget"_s,
+                                                .transcript = u"Error: no\n"_s});
+    QTRY_VERIFY(findVisible(keyboard.app.window, u"operationStrip"_s) != nullptr);
+    const QStringList withStrips{u"operationOutput"_s, u"closeOperation"_s, u"closeFailure"_s,
+                                 u"rowList"_s, u"applicationMenuButton"_s};
+    QCOMPARE(round(),
+             (QStringList{u"sidebar"_s, u"updateAllButton"_s, u"refreshButton"_s} + withStrips));
+    keyboard.app.choose(casks);
+    QCOMPARE(round(),
+             (QStringList{u"sidebar"_s, u"searchField"_s, u"refreshButton"_s} + withStrips));
+    LangManager::shared().setCurrent(Lang::en);
 }
 
 void KeyboardTest::showsWhereItIs_data() {

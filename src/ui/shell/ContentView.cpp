@@ -21,6 +21,24 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Leads the Tab key through all that takes it in these parts, one part after the other.
+void chainFocus(const QList<QWidget*>& parts) {
+    QWidget* last = nullptr;
+    for (QWidget* const part : parts) {
+        for (QWidget* const stop : QList{part} + part->findChildren<QWidget*>()) {
+            if (stop->focusPolicy() == Qt::NoFocus)
+                continue;
+            if (last != nullptr)
+                QWidget::setTabOrder(last, stop);
+            last = stop;
+        }
+    }
+}
+
+} // namespace
+
 ContentView::ContentView(BrewManager& manager, LangManager& langManager, QString aboutPicture,
                          QWidget* parent)
     : View(manager, parent),
@@ -95,6 +113,16 @@ void ContentView::showSelectedPage() {
     }
     m_detailColumn->setPage(
         makePage(*m_selectedCategory, {manager(), m_langManager, m_selection, m_aboutPicture}));
+    orderFocus();
+}
+
+/// As all is read, whatever came when: sidebar, header, strips, page, menu.
+void ContentView::orderFocus() {
+    QList<QWidget*> parts{m_sidebar};
+    parts += m_detailColumn->parts();
+    if (m_cornerWidget != nullptr)
+        parts.append(m_cornerWidget);
+    chainFocus(parts);
 }
 
 void ContentView::setSelectedCategory(std::optional<SidebarCategory> category) {
@@ -180,6 +208,8 @@ void ContentView::setCornerWidget(QWidget* widget) {
     m_cornerWidget->setParent(this);
     m_cornerWidget->show();
     placeCornerWidget();
+    if (m_detailColumn != nullptr)
+        orderFocus();
 }
 
 void ContentView::placeCornerWidget() {

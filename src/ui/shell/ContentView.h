@@ -62,6 +62,7 @@ private:
     void rebuild();
     [[nodiscard]] QWidget* makeSplitView();
     void showSelectedPage();
+    void orderFocus();
     void beginOnPage();
     void closeSheet();
     void updateSheet();

@@ -81,6 +81,10 @@ void DetailColumn::setPlaceholder(const QString& text) {
     setContent(label);
 }
 
+QList<QWidget*> DetailColumn::parts() const {
+    return {m_header, m_operationStrip, m_failureStrip, m_content};
+}
+
 void DetailColumn::setContent(QWidget* content) {
     if (m_content != nullptr) {
         m_content->disconnect(m_header);

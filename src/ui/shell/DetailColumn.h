@@ -48,6 +48,9 @@ public:
     /// The page shown, or null.
     [[nodiscard]] Page* page() const { return m_page; }
 
+    /// From top to bottom.
+    [[nodiscard]] QList<QWidget*> parts() const;
+
     [[nodiscard]] FailureStrip* failureStrip() const { return m_failureStrip; }
 
     [[nodiscard]] OperationStrip* operationStrip() const { return m_operationStrip; }
