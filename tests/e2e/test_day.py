@@ -98,7 +98,7 @@ class Day(DesktopTest):
         self.assertEqual(self.new_commands(), [])
 
     def open_and_close_details(self) -> None:
-        for close in (lambda: self.app.click_button("Close"), lambda: self.app.press("Escape")):
+        for close in (lambda: self.app.click_in_sheet("Close"), lambda: self.app.press("Escape")):
             self.app.click(self.app.row("bat"))
             self.app.find("Version: 0.26.0", role="label")
             self.app.find("Installed: 0.25.0", role="label")

@@ -23,6 +23,8 @@ _BUTTON_LEFT = 1
 _BUTTON_RIGHT = 3
 _WHEEL_DOWN = 5
 _MANY_TURNS = 30
+# For so many seconds a sheet takes a press for the second one of the double click that opened it.
+_DOUBLE_CLICK = 0.4
 
 
 class Application:
@@ -178,6 +180,12 @@ class Application:
 
     def click_button(self, name: Wanted) -> None:
         self.click(self.enabled_button(name))
+
+    def click_in_sheet(self, name: Wanted) -> None:
+        """A button of the sheet that is open, however recently it came."""
+        end = time.monotonic() + _DOUBLE_CLICK
+        wait_until(lambda: time.monotonic() > end, "a double click is over")
+        self.click_button(name)
 
     def click_row_action(self, package: str) -> None:
         """The trash can or the button at the end of a row."""
