@@ -64,19 +64,8 @@ bool isManifestOf(const QString& bundle, const std::string& manifest) {
     return isNumber && listed == count;
 }
 
-void tryPropertyList(const Bundle& bundle, const QByteArray& bytes) {
-    const QString file = u"Contents/Info.plist"_s;
-    bundle.write(file, bytes);
-    const ApplicationBundle application(bundle.path());
-    const QString version = application.version();
-    require(application.version() == version, "the same again");
-    if (version == u"0.0.0"_s)
-        return;
-    // Entities make a text longer than what it stands for, and Qt allows so much of that.
-    constexpr qsizetype longestEntity = 4096;
-    require(version.size() <= bytes.size() * longestEntity, "a version isn't made from nothing");
-
-    // Whatever it is, as somebody would write it down.
+/// A version, whatever it is, as somebody would write it down.
+QByteArray propertyListOf(const QString& version) {
     QByteArray written;
     QXmlStreamWriter xml(&written);
     xml.writeStartElement(u"plist"_s);
@@ -85,8 +74,27 @@ void tryPropertyList(const Bundle& bundle, const QByteArray& bytes) {
     xml.writeTextElement(u"string"_s, version);
     xml.writeEndElement();
     xml.writeEndElement();
-    bundle.write(file, written);
-    require(application.version() == version, "a version survives being written");
+    return written;
+}
+
+void tryPropertyList(const Bundle& bundle, const QByteArray& bytes) {
+    const QString file = u"Contents/Info.plist"_s;
+    const ApplicationBundle application(bundle.path());
+    bundle.write(file, bytes);
+    const QString version = application.version();
+    require(application.version() == version, "the same again");
+    // Entities make a text longer than what it stands for, and Qt allows so much of that.
+    constexpr qsizetype longestEntity = 4096;
+    require(version == u"0.0.0"_s || version.size() <= bytes.size() * longestEntity,
+            "a version isn't made from nothing");
+
+    QString text = QString::fromUtf8(bytes);
+    text.removeIf([](QChar character) {
+        const bool isControl = character < u' ' && character != u'\t' && character != u'\n';
+        return isControl || character > QChar::ReplacementCharacter;
+    });
+    bundle.write(file, propertyListOf(text));
+    require(application.version() == text, "a version is read as it was written");
 }
 
 void tryManifest(const Bundle& bundle, const QByteArray& bytes) {
