@@ -61,7 +61,6 @@ def plan(steps: Steps, count: int, chance: random.Random) -> list[str]:
 def soak(options: argparse.Namespace, samples: list[Sample]) -> collections.Counter[str]:
     chance = random.Random(options.seed)
     done: collections.Counter[str] = collections.Counter()
-    missed = 0
     with Desk() as desk:
         prefix = HeldPrefix(desk.folder / "homebrew", "--pace", "0")
         home = desk.new_home("en")
@@ -82,9 +81,9 @@ def soak(options: argparse.Namespace, samples: list[Sample]) -> collections.Coun
                     steps.kinds[kind][1]()
                     done[kind] += 1
                 except (NotHappened, NotSeen) as error:
-                    print(f"step {number}, {kind}: {error}", flush=True)
-                    missed += 1
-                    if missed > _MOST_MISSED * options.steps:
+                    print(f"step {number}, {kind}: {error}\n{app.tree().describe()}", flush=True)
+                    done["missed"] += 1
+                    if done["missed"] > _MOST_MISSED * options.steps:
                         raise
                     steps.recover()
             measure(app, heap, steps, samples, options.steps, begun)
