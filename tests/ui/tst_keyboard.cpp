@@ -109,6 +109,7 @@ private Q_SLOTS:
     void uninstalls();
     void addsATap();
     void addsATapByTheDefaultKey();
+    void correctsATap();
     void keepsWhatIsTypedInASheet();
     void removesATap();
     void cleansUp();
@@ -556,6 +557,31 @@ void KeyboardTest::addsATapByTheDefaultKey() {
     QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
     keyboard.app.waitUntilLoaded();
     QCOMPARE(keyboard.app.brew.newRuns().count(u"tap g/h"_s), 1);
+}
+
+void KeyboardTest::correctsATap() {
+    KeyboardApp keyboard;
+    keyboard.choose(taps);
+    QVERIFY(Focus::tabTo(u"addTapButton"_s));
+    Input::key(Qt::Key_Space);
+    const SheetDriver sheet(keyboard.app.window);
+    keyboard.app.brew.fail(u"tap e"_s);
+    keyboard.app.brew.hold(u"tap e"_s);
+    Input::type(u"e"_s);
+    QVERIFY(Focus::tabTo(u"confirmAddTap"_s));
+    Input::key(Qt::Key_Space);
+    QTRY_VERIFY(!sheet.button(u"confirmAddTap"_s).isEnabled());
+    QVERIFY(sheet.button(u"confirmAddTap"_s).hasFocus());
+    keyboard.app.brew.release(u"tap e"_s);
+    QTRY_VERIFY(require<QLineEdit>(sheet.panel(), u"tapNameField"_s).hasFocus());
+    Input::type(u"/f"_s);
+    Input::key(Qt::Key_Return);
+    QTRY_VERIFY(!SheetDriver::isOpen(keyboard.app.window));
+    QVERIFY(keyboard.app.brew.runs().contains(u"tap e/f"_s));
+    // What is gone takes no focus.
+    QTRY_COMPARE(QApplication::focusWidget()->objectName(), u"addTapButton"_s);
+    keyboard.app.waitUntilLoaded();
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"addTapButton"_s);
 }
 
 void KeyboardTest::keepsWhatIsTypedInASheet() {

@@ -60,10 +60,13 @@ AddTapSheet::AddTapSheet(QWidget* window)
 }
 
 void AddTapSheet::setAdding(bool isAdding) {
-    m_isAdding = isAdding;
+    const bool hasFailed = std::exchange(m_isAdding, isAdding) && !isAdding && isVisible();
     m_progress->setVisible(isAdding);
     fitContent();
     updateButtons();
+    // There is something to be corrected.
+    if (hasFailed)
+        m_field->setFocus(Qt::OtherFocusReason);
 }
 
 void AddTapSheet::updateButtons() {

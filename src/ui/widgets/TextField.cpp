@@ -13,7 +13,7 @@ constexpr int buttonSize = 24;
 } // namespace
 
 TextField::TextField(const QString& accessibleName, QWidget* parent)
-    : QLineEdit(parent), m_clearButton(new IconButton(u"xmark"_s, L10n::cancel(), this)) {
+    : QLineEdit(parent), m_clearButton(new IconButton(u"xmark"_s, L10n::remove(), this)) {
     constexpr int symbolSize = 12;
     setAccessibleName(accessibleName);
     m_clearButton->setObjectName(u"clearField"_s);
