@@ -199,7 +199,7 @@ class Day(DesktopTest):
         self.assertFalse(self.app.button("Add").is_enabled)
         self.app.click(field)
         self.app.type("missing/tap")
-        self.app.click_button("Add")
+        self.app.click_in_sheet("Add")
         self.assertEqual(self.prefix.wait_for_command("tap missing/tap", self.counted), 1)
         # The name is still there to be corrected.
         self.app.enabled_button("Add")
