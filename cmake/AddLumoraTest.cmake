@@ -1,7 +1,8 @@
 # add_lumora_test(<layer> <name> [LINKS <target>...] [ENVIRONMENT <NAME=value>...])
 #
 # Builds tests/<layer>/tst_<name>.cpp into a program of its own and runs it with CTest
-# under the label <layer>, on the offscreen platform and in plain English.
+# under the label <layer>, on the offscreen platform and in plain English. The target <layer>_tests
+# builds all of a layer.
 function(add_lumora_test layer name)
     cmake_parse_arguments(PARSE_ARGV 2 TEST "" "" "LINKS;ENVIRONMENT")
     set(target tst_${name})
@@ -26,6 +27,10 @@ function(add_lumora_test layer name)
         target_precompile_headers(${target} PRIVATE <QtCore/QtCore> <QtTest/QtTest>)
         set_property(DIRECTORY PROPERTY "LUMORA_FIRST_TEST:${TEST_LINKS}" ${target})
     endif()
+    if(NOT TARGET ${layer}_tests)
+        add_custom_target(${layer}_tests)
+    endif()
+    add_dependencies(${layer}_tests ${target})
     add_test(NAME ${layer}.${name} COMMAND ${target})
     set_tests_properties(
         ${layer}.${name}
