@@ -15,10 +15,10 @@ SETTLED = 0.2
 # What is lost is lost all the time, and what is kept once, such as the letters of a font, is not:
 # it is the middle one of this many parts that counts.
 PARTS = 3
-# Kibibytes in 1,000 steps: 30 bytes in each, or a widget in every twentieth. What is in use when
-# the window is at rest differs by that much from one time to another, and libX11 keeps 160 bytes
-# of account for each menu that opens, which makes five.
-MOST_GROWTH = 30.0
+# Kibibytes in 1,000 steps: whatever loses 60 bytes in each, or a widget in every tenth, is above
+# this. Half of it there is without a leak of ours: libX11 keeps 160 bytes of account for each menu
+# that opens, and Qt the letters and symbols that it has drawn.
+MOST_GROWTH = 60.0
 
 
 @dataclass
