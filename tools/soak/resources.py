@@ -14,7 +14,7 @@ WARM_UP = 0.1
 SETTLED = 0.2
 # What is lost is lost all the time, and what is kept once, such as the letters of a font, is not:
 # it is the middle one of this many parts that counts.
-PARTS = 3
+PARTS = 5
 # Kibibytes in 1,000 steps: whatever loses 60 bytes in each, or a widget in every tenth, is above
 # this. Half of it there is without a leak of ours: libX11 keeps 160 bytes of account for each menu
 # that opens, and Qt the letters and symbols that it has drawn.
