@@ -34,7 +34,7 @@ const QString swapKey = u"Lumora.updateSwap"_s;
 class AnswerBuffer final : public QBuffer {
 protected:
     qint64 writeData(const char* data, qint64 length) override {
-        constexpr qint64 longest = 1024 * 1024;
+        constexpr qint64 longest = qint64{1024} * 1024;
         if (pos() + length <= longest)
             return QBuffer::writeData(data, length);
         setErrorString(u"The answer is too long."_s);

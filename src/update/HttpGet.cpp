@@ -82,7 +82,7 @@ private:
         const QByteArray bytes = m_reply->readAll();
         m_received += bytes.size();
         // The page about an error or a redirect isn't what is fetched, and need not have an end.
-        constexpr qint64 longest = 1024 * 1024;
+        constexpr qint64 longest = qint64{1024} * 1024;
         if (isAnsweredOtherwise() && m_received > longest)
             stop({});
         else if (!isAnsweredOtherwise() && !UpdateFiles::writeAll(*m_sink, bytes))

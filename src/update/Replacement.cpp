@@ -88,7 +88,7 @@ bool agreesWithManifest(const QString& bundle) {
     if (!entry.exists())
         return true;
     // To open a pipe or a device may take for ever, and so may a file that is all hole.
-    constexpr qint64 longest = 1024 * 1024;
+    constexpr qint64 longest = qint64{1024} * 1024;
     QFile manifest(entry.filePath());
     if (!entry.isFile() || entry.size() > longest || !manifest.open(QIODevice::ReadOnly))
         return false;
