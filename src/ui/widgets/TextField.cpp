@@ -20,12 +20,9 @@ TextField::TextField(const QString& accessibleName, QWidget* parent)
     m_clearButton->setFixedSize(buttonSize, buttonSize);
     m_clearButton->setSymbolSize(symbolSize);
     m_clearButton->setCursor(Qt::ArrowCursor);
-    // Keys have ways of their own, and the caret is to stay where it is.
+    // Keys have ways of their own, and a press on it leaves the focus to the field.
     m_clearButton->setFocusPolicy(Qt::NoFocus);
-    connect(m_clearButton, &IconButton::clicked, this, [this] {
-        clear();
-        setFocus(Qt::OtherFocusReason);
-    });
+    connect(m_clearButton, &IconButton::clicked, this, &TextField::clear);
     connect(this, &QLineEdit::textChanged, this, &TextField::showButton);
     showButton();
 }
