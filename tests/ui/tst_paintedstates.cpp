@@ -145,7 +145,8 @@ void PaintedStatesTest::lightsALinkRow() {
 
 void PaintedStatesTest::underlinesALink() {
     m_app->window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
-    const auto& link = require<LinkButton>(SheetDriver(m_app->window).panel());
+    const SheetDriver sheet(m_app->window);
+    const auto& link = require<LinkButton>(sheet.panel());
     const auto isShown = [&](bool isUnderlined) {
         QFont font = link.font();
         font.setUnderline(isUnderlined);
@@ -153,6 +154,8 @@ void PaintedStatesTest::underlinesALink() {
                                 {link.text(), font, m_theme->accent, m_theme->content});
     };
     QTRY_VERIFY(isShown(false));
+    // Before, the pointer is over nothing in it either.
+    QTRY_VERIFY(sheet.takesPresses());
     Input::moveTo(link);
     QTRY_VERIFY(isShown(true));
     QVERIFY(!isShown(false));
