@@ -9,6 +9,8 @@
 #include <QPromise>
 #include <QStandardPaths>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,14 +32,12 @@ UpdateFailure notStarted(const QProcess& process) {
 
 } // namespace
 
-QCoro::Task<int> runTool(QString path, QStringList arguments) {
-    QProcess process;
-    prepare(process, path, arguments);
-    QPromise<bool> wasStarted;
-    wasStarted.start();
-    const auto end = [&wasStarted](bool value) {
-        wasStarted.addResult(value);
-        wasStarted.finish();
+QFuture<bool> runToTheEnd(QProcess& process) {
+    const auto wasStarted = std::make_shared<QPromise<bool>>();
+    wasStarted->start();
+    const auto end = [wasStarted](bool value) {
+        wasStarted->addResult(value);
+        wasStarted->finish();
     };
     QObject::connect(&process, &QProcess::finished, &process, [end] { end(true); });
     QObject::connect(&process, &QProcess::errorOccurred, &process,
@@ -46,7 +46,13 @@ QCoro::Task<int> runTool(QString path, QStringList arguments) {
                              end(false);
                      });
     process.start();
-    if (!co_await wasStarted.future())
+    return wasStarted->future();
+}
+
+QCoro::Task<int> runTool(QString path, QStringList arguments) {
+    QProcess process;
+    prepare(process, path, arguments);
+    if (!co_await runToTheEnd(process))
         throw notStarted(process);
     co_return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }

@@ -2,7 +2,14 @@
 #pragma once
 
 #include <QCoroTask>
+#include <QFuture>
 #include <QStringList>
+
+class QProcess;
+
+/// Starts a process and waits for its end; false if it can't be started. The process has to be
+/// there until then.
+[[nodiscard]] QFuture<bool> runToTheEnd(QProcess& process);
 
 /// Runs one of the system's tools and gives its exit status once it has exited; -1 if a signal
 /// ended it. Throws UpdateFailure if it can't be started.

@@ -2,10 +2,10 @@
 #include "TrialRun.h"
 
 #include "CompareVersions.h"
+#include "RunTool.h"
 
 #include <QCoroFuture>
 #include <QProcess>
-#include <QPromise>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -43,22 +43,9 @@ QCoro::Task<bool> answersWithVersion(QString executable, QString version,
         if (answer.size() > longest)
             process.kill();
     });
-    QPromise<bool> hasSucceeded;
-    hasSucceeded.start();
-    const auto end = [&hasSucceeded](bool value) {
-        hasSucceeded.addResult(value);
-        hasSucceeded.finish();
-    };
-    QObject::connect(&process, &QProcess::finished, &process,
-                     [end](int status, QProcess::ExitStatus ending) {
-                         end(ending == QProcess::NormalExit && status == EXIT_SUCCESS);
-                     });
-    QObject::connect(&process, &QProcess::errorOccurred, &process,
-                     [end](QProcess::ProcessError error) {
-                         if (error == QProcess::FailedToStart)
-                             end(false);
-                     });
     QTimer::singleShot(patience, &process, &QProcess::kill);
-    process.start(QIODevice::ReadOnly);
-    co_return co_await hasSucceeded.future() && names(answer, version);
+    const bool hasStarted = co_await runToTheEnd(process);
+    const bool isAnswered = hasStarted && process.exitStatus() == QProcess::NormalExit &&
+                            process.exitCode() == EXIT_SUCCESS && names(answer, version);
+    co_return isAnswered;
 }

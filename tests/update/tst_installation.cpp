@@ -132,6 +132,16 @@ pid_t processRunning(const QString& pattern) {
     return pgrep.readAll().trimmed().toInt();
 }
 
+/// The script's process; 0 if it doesn't come. Asked once each time: what runs now may not run
+/// when it is asked again.
+pid_t awaitScript(const UpdateScene& scene) {
+    const QString pattern = u"^/bin/bash "_s + scene.updateFile(u"lumora-update.sh"_s);
+    pid_t process = 0;
+    (void)QTest::qWaitFor([&] { return (process = processRunning(pattern)) > 0; },
+                          UpdateScene::patience);
+    return process;
+}
+
 QByteArray contentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -213,9 +223,9 @@ void InstallationTest::leavesAScriptThatNobodyHangsUpOn() {
     scene.offerArchive();
     RunningApplication application(scene);
     scene.updater().checkForUpdatesManually();
-    const QString script = scene.updateFile(u"lumora-update.sh"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(processRunning(u"^/bin/bash "_s + script) > 0, UpdateScene::patience);
-    QCOMPARE(::kill(processRunning(u"^/bin/bash "_s + script), SIGHUP), 0);
+    const pid_t script = awaitScript(scene);
+    QVERIFY(script > 0);
+    QCOMPARE(::kill(script, SIGHUP), 0);
     application.end();
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
 }
@@ -444,12 +454,9 @@ void InstallationTest::claimsNothingAfterASwapThatFailed() {
     scene.offerArchive();
     RunningApplication application(scene);
     scene.updater().checkForUpdatesManually();
-    const QString script = u"^/bin/bash "_s + scene.updateFile(u"lumora-update.sh"_s);
-    // Asked once each time: what runs now may not run when it is asked again.
-    pid_t process = 0;
-    QVERIFY(QTest::qWaitFor([&] { return (process = processRunning(script)) > 0; },
-                            UpdateScene::patience));
-    QCOMPARE(::kill(process, SIGKILL), 0);
+    const pid_t script = awaitScript(scene);
+    QVERIFY(script > 0);
+    QCOMPARE(::kill(script, SIGKILL), 0);
     QCOMPARE(UpdateScene::storedVersion(), u"0.2.0"_s);
 
     RecordedAlerts alerts;
