@@ -31,6 +31,9 @@ QString notAllowed(const QUrl& address) {
 class Transfer final {
 public:
     Transfer(QNetworkReply* reply, QIODevice* sink) : m_reply(reply), m_sink(sink) {
+        // Otherwise Qt takes in all that a fast server sends while this thread is slow.
+        constexpr qint64 mostUnread = qint64{256} * 1024;
+        reply->setReadBufferSize(mostUnread);
         QObject::connect(reply, &QNetworkReply::readyRead, &m_context, [this] { pass(); });
     }
 

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void reportsAServerThatIsNotThere();
     void givesUpAfterFifteenSeconds();
     void doesNothingWithAnUnusableAddress();
+    void takesInNoMoreThanItReads();
     void doesNotKeepConcurrentChecksApart();
     void readsTheVersionAgainForEveryCheck();
     void offersTheSameReleaseAgain();
@@ -358,6 +359,21 @@ void ReleaseCheckTest::doesNothingWithAnUnusableAddress() {
                         ApplicationBundle(m_bundle->path()), *m_alerts);
     QCOMPARE(linesOf(check(updater)), linesOf(silence));
     verifyNothingHasChanged();
+}
+
+void ReleaseCheckTest::takesInNoMoreThanItReads() {
+    // A server and process of its own: nobody else has flooded it.
+    ReleaseServer server;
+    QJsonObject answer = endless(tag(u"\"0.2.0\""_s));
+    answer[u"gate"_s] = server.gate(u"asked"_s);
+    server.answer(ReleaseServer::latestPath(), answer);
+    AutoUpdater updater({.api = server.address(), .owner = u"someone"_s},
+                        ApplicationBundle(m_bundle->path()), *m_alerts);
+    updater.checkForUpdatesManually();
+    QTRY_VERIFY(server.hasReached(u"asked"_s));
+    server.open(u"asked"_s);
+    QVERIFY(!server.floods());
+    QTRY_COMPARE(linesOf(m_alerts->shown()), linesOf({warning(updateCheckError)}));
 }
 
 void ReleaseCheckTest::doesNotKeepConcurrentChecksApart() {

@@ -122,6 +122,11 @@ bool ReleaseServer::hasReached(const QString& gate) const {
     return QFile::exists(this->gate(gate) + u".reached"_s);
 }
 
+bool ReleaseServer::floods() {
+    constexpr int plenty = 2'000;
+    return m_process.waitForReadyRead(plenty) && m_process.readLine().trimmed() == "flood";
+}
+
 void ReleaseServer::stop() {
     if (m_process.state() == QProcess::NotRunning)
         return;

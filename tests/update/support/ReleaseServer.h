@@ -52,6 +52,10 @@ public:
     /// Whether an answer has come to the gate.
     [[nodiscard]] bool hasReached(const QString& gate) const;
 
+    /// Whether somebody takes more of an answer without an end than there can be under way.
+    /// Waits for it, and nothing happens in this thread meanwhile.
+    [[nodiscard]] bool floods();
+
     /// From now on nobody listens at the address.
     void stop();
 

@@ -79,10 +79,19 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.wfile.flush()
             self.wait_for(answer["halfway"])
         self.send_piece(sent[middle:], chunked)
-        while endless:
-            self.send_piece(b" " * 65536, chunked)
+        if endless:
+            self.send_without_end()
         if chunked and not cut:
             self.wfile.write(b"0\r\n\r\n")
+
+    def send_without_end(self):
+        """What one connection's buffers may hold takes no reader."""
+        blanks = b" " * 65536
+        for _ in range(32 * 1024 * 1024 // len(blanks)):
+            self.send_piece(blanks, chunked=True)
+        print("flood", flush=True)
+        while True:
+            self.send_piece(blanks, chunked=True)
 
     def send_piece(self, piece, chunked):
         if chunked and piece:
