@@ -2,12 +2,9 @@
 #include "UpdateAlertBoxes.h"
 
 #include "widgets/Alert.h"
-#include "widgets/DisplayText.h"
 
 #include <QCoroFuture>
-#include <QMessageBox>
 #include <QPromise>
-#include <QPushButton>
 
 #include <memory>
 #include <utility>
@@ -22,30 +19,18 @@ void answer(const Answer& promise, qsizetype button) {
 }
 
 void open(QWidget* window, const UpdateAlerts::Alert& alert, const Answer& promise) {
-    auto* const box = new QMessageBox(window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setIcon(alert.style == UpdateAlerts::Style::Warning ? QMessageBox::Warning
-                                                             : QMessageBox::Information);
-    Alert::setPlainTexts(box, DisplayText::line(alert.title), alert.text);
-    QList<QAbstractButton*> buttons;
-    for (const QString& text : alert.buttons) {
-        const auto role = buttons.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole;
-        buttons.append(box->addButton(DisplayText::label(text), role));
-    }
-    box->setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
-    box->setEscapeButton(buttons.last());
-    const qsizetype last = buttons.size() - 1;
-    QObject::connect(box, &QMessageBox::finished, box, [box, buttons, promise, last] {
-        // A box that is closed knows of no button yet.
-        const qsizetype chosen = buttons.indexOf(box->clickedButton());
-        answer(promise, chosen < 0 ? last : chosen);
-    });
-    QObject::connect(box, &QObject::destroyed, box, [promise, last] {
+    const bool isWarning = alert.style == UpdateAlerts::Style::Warning;
+    const QWidget* const shown =
+        Alert::ask(window,
+                   {.style = isWarning ? Alert::Style::Warning : Alert::Style::Informational,
+                    .title = alert.title,
+                    .message = alert.text,
+                    .answers = alert.buttons},
+                   [promise](qsizetype button) { answer(promise, button); });
+    QObject::connect(shown, &QObject::destroyed, shown, [promise, last = alert.buttons.size() - 1] {
         if (!promise->future().isFinished())
             answer(promise, last);
     });
-    box->setWindowModality(Qt::ApplicationModal);
-    box->show();
 }
 
 } // namespace

@@ -7,11 +7,10 @@
 #include <QPointer>
 #include <QWidget>
 
-/// Shows the updater's alerts as the platform's message boxes, each after the one before it
-/// is answered. An alert whose window goes away is answered as if it had been closed.
+/// Shows the updater's alerts over a window, each after the one before it is answered. An alert
+/// whose window goes away is answered as if it had been closed.
 class UpdateAlertBoxes final : public UpdateAlerts {
 public:
-    /// The boxes belong to `window`.
     explicit UpdateAlertBoxes(QWidget* window) : m_window(window) {}
 
     QCoro::Task<qsizetype> show(Alert alert) override;

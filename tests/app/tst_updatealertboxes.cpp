@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "AlertDriver.h"
+#include "Find.h"
+#include "Input.h"
+#include "UiTest.h"
 #include "UpdateAlertBoxes.h"
+#include "widgets/SymbolLabel.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QtTest>
+#include <QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -46,121 +47,99 @@ UpdateAlerts::Alert notice(Style style = Style::Informational) {
     return {.style = style, .title = u"Title"_s, .text = u"Text"_s, .buttons = {u"OK"_s}};
 }
 
-QList<QMessageBox*> visibleBoxes() {
-    QList<QMessageBox*> boxes;
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        auto* const box = qobject_cast<QMessageBox*>(widget);
-        if (box != nullptr && box->isVisible())
-            boxes.append(box);
-    }
-    return boxes;
-}
-
-QMessageBox* onlyBox() {
-    const QList<QMessageBox*> boxes = visibleBoxes();
-    return boxes.size() == 1 ? boxes.first() : nullptr;
-}
-
 } // namespace
 
 void UpdateAlertBoxesTest::init() {
     m_answers.clear();
     m_window.emplace();
     m_boxes.emplace(&*m_window);
+    m_window->resize(700, 450);
     m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&*m_window));
 }
 
 void UpdateAlertBoxesTest::showsAnAlert_data() {
     QTest::addColumn<Style>("style");
-    QTest::addColumn<QMessageBox::Icon>("icon");
-    QTest::newRow("informational") << Style::Informational << QMessageBox::Information;
-    QTest::newRow("warning") << Style::Warning << QMessageBox::Warning;
+    QTest::addColumn<QString>("symbol");
+    QTest::newRow("informational") << Style::Informational << u"info.circle"_s;
+    QTest::newRow("warning") << Style::Warning << u"exclamationmark.triangle"_s;
 }
 
 void UpdateAlertBoxesTest::showsAnAlert() {
     QFETCH(const Style, style);
     ask(notice(style));
-    QMessageBox* const box = onlyBox();
-    QVERIFY(box != nullptr);
-    QTEST(box->icon(), "icon");
-    QCOMPARE(box->windowTitle(), u"Title"_s);
-    QCOMPARE(box->text(), u"Title"_s);
-    QCOMPARE(box->informativeText(), u"Text"_s);
-    QCOMPARE(box->buttons().size(), 1);
-    QCOMPARE(box->buttons().first()->text(), u"OK"_s);
-    QVERIFY(box->isModal());
-    QCOMPARE(box->windowModality(), Qt::ApplicationModal);
-    QCOMPARE(box->parentWidget(), &*m_window);
+    const AlertDriver alert;
+    QTEST(require<SymbolLabel>(alert.card()).symbol(), "symbol");
+    QCOMPARE(alert.title(), u"Title"_s);
+    QCOMPARE(alert.message(), u"Text"_s);
+    QCOMPARE(alert.buttons(), QStringList{u"OK"_s});
+    // All of the window is out of reach behind it.
+    QCOMPARE(alert.card().parentWidget(), &*m_window);
+    QCOMPARE(alert.card().geometry(), m_window->rect());
     QVERIFY(m_answers.isEmpty());
-    box->close();
+    alert.escape();
     QTRY_COMPARE(m_answers, QList<qsizetype>{0});
-    QVERIFY(visibleBoxes().isEmpty());
+    QVERIFY(!AlertDriver::isOpen());
 }
 
 void UpdateAlertBoxesTest::tellsWhichButtonWasChosen_data() {
-    QTest::addColumn<QString>("way");
+    QTest::addColumn<std::function<void(const AlertDriver&)>>("choose");
     QTest::addColumn<qsizetype>("answer");
-    QTest::newRow("first") << u"Update Now"_s << qsizetype(0);
-    QTest::newRow("last") << u"Later"_s << qsizetype(1);
-    QTest::newRow("Return") << u"Return"_s << qsizetype(0);
-    QTest::newRow("Escape") << u"Escape"_s << qsizetype(1);
-    QTest::newRow("closed") << u"closed"_s << qsizetype(1);
+    const auto add = [](const char* name, const std::function<void(const AlertDriver&)>& choose,
+                        qsizetype answer) { QTest::newRow(name) << choose << answer; };
+    add(
+        "first", [](const AlertDriver& alert) { alert.press(u"Update Now"_s); }, 0);
+    add(
+        "last", [](const AlertDriver& alert) { alert.press(u"Later"_s); }, 1);
+    add(
+        "Return", [](const AlertDriver&) { Input::key(Qt::Key_Return); }, 0);
+    add(
+        "Escape", [](const AlertDriver& alert) { alert.escape(); }, 1);
 }
 
 void UpdateAlertBoxesTest::tellsWhichButtonWasChosen() {
-    QFETCH(const QString, way);
+    QFETCH(const std::function<void(const AlertDriver&)>, choose);
     QFETCH(const qsizetype, answer);
     ask(offer());
-    QMessageBox* const box = onlyBox();
-    QVERIFY(box != nullptr);
-    QVERIFY(QTest::qWaitForWindowActive(box));
-    if (way == u"closed"_s) {
-        box->close();
-    } else if (way == u"Return"_s || way == u"Escape"_s) {
-        QTest::keyClick(box, way == u"Return"_s ? Qt::Key_Return : Qt::Key_Escape);
-    } else {
-        for (QAbstractButton* const button : box->buttons()) {
-            if (button->text() == way)
-                button->click();
-        }
-    }
+    choose(AlertDriver());
     QTRY_COMPARE(m_answers, QList<qsizetype>{answer});
+    QVERIFY(!AlertDriver::isOpen());
 }
 
 void UpdateAlertBoxesTest::showsOneAfterTheOther() {
     for (const QString& title : {u"one"_s, u"two"_s, u"three"_s})
         ask(offer(title));
     for (const QString& title : {u"one"_s, u"two"_s, u"three"_s}) {
-        QTRY_VERIFY(onlyBox() != nullptr && onlyBox()->windowTitle() == title);
-        onlyBox()->close();
+        QTRY_VERIFY(AlertDriver::isOpen() && AlertDriver().title() == title);
+        QCOMPARE(Sheet::allOver(&*m_window).size(), 1);
+        AlertDriver().escape();
     }
-    QVERIFY(visibleBoxes().isEmpty());
     QTRY_COMPARE(m_answers, (QList<qsizetype>{1, 1, 1}));
+    QVERIFY(!AlertDriver::isOpen());
 }
 
 void UpdateAlertBoxesTest::interpretsNothing() {
     ask({.title = u"<b>1</b> & 2\u202E"_s,
          .text = u"<h1>3</h1> & 4"_s,
          .buttons = {u"Now & then"_s, u"<i>no</i>"_s}});
-    QMessageBox* const box = onlyBox();
-    QVERIFY(box != nullptr);
-    QCOMPARE(box->textFormat(), Qt::PlainText);
-    QCOMPARE(box->text(), u"<b>1</b> & 2\uFFFD"_s);
-    QCOMPARE(box->informativeText(), u"<h1>3</h1> & 4"_s);
-    QCOMPARE(box->defaultButton()->text(), u"Now && then"_s);
-    box->close();
+    const AlertDriver alert;
+    QCOMPARE(alert.title(), u"<b>1</b> & 2\uFFFD"_s);
+    QCOMPARE(alert.message(), u"<h1>3</h1> & 4"_s);
+    QCOMPARE(alert.buttons(), (QStringList{u"<i>no</i>"_s, u"Now & then"_s}));
+    for (const QLabel* const label : alert.card().findChildren<QLabel*>())
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+    alert.escape();
     QTRY_COMPARE(m_answers, QList<qsizetype>{1});
 }
 
 void UpdateAlertBoxesTest::isClosedWithItsWindow() {
     ask(offer());
     ask(offer(u"next"_s));
-    QVERIFY(onlyBox() != nullptr);
+    QVERIFY(AlertDriver::isOpen());
     m_window.reset();
-    QVERIFY(visibleBoxes().isEmpty());
     QTRY_COMPARE(m_answers, (QList<qsizetype>{1, 1}));
-    QVERIFY(visibleBoxes().isEmpty());
+    QVERIFY(!AlertDriver::isOpen());
 }
 
-QTEST_MAIN(UpdateAlertBoxesTest)
+LUMORA_UI_TEST_MAIN(UpdateAlertBoxesTest)
 #include "tst_updatealertboxes.moc"

@@ -52,13 +52,6 @@ class Day(DesktopTest):
     def assert_sidebar_shows(self, entry: str) -> None:
         self.app.find(entry, role="list item")
 
-    def answer(self, button: str) -> None:
-        """Presses a button of the alert that is open."""
-        alert = self.app.find(role="alert message")
-        (found,) = alert.find_all(button, role="push button")
-        self.app.click(found)
-        self.app.wait_gone(role="alert message")
-
     # The steps
 
     def look_at_what_is_installed(self) -> None:
@@ -176,11 +169,11 @@ class Day(DesktopTest):
         self.app.find("Formulae (1)", role="label")
         self.app.click_row_action("bottom")
         self.app.find("Are you sure you want to uninstall bottom?", role="label")
-        self.answer("Cancel")
+        self.app.answer("Cancel")
         self.assertEqual(self.new_commands(), [])
         self.app.click_row_action("bottom")
         self.app.find("Uninstall Package", role="alert message")
-        self.answer("Uninstall")
+        self.app.answer("Uninstall")
         self.app.find("Formulae (0)", role="label")
         self.assert_sidebar_shows(f"Formulae, {before - 1}")
         self.assertFalse(self.prefix.is_installed("bottom"))
@@ -220,10 +213,10 @@ class Day(DesktopTest):
         self.app.find(
             "Are you sure you want to remove the tap 'stripe/stripe-cli'?", role="label"
         )
-        self.answer("Cancel")
+        self.app.answer("Cancel")
         self.assertEqual(self.new_commands(), [])
         self.app.click_row_action("stripe/stripe-cli")
-        self.answer("Remove")
+        self.app.answer("Remove")
         self.app.find(f"Taps ({len(taps)})", role="label")
         self.assertEqual(self.app.rows(), taps)
         self.assertEqual(sorted(self.prefix.state()["taps"]), taps)
@@ -237,10 +230,10 @@ class Day(DesktopTest):
         self.assertEqual(self.prefix.state(), before)
         self.app.click_button("Run Cleanup")
         self.app.find("This will remove old versions and cache files. Continue?", role="label")
-        self.answer("Cancel")
+        self.app.answer("Cancel")
         self.assertEqual(self.new_commands(), ["cleanup -n"])
         self.app.click_button("Run Cleanup")
-        self.answer("Run Cleanup")
+        self.app.answer("Run Cleanup")
         self.app.find("Output", role="text", text=lambda text: text.startswith("Removing: "))
         self.assertNotEqual(self.prefix.state(), before)
         self.app.click_button("Preview")

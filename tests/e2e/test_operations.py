@@ -21,10 +21,6 @@ class Operations(DesktopTest):
         self.app.find("Taps, 4", role="list item")
         self.app.find(re.compile(r"^Updates, "), role="list item")
 
-    def answer(self, button: str) -> None:
-        (found,) = self.app.find(role="alert message").find_all(button, role="push button")
-        self.app.click(found)
-
     def strip(self, told: str) -> Node:
         """A strip is named after what it says, for those who hear it."""
         return self.app.find(re.compile(told), role="notification")
@@ -67,7 +63,7 @@ class Operations(DesktopTest):
         self.app.type("libpng")
         self.app.find("Formulae (1)", role="label")
         self.app.click_row_action("libpng")
-        self.answer("Uninstall")
+        self.app.answer("Uninstall")
         self.assert_tells(
             r"^Failed to uninstall libpng — Error: Refusing to uninstall ",
             "because it is required by",
@@ -98,14 +94,14 @@ class Operations(DesktopTest):
         self.app.click(self.app.find("Filter formulae", role="text"))
         self.app.type("tree")
         self.app.click_row_action("tree")
-        self.answer("Uninstall")
+        self.app.answer("Uninstall")
         self.assert_tells(r"^Failed to uninstall tree — Error: No such keg: ", "No such keg")
 
     def test_a_cask_that_has_gone_is_not_uninstalled(self) -> None:
         self.behind_its_back("uninstall", "--cask", "gimp")
         self.app.choose_category("Casks")
         self.app.click_row_action("gimp")
-        self.answer("Uninstall")
+        self.app.answer("Uninstall")
         self.assert_tells(
             r"^Failed to uninstall gimp — Error: Cask 'gimp' is not installed\.$", "gimp"
         )
@@ -133,7 +129,7 @@ class Operations(DesktopTest):
         self.behind_its_back("untap", "mongodb/brew")
         self.app.choose_category("Taps")
         self.app.click_row_action("mongodb/brew")
-        self.answer("Remove")
+        self.app.answer("Remove")
         self.assert_tells(r"^Error: No available tap mongodb/brew\.$", "brew tap-new mongodb/brew")
 
     def test_what_is_disabled_is_not_installed(self) -> None:
@@ -146,7 +142,7 @@ class Operations(DesktopTest):
     def test_a_tap_in_use_is_not_removed(self) -> None:
         self.app.choose_category("Taps")
         self.app.click_row_action("hashicorp/tap")
-        self.answer("Remove")
+        self.app.answer("Remove")
         # A tap has no closing words of the window's own.
         self.assert_tells(
             r"^Error: Refusing to untap hashicorp/tap because it contains",
@@ -220,7 +216,7 @@ class Operations(DesktopTest):
         self.prefix.misbehave(untap={"status": 3, "truncate": 0, "close": "stderr"})
         self.app.choose_category("Taps")
         self.app.click_row_action("mongodb/brew")
-        self.answer("Remove")
+        self.app.answer("Remove")
         self.strip(r"^Removing tap mongodb/brew\.\.\.$")
 
     # And what goes well.
@@ -228,7 +224,7 @@ class Operations(DesktopTest):
     def test_what_goes_well_is_told_and_goes_by_itself(self) -> None:
         self.app.choose_category("Taps")
         self.app.click_row_action("mongodb/brew")
-        self.answer("Remove")
+        self.app.answer("Remove")
         self.strip(r"^Untapped")
         self.app.wait_gone(re.compile("^Untapped"), role="notification")
         # The transcript stays within reach.

@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QListView>
 #include <QMenu>
-#include <QMessageBox>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -101,11 +100,11 @@ void AccessibilityTest::namesTheControlsOfAnAlert() {
     else
         app.page().list().clickAction(app.page().list().ids().constFirst());
     const AlertDriver alert;
-    QCOMPARE(ControlTree::withoutName(alert.box()), QString());
+    QCOMPARE(ControlTree::withoutName(alert.card()), QString());
     for (const QString& button : alert.buttons())
         QVERIFY(!button.contains(u'&'));
     QVERIFY(
-        !QAccessible::queryAccessibleInterface(&alert.box())->text(QAccessible::Name).isEmpty());
+        !QAccessible::queryAccessibleInterface(&alert.card())->text(QAccessible::Name).isEmpty());
     alert.escape();
 }
 

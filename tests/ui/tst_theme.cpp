@@ -135,6 +135,8 @@ void addOther(QList<Pair>& pairs, const Theme& theme) {
                       forIcons});
         pairs.append({u"icon button"_s, theme.text, {theme.content, extra}, forIcons});
         pairs.append({u"prominent button"_s, theme.onAccent, {theme.accent, extra}, forText});
+        pairs.append(
+            {u"destructive button"_s, theme.onDestructive, {theme.destructive, extra}, forText});
     }
     pairs.append({u"page title"_s, theme.text, {theme.content}, forText});
     pairs.append({u"state's text"_s, theme.secondaryText, {theme.content}, forText});
@@ -150,6 +152,11 @@ void addOther(QList<Pair>& pairs, const Theme& theme) {
         {u"reason of a failure"_s, theme.secondaryText, {theme.operationFailure}, forText});
     pairs.append(
         {u"failed operation's symbol"_s, theme.destructive, {theme.operationFailure}, forIcons});
+    pairs.append({u"alert's title"_s, theme.text, {theme.card}, forText});
+    pairs.append({u"alert's message"_s, theme.secondaryText, {theme.card}, forText});
+    pairs.append({u"alert's symbol"_s, theme.outdated, {theme.card}, forIcons});
+    pairs.append({u"notice's symbol"_s, theme.accent, {theme.card}, forIcons});
+    pairs.append({u"ring of an alert's answer"_s, theme.accent, {theme.card}, forIcons});
     pairs.append({u"chosen segment"_s, theme.text, {theme.trough, theme.segment}, forText});
     pairs.append({u"other segment"_s, theme.text, {theme.trough}, forText});
     pairs.append({u"hovered segment"_s, theme.text, {theme.trough, theme.hover}, forText});
@@ -236,6 +243,7 @@ void ThemeTest::hasTheColoursOfTheDesign_data() {
     add("green", &Theme::good, 0x15803D, 0x5DD68A);
     add("purple", &Theme::cask, 0x7C3AED, 0xB798FF);
     add("red", &Theme::destructive, 0xD0312D, 0xFF6B66);
+    add("card of an alert", &Theme::card, 0xFFFFFF, 0x26282C);
     add("shadow of the overlay", &Theme::overlayShadow, black(0.33), black(0.33));
 }
 

@@ -287,7 +287,9 @@ class Steps:
             others = [button for button in buttons if not button.is_in("focused")]
             return others[0] if len(buttons) == 2 and len(others) == 1 else None
 
-        self._app.click(wait_until(other_button, "an alert asks"))
+        button = wait_until(other_button, "an alert asks")
+        self._app.wait_out_a_double_click()
+        self._app.click(button)
         self._app.wait_gone(role=_ALERT)
 
     def _strip(self, told: str) -> tuple[Node, Node]:

@@ -25,6 +25,10 @@ void setUsesKeyboard(QWidget* window, bool usesKeyboard) {
 
 } // namespace
 
+void FocusMarks::show(QWidget* window) {
+    setUsesKeyboard(window, true);
+}
+
 bool FocusMarks::eventFilter(QObject* watched, QEvent* event) {
     if (watched->isWidgetType()) {
         QWidget* const widget = static_cast<QWidget*>(watched);

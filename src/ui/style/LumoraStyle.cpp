@@ -36,6 +36,7 @@ int paddingOf(Prominence prominence) {
     case Prominence::Prominent:
         return 22;
     case Prominence::Usual:
+    case Prominence::Destructive:
         break;
     }
     return 14;
@@ -72,6 +73,7 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
         return;
     const Theme& theme = Theme::of(option->palette);
     const bool isEnabled = option->state.testFlag(State_Enabled);
+    const bool destructive = prominenceOf(widget) == Prominence::Destructive;
     const bool prominent = prominenceOf(widget) == Prominence::Prominent ||
                            button->features.testFlag(QStyleOptionButton::DefaultButton);
     painter->save();
@@ -79,10 +81,17 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
                          {.isEnabled = isEnabled,
                           .isHovered = option->state.testFlag(State_MouseOver),
                           .isPressed = option->state.testFlag(State_Sunken),
-                          .isProminent = prominent});
-    if (option->state.testFlag(State_HasFocus) && option->state.testFlag(State_KeyboardFocusChange))
-        Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius,
-                                prominent ? Theme::light() : theme);
+                          .isProminent = prominent,
+                          .isDestructive = destructive});
+    if (option->state.testFlag(State_HasFocus) &&
+        option->state.testFlag(State_KeyboardFocusChange)) {
+        if (destructive)
+            Painting::drawFocusRing(painter, QRectF(option->rect).adjusted(2, 2, -2, -2),
+                                    Metrics::buttonRadius - 2, theme.onDestructive);
+        else
+            Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius,
+                                    prominent ? Theme::light() : theme);
+    }
 
     const int textWidth = option->fontMetrics.size(Qt::TextShowMnemonic, button->text).width();
     const int iconWidth = button->icon.isNull() ? 0 : button->iconSize.width() + iconSpacing;
@@ -96,8 +105,8 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
                            isEnabled ? QIcon::Normal : QIcon::Disabled);
     }
     QPalette palette = option->palette;
-    if (prominent)
-        palette.setColor(QPalette::ButtonText, theme.onAccent);
+    if (prominent || destructive)
+        palette.setColor(QPalette::ButtonText, destructive ? theme.onDestructive : theme.onAccent);
     drawItemText(painter, content.adjusted(iconWidth, 0, 1, 0),
                  Qt::AlignLeft | Qt::AlignVCenter | Qt::TextHideMnemonic, palette, isEnabled,
                  button->text, QPalette::ButtonText);

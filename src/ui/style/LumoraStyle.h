@@ -19,6 +19,8 @@ public:
         Compact,
         /// The one that a page invites to: filled with the accent, and larger.
         Prominent,
+        /// The one that can't be undone: filled with red.
+        Destructive,
     };
     static void setProminence(QPushButton* button, Prominence prominence);
 

@@ -29,8 +29,10 @@ void Painting::drawBordered(QPainter* painter, const QRectF& rect, double radius
 void Painting::drawButton(QPainter* painter, const QRectF& rect, const Theme& theme,
                           Surface surface) {
     const double radius = surface.isProminent ? Metrics::rowRadius : Metrics::buttonRadius;
-    if (surface.isProminent)
-        fillRounded(painter, rect, radius, withOpacity(theme.accent, surface.isEnabled ? 1 : 0.4));
+    if (surface.isProminent || surface.isDestructive)
+        fillRounded(painter, rect, radius,
+                    withOpacity(surface.isDestructive ? theme.destructive : theme.accent,
+                                surface.isEnabled ? 1 : 0.4));
     else
         drawBordered(painter, rect, radius, theme.field, theme.fieldBorder);
     if (surface.isEnabled && (surface.isPressed || surface.isHovered))
@@ -43,9 +45,14 @@ bool Painting::showsFocus(const QWidget* widget) {
 
 void Painting::drawFocusRing(QPainter* painter, const QRectF& rect, double radius,
                              const Theme& theme) {
+    drawFocusRing(painter, rect, radius, theme.accent);
+}
+
+void Painting::drawFocusRing(QPainter* painter, const QRectF& rect, double radius,
+                             const QColor& color) {
     constexpr double width = 2;
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(theme.accent, width));
+    painter->setPen(QPen(color, width));
     painter->setBrush(Qt::NoBrush);
     const double inset = width / 2;
     painter->drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset,

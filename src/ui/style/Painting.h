@@ -16,7 +16,9 @@ struct Surface final {
     bool isEnabled{true};
     bool isHovered{};
     bool isPressed{};
+    /// Filled with the accent, or with red.
     bool isProminent{};
+    bool isDestructive{};
 };
 
 void fillRounded(QPainter* painter, const QRectF& rect, double radius, const QColor& fill);
@@ -27,8 +29,9 @@ void drawButton(QPainter* painter, const QRectF& rect, const Theme& theme, Surfa
 /// Whether a widget has the focus and its user got there by keyboard: a mark where the mouse
 /// has just clicked would say nothing.
 [[nodiscard]] bool showsFocus(const QWidget* widget);
-/// The mark of the keyboard focus around `rect`.
+/// The mark of the keyboard focus around `rect`, in the accent unless that can't be seen there.
 void drawFocusRing(QPainter* painter, const QRectF& rect, double radius, const Theme& theme);
+void drawFocusRing(QPainter* painter, const QRectF& rect, double radius, const QColor& color);
 /// One device-independent pixel of hairline along the bottom of `rect`.
 void drawHairline(QPainter* painter, const QRectF& rect, const Theme& theme);
 /// A soft shadow of the given radius around a rounded panel.

@@ -38,6 +38,8 @@ struct Theme final {
     QColor cask;
     /// Red: what removes something.
     QColor destructive;
+    /// Text on a surface filled with it.
+    QColor onDestructive;
     /// Three of the above where a tint or a selection lies below them: strong enough to read.
     QColor secondaryOnTint;
     QColor outdatedOnTint;
@@ -50,6 +52,9 @@ struct Theme final {
     /// Over the window while a sheet is open.
     QColor scrim;
     QColor sheetShadow;
+    /// A card that asks something, and what is over the window then.
+    QColor card;
+    QColor cardScrim;
     QColor overlayShadow;
     QColor overlay;
     /// The trough of a segmented picker, and its chosen segment.

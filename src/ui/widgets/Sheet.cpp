@@ -22,13 +22,21 @@ namespace {
 /// The panel clips its children to its rounded corners by painting nothing outside of them.
 class Panel final : public QWidget {
 public:
-    using QWidget::QWidget;
+    Panel(Sheet::Surface surface, QWidget* parent) : QWidget(parent), m_surface(surface) {}
 
 protected:
     void paintEvent(QPaintEvent*) override {
+        const Theme& theme = Theme::of(this);
         QPainter painter(this);
-        Painting::fillRounded(&painter, rect(), Metrics::sheetRadius, Theme::of(this).content);
+        if (m_surface == Sheet::Surface::Card)
+            Painting::drawBordered(&painter, rect(), Metrics::sheetRadius, theme.card,
+                                   theme.fieldBorder);
+        else
+            Painting::fillRounded(&painter, rect(), Metrics::sheetRadius, theme.content);
     }
+
+private:
+    Sheet::Surface m_surface;
 };
 
 bool takesKeyboard(const QWidget* widget) {
@@ -38,8 +46,12 @@ bool takesKeyboard(const QWidget* widget) {
 
 } // namespace
 
-Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest)
-    : QWidget(window), m_preferred(preferred), m_smallest(smallest), m_panel(new Panel(this)) {
+Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest, Surface surface)
+    : QWidget(window),
+      m_preferred(preferred),
+      m_smallest(smallest),
+      m_surface(surface),
+      m_panel(new Panel(surface, this)) {
     setObjectName(u"sheet"_s);
     setFocusPolicy(Qt::NoFocus);
     window->installEventFilter(this);
@@ -146,7 +158,7 @@ void Sheet::paintEvent(QPaintEvent*) {
     constexpr double shadowRadius = 18;
     const Theme& theme = Theme::of(this);
     QPainter painter(this);
-    painter.fillRect(rect(), theme.scrim);
+    painter.fillRect(rect(), m_surface == Surface::Card ? theme.cardScrim : theme.scrim);
     Painting::drawShadow(&painter, m_panel->geometry(), Metrics::sheetRadius, shadowRadius,
                          theme.sheetShadow);
 }

@@ -12,9 +12,13 @@ class Sheet : public QWidget {
     Q_OBJECT
 
 public:
+    /// What the panel looks like: a page that has come forward, or a card put down on it.
+    enum class Surface { Page, Card };
+
     /// `preferred` is the panel's size, as far as the window has room; an invalid one means
     /// the size of its content.
-    explicit Sheet(QWidget* window, QSize preferred = {}, QSize smallest = {});
+    explicit Sheet(QWidget* window, QSize preferred = {}, QSize smallest = {},
+                   Surface surface = Surface::Page);
 
     [[nodiscard]] QWidget* panel() const { return m_panel; }
 
@@ -57,6 +61,7 @@ private:
 
     QSize m_preferred;
     QSize m_smallest;
+    Surface m_surface;
     QWidget* m_panel;
     QWidget* m_notice{nullptr};
     QPointer<QWidget> m_focusBefore;

@@ -183,9 +183,19 @@ class Application:
 
     def click_in_sheet(self, name: Wanted) -> None:
         """A button of the sheet that is open, however recently it came."""
+        self.wait_out_a_double_click()
+        self.click_button(name)
+
+    def answer(self, button: str) -> None:
+        """By a button of the alert that is open, however recently it came."""
+        (found,) = self.find(role="alert message").find_all(button, role="push button")
+        self.wait_out_a_double_click()
+        self.click(found)
+        self.wait_gone(role="alert message")
+
+    def wait_out_a_double_click(self) -> None:
         end = time.monotonic() + _DOUBLE_CLICK
         wait_until(lambda: time.monotonic() > end, "a double click is over")
-        self.click_button(name)
 
     def click_row_action(self, package: str) -> None:
         """The trash can or the button at the end of a row."""

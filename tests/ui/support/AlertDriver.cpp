@@ -1,69 +1,85 @@
 // SPDX-License-Identifier: MIT
 #include "AlertDriver.h"
 
+#include "Find.h"
 #include "Input.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QMessageBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-QMessageBox* openBox() {
-    return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+AlertCard* openCard() {
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+        if (auto* const card = findVisible<AlertCard>(*window))
+            return card;
+    }
+    return nullptr;
 }
 
-QMessageBox& waitForBox() {
+AlertCard* waitForCard() {
     if (!QTest::qWaitFor(&AlertDriver::isOpen))
         qFatal("No alert opens");
-    QMessageBox* const box = openBox();
-    if (!QTest::qWaitForWindowExposed(box))
-        qFatal("The alert doesn't appear");
-    return *box;
+    return openCard();
 }
 
-QString textOf(const QAbstractButton* button) {
+QList<QPushButton*> buttonsOf(const AlertCard& card) {
+    QList<QPushButton*> buttons = card.panel()->findChildren<QPushButton*>();
+    std::ranges::sort(buttons, {}, [](const QPushButton* button) { return button->x(); });
+    return buttons;
+}
+
+QString textOf(QWidget* widget) {
     // What is read out: without the ampersands that are doubled for the toolkit.
-    return QAccessible::queryAccessibleInterface(const_cast<QAbstractButton*>(button))
-        ->text(QAccessible::Name);
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+
+/// What can be seen of a label's text.
+QString shownIn(const AlertCard& card, const QString& label) {
+    return require<QLabel>(card, label).text().remove(u'\u2060').remove(u'\u200B');
 }
 
 } // namespace
 
-AlertDriver::AlertDriver() : m_box(waitForBox()) {}
+AlertDriver::AlertDriver() : m_card(waitForCard()) {}
 
 bool AlertDriver::isOpen() {
-    const QMessageBox* const box = openBox();
-    return box != nullptr && box->isVisible();
+    return openCard() != nullptr;
 }
 
 QString AlertDriver::title() const {
-    return m_box.text();
+    return shownIn(*m_card, u"alertTitle"_s);
 }
 
 QString AlertDriver::message() const {
-    return m_box.informativeText();
+    return shownIn(*m_card, u"alertMessage"_s);
 }
 
 QStringList AlertDriver::buttons() const {
-    QList<QAbstractButton*> buttons = m_box.buttons();
-    std::ranges::sort(buttons, {}, [](const QAbstractButton* button) { return button->x(); });
     QStringList texts;
-    for (const QAbstractButton* const button : buttons)
+    for (QPushButton* const button : buttonsOf(*m_card))
         texts.append(textOf(button));
     return texts;
 }
 
 QString AlertDriver::defaultButton() const {
-    return m_box.defaultButton() != nullptr ? textOf(m_box.defaultButton()) : QString();
+    QWidget* const focused = m_card->window()->focusWidget();
+    return m_card->panel()->isAncestorOf(focused) ? textOf(focused) : QString();
 }
 
 void AlertDriver::press(const QString& text) const {
-    for (const QAbstractButton* const button : m_box.buttons()) {
+    const QWidget& panel = *m_card->panel();
+    // At first it takes no press.
+    if (!QTest::qWaitFor([&] { return !panel.testAttribute(Qt::WA_TransparentForMouseEvents); }))
+        qFatal("The alert takes no press");
+    for (QPushButton* const button : buttonsOf(*m_card)) {
         if (textOf(button) == text) {
             Input::click(*button);
             waitUntilClosed();
@@ -79,6 +95,6 @@ void AlertDriver::escape() const {
 }
 
 void AlertDriver::waitUntilClosed() const {
-    if (!QTest::qWaitFor([] { return !isOpen(); }))
+    if (!QTest::qWaitFor([this] { return m_card == nullptr || !m_card->isVisible(); }))
         qFatal("The alert doesn't close");
 }

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QStringList>
+#include "widgets/AlertCard.h"
 
-class QMessageBox;
-class QPushButton;
+#include <QPointer>
 
 /// The alert that is open, as its user sees it.
 class AlertDriver final {
@@ -21,15 +20,16 @@ public:
     /// The text of the button that Return presses.
     [[nodiscard]] QString defaultButton() const;
 
-    /// Clicks the button with this text and waits until the alert is closed.
+    /// Clicks the button with this text, as soon as it takes presses, and waits until the alert is
+    /// closed.
     void press(const QString& text) const;
     /// Closes it by the Escape key.
     void escape() const;
 
-    [[nodiscard]] QMessageBox& box() const { return m_box; }
+    [[nodiscard]] AlertCard& card() const { return *m_card; }
 
 private:
     void waitUntilClosed() const;
 
-    QMessageBox& m_box;
+    QPointer<AlertCard> m_card;
 };
