@@ -1,15 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "AppWindow.h"
 #include "Find.h"
+#include "Input.h"
+#include "Pixels.h"
+#include "Samples.h"
 #include "UiTest.h"
+#include "shell/DetailColumn.h"
 #include "shell/OperationOverlay.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "views/Page.h"
 #include "widgets/OutputText.h"
+#include "widgets/RowListView.h"
 #include "widgets/Spinner.h"
 
+#include <QApplication>
 #include <QFontInfo>
 #include <QLabel>
+#include <QListView>
+#include <QMenu>
+#include <QScrollArea>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -40,6 +50,24 @@ QRect panelOf(const OperationOverlay& overlay) {
         .adjusted(shadow, shadow, -shadow, -shadow);
 }
 
+/// Gives every page that has a list more rows than the window has room for.
+void fillLists(AppWindow& app) {
+    constexpr int count = 60;
+    QList<BrewPackage> casks;
+    QList<OutdatedPackage> outdated;
+    QList<BrewTap> taps;
+    for (int i = 0; i < count; ++i) {
+        casks.append(Samples::cask(u"cask-%1"_s.arg(i)));
+        outdated.append(Samples::outdatedFormula(u"formula-%1"_s.arg(i)));
+        taps.append({.name = u"somebody/tap-%1"_s.arg(i)});
+    }
+    app.manager.formulae.set(Samples::manyFormulae(count));
+    app.manager.casks.set(casks);
+    app.manager.outdatedFormulae.set(outdated);
+    app.manager.taps.set(taps);
+    QCoreApplication::processEvents();
+}
+
 } // namespace
 
 class OverlayTest final : public QObject {
@@ -58,7 +86,14 @@ private Q_SLOTS:
     void speaksTheLanguage_data();
     void speaksTheLanguage();
     void takesTheTranscriptAsItIs();
-    void letsTheContentShimmerThrough();
+    void isASurfaceOfItsOwn_data();
+    void isASurfaceOfItsOwn();
+    void leavesTheListsInReach_data();
+    void leavesTheListsInReach();
+    void leavesTheCurrentRowInSight();
+    void leavesTheSettingsInReach();
+    void leavesMenuAndSidebarInReach_data();
+    void leavesMenuAndSidebarInReach();
     void hasAShadowAroundIt();
 };
 
@@ -202,11 +237,140 @@ void OverlayTest::takesTheTranscriptAsItIs() {
     QCOMPARE(text.toPlainText(), transcript.chopped(1));
 }
 
-void OverlayTest::letsTheContentShimmerThrough() {
-    for (const Theme* const theme : {&Theme::light(), &Theme::dark()}) {
-        QVERIFY(theme->overlay.alphaF() < 1.0F);
-        QVERIFY(theme->overlay.alphaF() > 0.8F);
-    }
+void OverlayTest::isASurfaceOfItsOwn_data() {
+    QTest::addColumn<const Theme*>("theme");
+    QTest::newRow("light") << &Theme::light();
+    QTest::newRow("dark") << &Theme::dark();
+}
+
+void OverlayTest::isASurfaceOfItsOwn() {
+    QFETCH(const Theme* const, theme);
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(theme->palette());
+    const auto restore = qScopeGuard([&before] { QApplication::setPalette(before); });
+    AppWindow app;
+    app.showLoaded();
+    const QRect panel = panelOf(showOverlay(app, {}));
+    const QImage shown = app.window.grab().toImage();
+    const int middle = panel.center().y();
+    constexpr int noticeable = 22;
+    QVERIFY(!Pixels::areAlike(shown.pixelColor(panel.right(), middle),
+                              shown.pixelColor(panel.right() - 1, middle), noticeable));
+}
+
+void OverlayTest::leavesTheListsInReach_data() {
+    QTest::addColumn<SidebarCategory>("page");
+    using enum SidebarCategory;
+    for (const SidebarCategory category : {formulae, casks, updates, taps})
+        QTest::newRow(qUtf8Printable(rawValue(category))) << category;
+}
+
+void OverlayTest::leavesTheListsInReach() {
+    QFETCH(SidebarCategory, page);
+    AppWindow app;
+    app.showLoaded();
+    fillLists(app);
+    app.choose(page);
+    const ListDriver list = app.page().list();
+    auto& bar = *list.view().verticalScrollBar();
+    const auto bottomOf = [&](const QString& id) {
+        return list.view().viewport()->mapTo(&app.window, list.rect(id).bottomLeft()).y();
+    };
+    const QString last = list.ids().constLast();
+    const int before = bottomOf(last);
+    QVERIFY(before >= app.window.height() - 1);
+    const int position = bar.value();
+    // What is there already stays where it is.
+    const OperationOverlay& shown = showOverlay(app, u"one line"_s);
+    QCOMPARE(bar.value(), position);
+    QVERIFY(bar.maximum() > position);
+    bar.setValue(bar.maximum());
+    QVERIFY(bottomOf(last) < panelOf(shown).top());
+    // Also when the overlay has become higher, and in a page that is opened only now.
+    app.manager.operationOutput.set(QString(u"one line\n"_s).repeated(200));
+    QCoreApplication::processEvents();
+    QVERIFY(bottomOf(last) < panelOf(shown).top());
+    app.choose(SidebarCategory::about);
+    app.choose(page);
+    QVERIFY(app.page().list().view().viewport()->mapTo(&app.window, QPoint(0, 0)).y() +
+                app.page().list().view().viewport()->height() <=
+            panelOf(shown).top());
+
+    app.manager.isRunningOperation.set(false);
+    QCoreApplication::processEvents();
+    const QWidget& viewport = *app.page().list().view().viewport();
+    QCOMPARE(viewport.mapTo(&app.window, QPoint(0, viewport.height())).y(), app.window.height());
+}
+
+void OverlayTest::leavesTheCurrentRowInSight() {
+    AppWindow app;
+    app.showLoaded();
+    fillLists(app);
+    const ListDriver list = app.page().list();
+    list.view().setFocus();
+    Input::key(Qt::Key_Down);
+    const auto bottom = [&] {
+        const QRect rect = list.view().visualRect(list.view().currentIndex());
+        return list.view().viewport()->mapTo(&app.window, rect.bottomLeft()).y();
+    };
+    while (bottom() < app.window.height() - 60)
+        Input::key(Qt::Key_Down);
+    const QString id = list.currentId();
+    const OperationOverlay& shown = showOverlay(app, u"one line"_s);
+    QVERIFY(bottom() < panelOf(shown).top());
+    QCOMPARE(list.currentId(), id);
+    Input::key(Qt::Key_End);
+    QVERIFY(bottom() < panelOf(shown).top());
+}
+
+void OverlayTest::leavesTheSettingsInReach() {
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    app.choose(SidebarCategory::settings);
+    const OperationOverlay& shown = showOverlay(app, QString(u"one line\n"_s).repeated(200));
+    const auto& area = require<QScrollArea>(*app.window.content()->detailColumn()->page());
+    const auto& button = app.page().button(u"doctorButton"_s);
+    const auto isInReach = [&] {
+        area.verticalScrollBar()->setValue(area.verticalScrollBar()->maximum());
+        return button.mapTo(&app.window, button.rect().bottomLeft()).y() < panelOf(shown).top();
+    };
+    QTRY_VERIFY(isInReach());
+}
+
+void OverlayTest::leavesMenuAndSidebarInReach_data() {
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("lines");
+    QTest::newRow("usual") << QSize(900, 600) << 1;
+    QTest::newRow("smallest") << QSize(700, 450) << 1;
+    QTest::newRow("smallest with a long transcript") << QSize(700, 450) << 200;
+}
+
+void OverlayTest::leavesMenuAndSidebarInReach() {
+    QFETCH(QSize, size);
+    QFETCH(int, lines);
+    AppWindow app;
+    app.window.resize(size);
+    app.showLoaded();
+    const auto& button = require<QAbstractButton>(app.window, u"applicationMenuButton"_s);
+    const QPoint usual = button.pos();
+    const OperationOverlay& shown = showOverlay(app, QString(u"one line\n"_s).repeated(lines));
+    QVERIFY(!button.geometry().intersects(panelOf(shown)));
+    const QListView& list = app.sidebar().view();
+    const auto isInReach = [&] {
+        list.verticalScrollBar()->setValue(list.verticalScrollBar()->maximum());
+        const QPoint end = app.sidebar().rect(SidebarCategory::about).bottomLeft();
+        return list.viewport()->mapTo(&app.window, end).y() < button.y();
+    };
+    QTRY_VERIFY(isInReach());
+    app.sidebar().click(SidebarCategory::about);
+    QTRY_COMPARE(app.page().title(), u"About"_s);
+    Input::click(button);
+    QTRY_VERIFY(app.window.applicationMenu()->isVisible());
+    app.window.applicationMenu()->close();
+    app.manager.isRunningOperation.set(false);
+    QCoreApplication::processEvents();
+    QCOMPARE(button.pos(), usual);
 }
 
 void OverlayTest::hasAShadowAroundIt() {

@@ -178,6 +178,7 @@ class ThemeTest final : public QObject {
 private Q_SLOTS:
     void isReadableEverywhere_data();
     void isReadableEverywhere();
+    void makesTheOverlayASurface();
     void hasTheColoursOfTheDesign_data();
     void hasTheColoursOfTheDesign();
     void followsThePaletteOfAWidget();
@@ -213,6 +214,20 @@ void ThemeTest::isReadableEverywhere() {
         background = over(surface, background);
     const double reached = contrast(over(drawn, background), background);
     QVERIFY2(reached >= goal, qPrintable(u"%1 of %2"_s.arg(reached).arg(goal)));
+}
+
+void ThemeTest::makesTheOverlayASurface() {
+    constexpr double noticeable = 1.15;
+    constexpr double invisible = 1.05;
+    for (const Theme* const theme : {&Theme::light(), &Theme::dark()}) {
+        QVERIFY(theme->overlay.alphaF() < 1.0F);
+        for (const QColor& behind : {theme->content, theme->sidebar}) {
+            const QColor panel = over(theme->overlay, behind);
+            QVERIFY(contrast(over(theme->fieldBorder, panel), behind) > noticeable);
+            // Translucent, but nobody can tell a text below from what it stands on.
+            QVERIFY(contrast(over(theme->overlay, theme->text), panel) < invisible);
+        }
+    }
 }
 
 void ThemeTest::hasTheColoursOfTheDesign_data() {

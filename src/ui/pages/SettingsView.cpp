@@ -71,6 +71,10 @@ SettingsView::SettingsView(LangManager& langManager, BrewManager& manager, QWidg
     setLayout(Boxes::column(0, {scroll}));
 }
 
+void SettingsView::setCoveredHeight(int height) {
+    layout()->setContentsMargins(0, 0, 0, height);
+}
+
 QLayout* SettingsView::makeLanguage() {
     QStringList names;
     for (const Lang lang : allLangs)

@@ -19,6 +19,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -114,6 +116,7 @@ void ContentView::showSelectedPage() {
     m_detailColumn->setPage(
         makePage(*m_selectedCategory, {manager(), m_langManager, m_selection, m_aboutPicture}));
     orderFocus();
+    keepClearOfOverlay();
 }
 
 /// As all is read, whatever came when: sidebar, header, strips, page, menu.
@@ -170,13 +173,32 @@ void ContentView::updateSheet() {
 void ContentView::updateOverlay() {
     if (!*manager().isRunningOperation) {
         delete std::exchange(m_overlay, nullptr);
+    } else {
+        if (m_overlay == nullptr) {
+            m_overlay = new OperationOverlay(this);
+            m_overlay->show();
+        }
+        m_overlay->setOutput(*manager().operationOutput);
+    }
+    keepClearOfOverlay();
+}
+
+/// It can't be moved or closed, so that what lies behind it is out of reach as long as it is there.
+void ContentView::keepClearOfOverlay() {
+    constexpr int inset = 10;
+    const int covered = m_overlay != nullptr ? height() - m_overlay->y() : 0;
+    int coveredOfSidebar = covered;
+    if (m_cornerWidget != nullptr) {
+        const int below = std::max(inset, covered);
+        m_cornerWidget->move(inset, height() - below - m_cornerWidget->height());
+        if (covered > 0)
+            coveredOfSidebar += m_cornerWidget->height();
+    }
+    if (m_detailColumn == nullptr)
         return;
-    }
-    if (m_overlay == nullptr) {
-        m_overlay = new OperationOverlay(this);
-        m_overlay->show();
-    }
-    m_overlay->setOutput(*manager().operationOutput);
+    m_sidebar->setCoveredHeight(coveredOfSidebar);
+    if (m_detailColumn->page() != nullptr)
+        m_detailColumn->page()->setCoveredHeight(covered);
 }
 
 /// What a sheet covers can't be read: a failure is told within the sight of each, too.
@@ -207,20 +229,14 @@ void ContentView::setCornerWidget(QWidget* widget) {
     m_cornerWidget = widget;
     m_cornerWidget->setParent(this);
     m_cornerWidget->show();
-    placeCornerWidget();
+    keepClearOfOverlay();
     if (m_detailColumn != nullptr)
         orderFocus();
 }
 
-void ContentView::placeCornerWidget() {
-    constexpr int inset = 10;
-    if (m_cornerWidget != nullptr)
-        m_cornerWidget->move(inset, height() - inset - m_cornerWidget->height());
-}
-
 void ContentView::resizeEvent(QResizeEvent* event) {
     View::resizeEvent(event);
-    placeCornerWidget();
+    keepClearOfOverlay();
 }
 
 void ContentView::render() {

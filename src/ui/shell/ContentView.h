@@ -69,7 +69,7 @@ private:
     void updateOverlay();
     void updateNotice();
     void openOutput(OperationSummary summary);
-    void placeCornerWidget();
+    void keepClearOfOverlay();
 
     LangManager& m_langManager;
     QString m_aboutPicture;

@@ -74,7 +74,7 @@ void OperationOverlay::paintEvent(QPaintEvent*) {
         QRectF(rect()).adjusted(shadowRadius, shadowRadius, -shadowRadius, -shadowRadius);
     QPainter painter(this);
     Painting::drawShadow(&painter, panel, panelRadius, shadowRadius, theme.overlayShadow);
-    Painting::drawBordered(&painter, panel, panelRadius, theme.overlay, theme.hairline);
+    Painting::drawBordered(&painter, panel, panelRadius, theme.overlay, theme.fieldBorder);
 }
 
 bool OperationOverlay::eventFilter(QObject* watched, QEvent* event) {

@@ -31,10 +31,8 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
     m_list->setMouseTracking(true);
     m_list->viewport()->setAutoFillBackground(false);
 
-    auto* const layout = new QVBoxLayout(this);
-    constexpr int topMargin = 2;
-    layout->setContentsMargins(0, topMargin, 0, 0);
-    layout->addWidget(m_list);
+    (new QVBoxLayout(this))->addWidget(m_list);
+    setCoveredHeight(0);
 
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) {
@@ -44,6 +42,11 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
             });
     connect(m_list, &QListView::clicked, this, &SidebarView::open);
     connect(m_list, &QListView::activated, this, &SidebarView::open);
+}
+
+void SidebarView::setCoveredHeight(int height) {
+    constexpr int topMargin = 2;
+    layout()->setContentsMargins(0, topMargin, 0, height);
 }
 
 void SidebarView::open(const QModelIndex& index) {

@@ -18,6 +18,9 @@ public:
 
     void setSelection(std::optional<SidebarCategory> category);
 
+    /// So much of the sidebar, from below, is covered by something else.
+    void setCoveredHeight(int height);
+
     [[nodiscard]] QListView* list() const { return m_list; }
 
 Q_SIGNALS:

@@ -46,7 +46,7 @@ Theme makeTheme(bool isDark) {
         .card = pick(0xFFFFFF, 0x26282C),
         .cardScrim = shade(Qt::black, 0.32, 0.56),
         .overlayShadow = withOpacity(Qt::black, 0.33),
-        .overlay = withOpacity(pick(0xFFFFFF, 0x1E1F22), 0.94),
+        .overlay = withOpacity(pick(0xFFFFFF, 0x2C2E33), 0.985),
         .trough = pick(0xE9EAEB, 0x2C2E33),
         .segment = pick(0xFFFFFF, 0x4A4D55),
     };

@@ -34,6 +34,10 @@ void ListPage::showList() {
     m_stack->setCurrentWidget(m_list);
 }
 
+void ListPage::setCoveredHeight(int height) {
+    m_list->setCoveredHeight(height);
+}
+
 void ListPage::enterContent() {
     if (m_list->isVisible())
         m_list->setFocus(Qt::OtherFocusReason);

@@ -13,6 +13,9 @@ class RowListView;
 class ListPage : public Page {
     Q_OBJECT
 
+public:
+    void setCoveredHeight(int height) override;
+
 protected:
     /// The list's rows are packages for the user to select from, or none without a selection.
     ListPage(BrewManager& manager, PackageSelection* selection, const QString& name, int rowHeight,

@@ -23,6 +23,10 @@ public:
     /// there is one.
     virtual void begin() {}
 
+    /// So much of the page, from below, is covered by something that lies over the window: what can
+    /// be scrolled is to be kept clear of it.
+    virtual void setCoveredHeight(int) {}
+
     /// Puts the focus on the search field, if there is one to be seen.
     void focusSearch() const;
     /// Presses the refresh button, if there is one and it can be pressed.

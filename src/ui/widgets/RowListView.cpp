@@ -41,8 +41,18 @@ RowListView::RowListView(int itemHeight, Selectable selectable, QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setMouseTracking(true);
     viewport()->setBackgroundRole(QPalette::Window);
-    constexpr int verticalMargin = 6;
-    setViewportMargins(0, verticalMargin, 0, 0);
+    setCoveredHeight(0);
+}
+
+void RowListView::setCoveredHeight(int height) {
+    constexpr int topMargin = 6;
+    const QMargins margins(0, topMargin, 0, height);
+    if (margins == viewportMargins())
+        return;
+    const bool isInSight = hasFocus() && viewport()->rect().contains(visualRect(currentIndex()));
+    setViewportMargins(margins);
+    if (isInSight)
+        scrollTo(currentIndex());
 }
 
 void RowListView::setRows(QList<RowSection> sections) {

@@ -38,6 +38,10 @@ public:
     /// Where a click triggers one of the row's actions, in viewport coordinates.
     [[nodiscard]] QRect actionRect(const QModelIndex& index, qsizetype action = 0) const;
 
+    /// So much of the list, from below, is covered by something else: no row is shown there, and
+    /// the current one is scrolled out of it.
+    void setCoveredHeight(int height);
+
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 Q_SIGNALS:
