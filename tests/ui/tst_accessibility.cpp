@@ -8,12 +8,16 @@
 #include "SheetDriver.h"
 #include "UiTest.h"
 #include "widgets/RowListView.h"
+#include "widgets/Sheet.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QLabel>
 #include <QListView>
 #include <QMenu>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -30,17 +34,28 @@ QStringList spoken(QWidget& list) {
     return names;
 }
 
-/// Does what the toolkit does by itself on platforms where a screen reader can be listening: it
-/// forgets the rows it has read when it is told that all of them are others.
-void announceResets(QAbstractItemView& view) {
-    QObject::connect(view.model(), &QAbstractItemModel::modelReset, &view, [&view] {
-        QAccessibleTableModelChangeEvent event(&view, QAccessibleTableModelChangeEvent::ModelReset);
-        QAccessible::queryAccessibleInterface(&view)->tableInterface()->modelChange(&event);
-    });
-}
-
 QAccessible::Role roleOf(QWidget& widget) {
     return QAccessible::queryAccessibleInterface(&widget)->role();
+}
+
+QAccessibleInterface* rowOf(QWidget& list, int row) {
+    return QAccessible::queryAccessibleInterface(&list)->child(row);
+}
+
+/// Everything below it that is read by its name, in the order of reading.
+void collectNames(QAccessibleInterface* interface, QStringList* names) {
+    if (interface->state().invisible)
+        return;
+    if (const QString name = interface->text(QAccessible::Name); !name.isEmpty())
+        names->append(name);
+    for (int i = 0; i < interface->childCount(); ++i)
+        collectNames(interface->child(i), names);
+}
+
+QStringList readBelow(QWidget& root) {
+    QStringList names;
+    collectNames(QAccessible::queryAccessibleInterface(&root), &names);
+    return names;
 }
 
 } // namespace
@@ -59,6 +74,20 @@ private Q_SLOTS:
     void readsTheStatesOfAPage();
     void readsTheDetail();
     void readsFromListsThatAreReplaced();
+    void readsWhichRowIsSelected();
+    void findsTheControlsOfARow();
+    void pressesTheControlsOfARow();
+    void offersWhatCanBeDoneWithARow();
+    void opensARow();
+    void opensACategory();
+    void knowsWhereTheKeyboardIsInARow();
+    void readsThatARowIsBusy();
+    void forgetsControlsThatHaveGone();
+    void knowsWhatThingsAre();
+    void knowsASheetForADialog();
+    void findsTheOpenMenu();
+    void readsInTheOrderOfTheWindow();
+    void readsTheFactsBeforeTheReport();
     void readsNoMarkup_data();
     void readsNoMarkup();
 };
@@ -191,7 +220,6 @@ void AccessibilityTest::readsFromListsThatAreReplaced() {
     app.showLoaded();
     AppScene::fill(app);
     RowListView& list = app.page().list().view();
-    announceResets(list);
     QCOMPARE(spoken(list).size(), 2);
     app.manager.formulae.set(Samples::manyFormulae(3));
     QTRY_COMPARE(spoken(list).size(), 3);
@@ -199,6 +227,240 @@ void AccessibilityTest::readsFromListsThatAreReplaced() {
     app.page().typeToSearch(u"00001"_s);
     QTRY_COMPARE(spoken(list).size(), 1);
     QVERIFY(spoken(list).constFirst().startsWith(u"package-00001, "_s));
+}
+
+void AccessibilityTest::readsWhichRowIsSelected() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    RowListView& list = app.page().list().view();
+    QVERIFY(rowOf(list, 1)->state().selectable);
+    QVERIFY(!rowOf(list, 1)->state().selected);
+    app.window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
+    QVERIFY(rowOf(list, 1)->state().selected);
+    QVERIFY(!rowOf(list, 0)->state().selected);
+    app.window.content()->selection().setSelectedPackageID(std::nullopt);
+    QVERIFY(!rowOf(list, 1)->state().selected);
+    app.choose(taps);
+    QCoreApplication::processEvents();
+    QVERIFY(!rowOf(app.page().list().view(), 0)->state().selectable);
+}
+
+void AccessibilityTest::findsTheControlsOfARow() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    app.choose(search);
+    QCoreApplication::processEvents();
+    RowListView& list = app.page().list().view();
+    // A heading, a formula to install, one that is installed.
+    QCOMPARE(rowOf(list, 0)->role(), QAccessible::Heading);
+    QCOMPARE(rowOf(list, 0)->childCount(), 0);
+    QCOMPARE(rowOf(list, 1)->childCount(), 1);
+    QCOMPARE(rowOf(list, 2)->childCount(), 0);
+    QAccessibleInterface* const button = rowOf(list, 1)->child(0);
+    QCOMPARE(button->role(), QAccessible::Button);
+    QCOMPARE(button->text(QAccessible::Name), u"Install"_s);
+    QCOMPARE(button->parent(), rowOf(list, 1));
+    QCOMPARE(rowOf(list, 1)->indexOfChild(button), 0);
+    const QPoint centre = button->rect().center();
+    QVERIFY(rowOf(list, 1)->rect().contains(button->rect()));
+    QCOMPARE(QAccessible::queryAccessibleInterface(&list)->childAt(centre.x(), centre.y()),
+             rowOf(list, 1));
+    QCOMPARE(rowOf(list, 1)->childAt(centre.x(), centre.y()), button);
+}
+
+void AccessibilityTest::pressesTheControlsOfARow() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    QAccessibleInterface* const trash = rowOf(app.page().list().view(), 1)->child(0);
+    QCOMPARE(trash->text(QAccessible::Name), u"Uninstall"_s);
+    trash->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    const AlertDriver alert;
+    QVERIFY(alert.message().contains(u"wget"_s));
+    alert.escape();
+}
+
+void AccessibilityTest::offersWhatCanBeDoneWithARow() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    QAccessibleActionInterface* const row = rowOf(app.page().list().view(), 1)->actionInterface();
+    QCOMPARE(row->actionNames(),
+             (QStringList{QAccessibleActionInterface::pressAction(), u"Homepage"_s, u"Update"_s,
+                          u"Uninstall"_s, QAccessibleActionInterface::setFocusAction()}));
+    row->doAction(u"Uninstall"_s);
+    const AlertDriver alert;
+    QVERIFY(alert.message().contains(u"wget"_s));
+    alert.escape();
+}
+
+void AccessibilityTest::opensARow() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    rowOf(app.page().list().view(), 1)
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_COMPARE(app.window.content()->selection().selectedPackageID(), u"formula-wget"_s);
+    QCOMPARE(app.page().list().currentId(), u"formula-wget"_s);
+}
+
+void AccessibilityTest::opensACategory() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    QAccessibleInterface* const item = rowOf(app.sidebar().view(), 5);
+    QCOMPARE(item->text(QAccessible::Name), u"Search"_s);
+    QVERIFY(!item->state().selected);
+    item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_COMPARE(app.window.content()->selectedCategory(), search);
+    QVERIFY(item->state().selected);
+    // As after a click.
+    QTRY_COMPARE(app.window.focusWidget()->objectName(), u"searchField"_s);
+}
+
+void AccessibilityTest::knowsWhereTheKeyboardIsInARow() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    RowListView& list = app.page().list().view();
+    list.setFocus();
+    QAccessibleInterface* const row = rowOf(list, 0);
+    QVERIFY(row->state().focused);
+    Input::key(Qt::Key_Right);
+    QVERIFY(row->child(0)->state().focused);
+    QVERIFY(!row->state().focused);
+    QCOMPARE(QAccessible::queryAccessibleInterface(&list)->focusChild(), row->child(0));
+    Input::key(Qt::Key_Left);
+    QVERIFY(row->state().focused);
+    QVERIFY(!row->child(0)->state().focused);
+}
+
+void AccessibilityTest::readsThatARowIsBusy() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    app.choose(updates);
+    QCoreApplication::processEvents();
+    RowListView& list = app.page().list().view();
+    app.brew.hold(u"upgrade --formula wget"_s);
+    QAccessibleInterface* const button = rowOf(list, 1)->child(0);
+    QCOMPARE(button->role(), QAccessible::Button);
+    QVERIFY(!button->state().busy);
+    button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_VERIFY(rowOf(list, 1)->child(0)->state().busy);
+    QCOMPARE(rowOf(list, 1)->child(0)->role(), QAccessible::Animation);
+    QCOMPARE(rowOf(list, 1)->child(0)->actionInterface()->actionNames(), QStringList());
+    // Nothing else can be upgraded meanwhile.
+    QVERIFY(rowOf(list, 3)->child(0)->state().disabled);
+}
+
+void AccessibilityTest::forgetsControlsThatHaveGone() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    RowListView& list = app.page().list().view();
+    const QAccessible::Id row = QAccessible::uniqueId(rowOf(list, 1));
+    const QAccessible::Id button = QAccessible::uniqueId(rowOf(list, 1)->child(0));
+    app.manager.formulae.set(Samples::manyFormulae(1));
+    QTRY_COMPARE(spoken(list).size(), 1);
+    QVERIFY(QAccessible::accessibleInterface(row) == nullptr);
+    QVERIFY(QAccessible::accessibleInterface(button) == nullptr);
+}
+
+void AccessibilityTest::knowsWhatThingsAre() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    QCOMPARE(roleOf(app.window), QAccessible::Window);
+    QCOMPARE(readBelow(app.window).constFirst(), u"Lumora"_s);
+    app.choose(settings);
+    QWidget& picker = require<QWidget>(app.window, u"languagePicker"_s);
+    QCOMPARE(roleOf(picker), QAccessible::Grouping);
+    QCOMPARE(QAccessible::queryAccessibleInterface(&picker)->text(QAccessible::Name),
+             u"Language"_s);
+    QAccessibleInterface* const english = rowOf(picker, 1);
+    QCOMPARE(english->role(), QAccessible::RadioButton);
+    QVERIFY(english->state().checked);
+    app.choose(about);
+    QAbstractButton& link = require<QAbstractButton>(app.window, u"link-house"_s);
+    QCOMPARE(roleOf(link), QAccessible::Link);
+    QVERIFY(QAccessible::queryAccessibleInterface(&link)->actionInterface()->actionNames().contains(
+        QAccessibleActionInterface::pressAction()));
+}
+
+void AccessibilityTest::knowsASheetForADialog() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    app.window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
+    Sheet& detail = SheetDriver(app.window).sheet();
+    const QAccessibleInterface* const dialog = QAccessible::queryAccessibleInterface(&detail);
+    QCOMPARE(dialog->role(), QAccessible::Dialog);
+    QVERIFY(dialog->state().modal);
+    QCOMPARE(dialog->text(QAccessible::Name), u"wget"_s);
+    app.window.content()->selection().setSelectedPackageID(u"formula-jq"_s);
+    QTRY_COMPARE(dialog->text(QAccessible::Name), u"jq"_s);
+    QCOMPARE(roleOf(require<QWidget>(detail, u"homepageLink"_s)), QAccessible::Link);
+    app.window.content()->selection().setSelectedPackageID(std::nullopt);
+    app.choose(taps);
+    app.page().press(u"addTapButton"_s);
+    Sheet& adding = SheetDriver(app.window).sheet();
+    QCOMPARE(roleOf(adding), QAccessible::Dialog);
+    QCOMPARE(adding.accessibleName(), u"Add Tap"_s);
+}
+
+void AccessibilityTest::findsTheOpenMenu() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(&app.window);
+    const int without = window->childCount();
+    Input::key(Qt::Key_F10);
+    QTRY_COMPARE(window->childCount(), without + 1);
+    QAccessibleInterface* const menu = window->child(without);
+    QCOMPARE(menu->role(), QAccessible::PopupMenu);
+    QCOMPARE(window->indexOfChild(menu), without);
+    QVERIFY(readBelow(*app.window.applicationMenu()).contains(u"Check for Updates..."_s));
+    app.window.applicationMenu()->close();
+    QCOMPARE(window->childCount(), without);
+}
+
+void AccessibilityTest::readsInTheOrderOfTheWindow() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    app.manager.errorMessage.set(u"out of reach"_s);
+    QCoreApplication::processEvents();
+    const QStringList read = readBelow(app.window);
+    QList<qsizetype> places;
+    for (const QString& name : {u"Formulae, 2"_s, u"Formulae (2)"_s, u"Filter formulae"_s,
+                                u"Refresh formulae list"_s, u"out of reach"_s, u"Formulae"_s}) {
+        QVERIFY2(read.contains(name), qPrintable(name));
+        places.append(read.indexOf(name));
+    }
+    // The menu below the sidebar is named like the window, and like the sidebar.
+    places.append(read.lastIndexOf(u"Lumora"_s));
+    QVERIFY2(std::ranges::is_sorted(places), qPrintable(read.join(u"\n"_s)));
+}
+
+void AccessibilityTest::readsTheFactsBeforeTheReport() {
+    AppWindow app;
+    app.brew.answer(u"info wget"_s, "==> wget\n");
+    app.brew.answer(u"info jq"_s, "==> jq\n");
+    app.showLoaded();
+    AppScene::fill(app);
+    app.window.content()->selection().setSelectedPackageID(u"formula-jq"_s);
+    Sheet& sheet = SheetDriver(app.window).sheet();
+    app.window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
+    QTRY_VERIFY(readBelow(sheet).contains(u"brew info"_s));
+    const QStringList read = readBelow(sheet);
+    QVERIFY(read.indexOf(u"Details"_s) < read.indexOf(u"Formula"_s));
+    QVERIFY(read.indexOf(u"Formula"_s) < read.indexOf(u"Name: homebrew/core/wget"_s));
+    QVERIFY(read.indexOf(u"openssl@3"_s) < read.indexOf(u"brew info"_s));
+    QVERIFY(read.lastIndexOf(u"brew info"_s) < read.indexOf(u"Close"_s));
 }
 
 void AccessibilityTest::readsNoMarkup_data() {

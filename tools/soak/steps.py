@@ -125,11 +125,11 @@ class Steps:
         self._go(SETTINGS)
 
         def languages() -> list[Node]:
-            return self._app.tree().find_all(role="check box")
+            return self._app.tree().find_all(role="radio button")
 
         shown = wait_until(languages, "the languages are there")
         name = self._chance.choice([node.name for node in shown if not node.is_in("checked")])
-        self._app.click(self._app.find(name, role="check box"))
+        self._app.click(self._app.find(name, role="radio button"))
         wait_until(
             lambda: any(node.name == name and node.is_in("checked") for node in languages()),
             f"{name} is chosen",

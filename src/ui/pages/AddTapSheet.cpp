@@ -28,6 +28,7 @@ AddTapSheet::AddTapSheet(QWidget* window)
         new PlainLabel(L10n::addTap(), Typography::font(Typography::body, QFont::DemiBold));
     auto* const help = new SecondaryLabel(L10n::enterTapName(), Typography::caption);
 
+    setAccessibleName(L10n::addTap());
     m_field->setObjectName(u"tapNameField"_s);
     m_field->setPlaceholderText(u"user/repo"_s);
     m_field->setFixedSize(fieldWidth, Metrics::controlHeight);

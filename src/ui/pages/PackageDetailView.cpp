@@ -161,6 +161,7 @@ void PackageDetailView::render() {
         m_notFound->showSymbol(u"doc.text.magnifyingglass"_s, &Theme::secondaryText,
                                L10n::packageNotFound());
         m_stack->setCurrentWidget(m_notFound);
+        Q_EMIT titleChanged(L10n::packageNotFound());
         return;
     }
     if (package != m_shown)
@@ -179,7 +180,9 @@ void PackageDetailView::showPackage(const BrewPackage& package) {
     delete m_facts;
     m_facts = makeFacts(package);
     m_layout->insertWidget(0, m_facts);
-    setAccessibleName(DisplayText::line(package.name));
+    // Read before the report, too.
+    m_facts->lower();
+    Q_EMIT titleChanged(DisplayText::line(package.name));
 }
 
 QCoro::Task<> PackageDetailView::loadInfo(BrewPackage package) {

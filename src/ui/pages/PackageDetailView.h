@@ -23,6 +23,10 @@ public:
     /// Shows another package; the report of the one before stays until the new one is there.
     void setPackageID(const QString& packageID);
 
+Q_SIGNALS:
+    /// What is shown has another name.
+    void titleChanged(const QString& title);
+
 protected:
     void render() override;
 

@@ -97,6 +97,8 @@ QWidget* ContentView::makeSplitView() {
     m_detailColumn->failureStrip()->setClosed(isFailureClosed);
     split->addWidget(m_sidebar);
     split->addWidget(m_detailColumn);
+    // Read before the page: the splitter puts what comes later below, and so in front.
+    m_sidebar->lower();
     split->setStretchFactor(1, 1);
     split->setSizes({Metrics::sidebarIdeal - split->handleWidth(), Metrics::windowWidth});
     m_sidebar->setSelection(m_selectedCategory);
@@ -174,11 +176,10 @@ void ContentView::updateOverlay() {
     if (!*manager().isRunningOperation) {
         delete std::exchange(m_overlay, nullptr);
     } else {
-        if (m_overlay == nullptr) {
+        if (m_overlay == nullptr)
             m_overlay = new OperationOverlay(this);
-            m_overlay->show();
-        }
         m_overlay->setOutput(*manager().operationOutput);
+        m_overlay->show();
     }
     keepClearOfOverlay();
 }

@@ -19,6 +19,7 @@ constexpr QSize smallestSize{500, 400};
 DetailSheet::DetailSheet(const QString& packageID, BrewManager& manager, QWidget* window)
     : Sheet(window, preferredSize, smallestSize),
       m_detail(new PackageDetailView(packageID, manager)) {
+    connect(m_detail, &PackageDetailView::titleChanged, this, &DetailSheet::setAccessibleName);
     auto* const close = new PushButton(L10n::close());
     close->setObjectName(u"closeDetail"_s);
     connect(close, &PushButton::clicked, this, &Sheet::cancelRequested);

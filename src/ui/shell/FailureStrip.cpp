@@ -2,6 +2,7 @@
 #include "shell/FailureStrip.h"
 
 #include "BrewManager.h"
+#include "widgets/Accessible.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +25,8 @@ FailureStrip::FailureStrip(BrewManager& manager, QWidget* parent)
 void FailureStrip::setFailure(const std::optional<QString>& failure) {
     const bool isNew = failure != std::exchange(m_failure, failure);
     setMessage(failure.value_or(QString()));
+    if (isNew && failure)
+        Accessible::announce(this, message());
     setClosed(m_isClosed && !isNew);
 }
 

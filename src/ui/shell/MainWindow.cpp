@@ -8,6 +8,7 @@
 #include "shell/DetailColumn.h"
 #include "style/Metrics.h"
 #include "views/Page.h"
+#include "widgets/Accessible.h"
 #include "widgets/DisplayText.h"
 #include "widgets/IconButton.h"
 #include "widgets/Sheet.h"
@@ -22,6 +23,7 @@ using namespace Qt::StringLiterals;
 MainWindow::MainWindow(BrewManager& manager, LangManager& langManager, const QString& aboutPicture)
     : m_content(new ContentView(manager, langManager, aboutPicture, this)),
       m_menu(new QMenu(u"Lumora"_s, this)) {
+    Accessible::setRole(this, QAccessible::Window);
     setWindowTitle(u"Lumora"_s);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

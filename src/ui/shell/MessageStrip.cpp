@@ -5,6 +5,7 @@
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Typography.h"
+#include "widgets/Accessible.h"
 #include "widgets/Boxes.h"
 #include "widgets/IconButton.h"
 #include "widgets/Labels.h"
@@ -24,6 +25,7 @@ MessageStrip::MessageStrip(const QString& subject, int height, QWidget* parent)
     : QWidget(parent),
       m_symbol(new SymbolLabel(QString(), iconSize, &Theme::text)),
       m_message(new ElidedLabel(Typography::font(textSize))) {
+    Accessible::setRole(this, QAccessible::Notification);
     setObjectName(subject + u"Strip"_s);
     setFixedHeight(height);
     m_message->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -5,7 +5,9 @@
 #include "style/Painting.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/Accessible.h"
 #include "widgets/Boxes.h"
+#include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
 #include "widgets/OutputText.h"
 #include "widgets/Spinner.h"
@@ -31,8 +33,8 @@ OperationOverlay::OperationOverlay(QWidget* parent)
     : QWidget(parent),
       m_output(
           new OutputText(L10n::output(), OutputText::Frame::None, Typography::caption2, this)) {
+    Accessible::setRole(this, QAccessible::Notification);
     setObjectName(u"operationOverlay"_s);
-    setAccessibleName(L10n::running());
     m_output->setTallest(tallestTranscript);
     m_output->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 
@@ -52,6 +54,12 @@ OperationOverlay::OperationOverlay(QWidget* parent)
 void OperationOverlay::setOutput(const QString& output) {
     m_output->setOutput(output);
     place();
+    // What is running stands in the first line. Only a new one is read out.
+    constexpr qsizetype longest = 200;
+    const QString line = DisplayText::line(output.left(longest).section(u'\n', 0, 0));
+    const QString told = line.isEmpty() ? L10n::running() : L10n::running() + u' ' + line;
+    if (told != accessibleName())
+        Accessible::announce(this, told);
 }
 
 QString OperationOverlay::output() const {

@@ -5,11 +5,11 @@
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Typography.h"
+#include "widgets/Accessible.h"
 #include "widgets/Labels.h"
 #include "widgets/PushButton.h"
 #include "widgets/Sheet.h"
 
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QPainter>
 #include <QTimer>
@@ -27,12 +27,6 @@ public:
 
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
-
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
-    if (className != QLatin1StringView(OperationStrip::staticMetaObject.className()))
-        return nullptr;
-    return new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Notification);
-}
 
 } // namespace
 
@@ -54,9 +48,6 @@ OperationStrip::OperationStrip(OperationNotice& notice, Place place, QWidget* pa
     output->setObjectName(u"operationOutput"_s);
     output->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     addWidget(output);
-    // A plain widget's name is passed over by who reads the screen. Installing it again changes
-    // nothing.
-    QAccessible::installFactory(makeAccessible);
     addCloseButton(u"closeOperation"_s);
     connect(output, &PushButton::clicked, this, &OperationStrip::outputRequested);
 
@@ -82,15 +73,14 @@ void OperationStrip::tell() {
         setMessage(summary.title);
         m_reason->setFullText(summary.reason);
         m_reason->setVisible(!summary.reason.isEmpty());
-        setAccessibleName(summary.line());
+        // What a sheet covers needn't be said twice.
+        if (m_place == Place::Sheet || Sheet::openOver(window()) == nullptr)
+            Accessible::announce(this, summary.line());
+        else
+            setAccessibleName(summary.line());
     }
     setVisible(isOpen);
     countDown();
-    // What a sheet covers needn't be said twice.
-    if (isOpen && (m_place == Place::Sheet || Sheet::openOver(window()) == nullptr)) {
-        QAccessibleEvent event(this, QAccessible::Alert);
-        QAccessible::updateAccessibility(&event);
-    }
 }
 
 /// A success goes when nobody has looked at it for its time; whoever looks at it, or at a sheet

@@ -4,6 +4,7 @@
 #include "BrewManager.h"
 #include "shell/SidebarDelegate.h"
 #include "style/Theme.h"
+#include "widgets/Accessible.h"
 
 #include <QListView>
 #include <QPainter>
@@ -21,9 +22,10 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
         addCategory(category);
     }
 
+    Accessible::setRole(m_list, QAccessible::List);
     m_list->setObjectName(u"sidebar"_s);
-    m_list->setAccessibleName(u"Lumora"_s);
     m_list->setModel(m_model);
+    m_list->setAccessibleName(u"Lumora"_s);
     m_list->setItemDelegate(new SidebarDelegate(m_list));
     m_list->setFrameShape(QFrame::NoFrame);
     m_list->setEditTriggers(QListView::NoEditTriggers);

@@ -4,6 +4,7 @@
 #include "style/Painting.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/Accessible.h"
 #include "widgets/DisplayText.h"
 
 #include <QPainter>
@@ -43,6 +44,7 @@ Look lookOf(DetailBadge::Tone tone, const Theme& theme) {
 
 DetailBadge::DetailBadge(QString text, Tone tone, QWidget* parent)
     : QWidget(parent), m_text(DisplayText::line(text)), m_tone(tone) {
+    Accessible::setRole(this, QAccessible::StaticText);
     setFont(tone == Tone::Neutral ? Typography::font(Typography::caption)
                                   : Typography::digits(11, QFont::Medium));
     setAccessibleName(m_text);

@@ -7,6 +7,7 @@
 #include "style/Symbol.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/Accessible.h"
 #include "widgets/DisplayText.h"
 
 #include <QDesktopServices>
@@ -39,6 +40,7 @@ void openAddress(const QString& address) {
 
 LinkButton::LinkButton(const QString& text, QString address, QWidget* parent)
     : KeyboardButton(parent), m_address(std::move(address)) {
+    Accessible::setRole(this, QAccessible::Link);
     setText(DisplayText::line(text));
     // The toolkit takes an ampersand for the mark of one.
     setShortcut({});
@@ -76,6 +78,7 @@ void LinkButton::paintEvent(QPaintEvent*) {
 
 LinkRow::LinkRow(QString symbol, const QString& title, const QString& address, QWidget* parent)
     : KeyboardButton(parent), m_symbol(std::move(symbol)) {
+    Accessible::setRole(this, QAccessible::Link);
     setText(title);
     setAccessibleName(title);
     setFont(Typography::font(Typography::body));

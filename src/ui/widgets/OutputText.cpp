@@ -123,7 +123,7 @@ bool OutputText::event(QEvent* event) {
 
 OutputSection::OutputSection(const QString& heading, int spacing, QWidget* parent)
     : QWidget(parent),
-      m_text(new OutputText(heading, OutputText::Frame::Box, Typography::caption, this)) {
+      m_text(new OutputText(heading, OutputText::Frame::Box, Typography::caption)) {
     const QFont headline = Typography::font(Typography::body, QFont::DemiBold);
     setLayout(Boxes::column(spacing, {new PlainLabel(heading, headline), m_text}));
     hide();

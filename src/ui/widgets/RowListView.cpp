@@ -3,6 +3,7 @@
 
 #include "L10n.h"
 #include "style/Painting.h"
+#include "widgets/Accessible.h"
 #include "widgets/DisplayText.h"
 #include "widgets/Spinner.h"
 
@@ -31,6 +32,7 @@ RowListView::RowListView(int itemHeight, Selectable selectable, QWidget* parent)
       m_model([this](const QModelIndex& index) { return stateOf(index); }),
       m_delegate(itemHeight, nullptr),
       m_selectable(selectable) {
+    Accessible::setRole(this, QAccessible::List);
     setObjectName(u"rowList"_s);
     setModel(&m_model);
     setItemDelegate(&m_delegate);
@@ -89,6 +91,11 @@ void RowListView::setSelectedId(const std::optional<QString>& id) {
         return;
     m_selectedId = id;
     viewport()->update();
+    if (!QAccessible::isActive() || !id)
+        return;
+    QAccessibleEvent event(this, QAccessible::Selection);
+    event.setChild(m_model.indexOf(*id).row());
+    QAccessible::updateAccessibility(&event);
 }
 
 void RowListView::setFurtherActions(FurtherActions furtherActions) {
@@ -191,6 +198,15 @@ void RowListView::stepThroughActions(Qt::Key key) {
     else if (place < actions.size())
         m_currentAction = place;
     viewport()->update();
+    tellFocus();
+}
+
+void RowListView::tellFocus() {
+    QAccessibleInterface* const self = QAccessible::queryAccessibleInterface(this);
+    if (QAccessibleInterface* const focused = self->focusChild()) {
+        QAccessibleEvent event(focused, QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 void RowListView::triggerTrash() {
@@ -291,6 +307,9 @@ void RowListView::focusInEvent(QFocusEvent* event) {
     if (!currentIndex().isValid())
         setCurrentInPlace(firstRowFrom(indexAt({0, 0})));
     QListView::focusInEvent(event);
+    // The toolkit tells of the list itself, but not before this has returned.
+    if (QAccessible::isActive())
+        QMetaObject::invokeMethod(this, &RowListView::tellFocus, Qt::QueuedConnection);
 }
 
 void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

@@ -62,6 +62,8 @@ protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
+    friend class RowListAccessible;
+
     /// A row, or one of its actions.
     struct Target final {
         QPersistentModelIndex row{};
@@ -86,6 +88,7 @@ private:
     void showToolTip(const QPoint& globalPosition, const QPoint& position);
     [[nodiscard]] RowState stateOf(const QModelIndex& index) const;
     [[nodiscard]] bool showsSpinner() const;
+    void tellFocus();
 
     RowModel m_model;
     RowDelegate m_delegate;

@@ -4,12 +4,14 @@
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Theme.h"
+#include "widgets/Accessible.h"
 
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 
 ScrollPane::ScrollPane(QWidget* content, QWidget* parent) : QScrollArea(parent) {
+    Accessible::setRole(this, QAccessible::Grouping);
     setWidgetResizable(true);
     setFrameShape(NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

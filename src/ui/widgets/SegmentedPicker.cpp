@@ -5,6 +5,7 @@
 #include "style/Painting.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/Accessible.h"
 #include "widgets/DisplayText.h"
 #include "widgets/KeyboardButton.h"
 
@@ -26,6 +27,8 @@ public:
         setObjectName(u"segment-"_s + title);
         setAccessibleName(title);
         setCheckable(true);
+        // The group sees to that, but screen readers are told of a check box without.
+        setAutoExclusive(true);
         setFont(Typography::font(Typography::body, QFont::Medium));
         setFocusPolicy(Qt::StrongFocus);
     }
@@ -57,6 +60,7 @@ protected:
 SegmentedPicker::SegmentedPicker(const QStringList& titles, const QString& accessibleName,
                                  QWidget* parent)
     : QWidget(parent), m_group(new QButtonGroup(this)) {
+    Accessible::setRole(this, QAccessible::Grouping);
     setAccessibleName(accessibleName);
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(troughPadding, troughPadding, troughPadding, troughPadding);

@@ -4,6 +4,7 @@
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Theme.h"
+#include "widgets/Accessible.h"
 
 #include <QApplication>
 #include <QGraphicsOpacityEffect>
@@ -52,6 +53,7 @@ Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest, Surface surface)
       m_smallest(smallest),
       m_surface(surface),
       m_panel(new Panel(surface, this)) {
+    Accessible::setRole(this, QAccessible::Dialog);
     setObjectName(u"sheet"_s);
     setFocusPolicy(Qt::NoFocus);
     window->installEventFilter(this);

@@ -4,6 +4,7 @@
 #include "style/Metrics.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/Accessible.h"
 #include "widgets/Boxes.h"
 #include "widgets/Labels.h"
 #include "widgets/Spinner.h"
@@ -14,6 +15,7 @@ StateView::StateView(QWidget* parent)
       m_symbol(new SymbolLabel({}, Metrics::stateIcon, &Theme::secondaryText, this)),
       m_text(new SecondaryLabel({}, Typography::body, this)) {
     using Boxes::centered;
+    Accessible::setRole(this, QAccessible::Notification);
     setLayout(Boxes::column(Metrics::stateSpacing,
                             {Boxes::stretch(), centered(m_spinner), centered(m_symbol),
                              centered(m_text), Boxes::stretch()}));
@@ -39,7 +41,7 @@ void StateView::setText(const QString& text, TextSize size) {
     if (m_text->text() == text)
         return;
     m_text->setText(text);
-    setAccessibleName(text);
+    Accessible::announce(this, text);
 }
 
 QString StateView::text() const {

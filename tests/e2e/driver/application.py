@@ -18,7 +18,7 @@ from .waiting import PATIENCE, NotHappened, wait_until
 _ROW_ACTION_INSET = 28
 # More than there are things on any page.
 _MOST_TABS = 30
-_CONTAINERS = ("filler", "panel")
+_CONTAINERS = ("dialog", "filler", "frame", "panel")
 _BUTTON_LEFT = 1
 _BUTTON_RIGHT = 3
 _WHEEL_DOWN = 5
@@ -148,7 +148,7 @@ class Application:
         return [
             node.name
             for page_list in self.tree().find_all(lambda name: name != "Lumora", role="list")
-            for node in page_list.find_all(role="list item")
+            for node in page_list.children
         ]
 
     # What it is told
