@@ -4,6 +4,7 @@
 from __future__ import annotations
 
 import contextlib
+import functools
 from collections.abc import Callable, Iterable, Iterator
 from typing import Any, NamedTuple
 
@@ -17,11 +18,22 @@ from .tree import Node, Rect, Tree
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _COMPONENT = "org.a11y.atspi.Component"
+_ACTION = "org.a11y.atspi.Action"
 _TEXT = "org.a11y.atspi.Text"
+_EDITABLE_TEXT = "org.a11y.atspi.EditableText"
 _PROPERTIES = "org.freedesktop.DBus.Properties"
 _PATIENCE_MS = 30_000
 _SHOWING = 25
-_STATES = {4: "checked", 8: "enabled", 11: "focusable", 12: "focused", 23: "selected"}
+_STATES = {
+    3: "busy",
+    4: "checked",
+    8: "enabled",
+    11: "focusable",
+    12: "focused",
+    16: "modal",
+    22: "selectable",
+    23: "selected",
+}
 # In coordinates of the screen, not of the window.
 _SCREEN = 0
 _LONGEST_TEXT = 200_000
@@ -81,21 +93,48 @@ class AccessibilityBus:
         def keep(*event: Any) -> None:
             told.append(str(event[5].unpack()))
 
-        def told_by_now() -> list[str]:
-            while GLib.MainContext.default().iteration(False):
-                pass
-            return told
+        with self._listening("object:text-changed", "TextChanged", keep) as catch_up:
+            yield lambda: catch_up() or told
 
+    @contextlib.contextmanager
+    def entered_states(self, state: str) -> Iterator[Callable[[], list[list[str]]]]:
+        """Role and name of what has told by now that it is in a state, such as being focused."""
+        told: list[list[str]] = []
+
+        def keep(_bus: Any, sender: str, path: str, _interface: str, _signal: str, data: Any) -> None:
+            changed, is_in, *_ = data.unpack()
+            if (changed, is_in) != (state, 1):
+                return
+            # Asked at once: it may be called something else later, or be gone.
+            heard = ["", ""]
+            told.append(heard)
+            name, _, role, *_ = _questions(Ref(sender, path))
+            self._ask(role, lambda answer, _: heard.__setitem__(0, answer))
+            self._ask(name, lambda answer, _: heard.__setitem__(1, answer))
+
+        with self._listening("object:state-changed", "StateChanged", keep) as catch_up:
+            yield lambda: catch_up() or told
+
+    @contextlib.contextmanager
+    def _listening(
+        self, event: str, signal: str, keep: Callable[..., None]
+    ) -> Iterator[Callable[[], None]]:
+        """Applications only tell of what somebody has said to be listening to."""
         registry = Ref("org.a11y.atspi.Registry", "/org/a11y/atspi/registry")
-        wanted = GLib.Variant("(s)", ("object:text-changed",))
+        wanted = GLib.Variant("(s)", (event,))
         arguments = (registry.bus, registry.path, "org.a11y.atspi.Registry")
         options = (None, Gio.DBusCallFlags.NONE, _PATIENCE_MS, None)
         subscription = self._bus.signal_subscribe(
-            None, "org.a11y.atspi.Event.Object", "TextChanged", None, None, Gio.DBusSignalFlags.NONE, keep
+            None, "org.a11y.atspi.Event.Object", signal, None, None, Gio.DBusSignalFlags.NONE, keep
         )
         self._bus.call_sync(*arguments, "RegisterEvent", wanted, *options)
+
+        def catch_up() -> None:
+            while GLib.MainContext.default().iteration(False):
+                pass
+
         try:
-            yield told_by_now
+            yield catch_up
         finally:
             self._bus.call_sync(*arguments, "DeregisterEvent", wanted, *options)
             self._bus.signal_unsubscribe(subscription)
@@ -123,13 +162,36 @@ class AccessibilityBus:
                 if role is None:
                     continue
                 names = frozenset(word for bit, word in _STATES.items() if state[0] >> bit & 1)
-                node = Node(role, name or "", description or "", "", Rect(*rect or (0, 0, 0, 0)), names)
+                node = Node(
+                    role, name or "", description or "", "", Rect(*rect or (0, 0, 0, 0)), names, ref
+                )
                 siblings.append(node)
                 if role == "text":
                     texts.append((ref, node))
                 level += [(Ref(*child), node.children) for child in children or []]
             self._read_texts(texts)
         return Tree(windows)
+
+    def actions_of(self, nodes: list[Node]) -> list[list[str]]:
+        """What can be done with each of them, by name."""
+        interfaces = self._call_all([Call(node.ref, _ACCESSIBLE, "GetInterfaces") for node in nodes])
+        able = [node for node, names in zip(nodes, interfaces) if _ACTION in (names or [])]
+        answers = self._call_all([Call(node.ref, _ACTION, "GetActions") for node in able])
+        actions = {
+            node.ref: [name for name, *_ in answer or []] for node, answer in zip(able, answers)
+        }
+        return [actions.get(node.ref, []) for node in nodes]
+
+    def act(self, node: Node, action: str) -> None:
+        (actions,) = self.actions_of([node])
+        self._call_all(
+            [Call(node.ref, _ACTION, "DoAction", GLib.Variant("(i)", (actions.index(action),)))]
+        )
+
+    def write(self, node: Node, text: str) -> None:
+        self._call_all(
+            [Call(node.ref, _EDITABLE_TEXT, "SetTextContents", GLib.Variant("(s)", (text,)))]
+        )
 
     def _read_texts(self, texts: list[tuple[Ref, Node]]) -> None:
         lengths = self._call_all(
@@ -150,29 +212,39 @@ class AccessibilityBus:
         answers: list[Any] = [None] * len(calls)
         waiting = len(calls)
 
-        def answered(bus: Gio.DBusConnection, result: Gio.AsyncResult, place: int) -> None:
+        def answered(answer: Any, error: GLib.Error | None, place: int) -> None:
             nonlocal waiting
             waiting -= 1
-            try:
-                (answers[place],) = bus.call_finish(result).unpack()
-            except GLib.Error as error:
-                if error.matches(Gio.io_error_quark(), Gio.IOErrorEnum.TIMED_OUT):
-                    failures.append(error)
+            answers[place] = answer
+            if error and error.matches(Gio.io_error_quark(), Gio.IOErrorEnum.TIMED_OUT):
+                failures.append(error)
 
         failures: list[GLib.Error] = []
         for place, call in enumerate(calls):
-            self._bus.call(
-                # fmt: off
-                call.ref.bus, call.ref.path, call.interface, call.method, call.arguments, None,
-                Gio.DBusCallFlags.NO_AUTO_START, _PATIENCE_MS, None, answered, place,
-                # fmt: on
-            )
+            self._ask(call, functools.partial(answered, place=place))
         context = GLib.MainContext.default()
         while waiting:
             context.iteration(True)
         if failures:
             raise TimeoutError(f"the application does not answer: {failures[0].message}")
         return answers
+
+
+    def _ask(self, call: Call, answered: Callable[[Any, GLib.Error | None], None]) -> None:
+        def finish(bus: Gio.DBusConnection, result: Gio.AsyncResult) -> None:
+            try:
+                answer, *_ = bus.call_finish(result).unpack() or (None,)
+            except GLib.Error as error:
+                answered(None, error)
+            else:
+                answered(answer, None)
+
+        self._bus.call(
+            # fmt: off
+            call.ref.bus, call.ref.path, call.interface, call.method, call.arguments, None,
+            Gio.DBusCallFlags.NO_AUTO_START, _PATIENCE_MS, None, finish,
+            # fmt: on
+        )
 
 
 def _questions(ref: Ref) -> list[Call]:

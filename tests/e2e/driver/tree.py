@@ -6,7 +6,7 @@ from __future__ import annotations
 import re
 from collections.abc import Callable, Iterator
 from dataclasses import dataclass, field
-from typing import NamedTuple, Union
+from typing import Any, NamedTuple, Union
 
 # A text that is to be equal, a pattern that is to be found, or a question to be answered.
 Wanted = Union[str, "re.Pattern[str]", Callable[[str], bool]]
@@ -45,6 +45,8 @@ class Node:
     text: str
     rect: Rect
     states: frozenset[str]
+    # By which the bus knows it.
+    ref: Any
     children: list[Node] = field(default_factory=list)
 
     def is_in(self, state: str) -> bool:
