@@ -182,16 +182,13 @@ class AccessibilityBus:
         }
         return [actions.get(node.ref, []) for node in nodes]
 
-    def act(self, node: Node, action: str) -> None:
-        (actions,) = self.actions_of([node])
-        self._call_all(
-            [Call(node.ref, _ACTION, "DoAction", GLib.Variant("(i)", (actions.index(action),)))]
-        )
+    def act(self, node: Node, action: int) -> bool:
+        call = Call(node.ref, _ACTION, "DoAction", GLib.Variant("(i)", (action,)))
+        return self._call_all([call]) == [True]
 
-    def write(self, node: Node, text: str) -> None:
-        self._call_all(
-            [Call(node.ref, _EDITABLE_TEXT, "SetTextContents", GLib.Variant("(s)", (text,)))]
-        )
+    def write(self, node: Node, text: str) -> bool:
+        call = Call(node.ref, _EDITABLE_TEXT, "SetTextContents", GLib.Variant("(s)", (text,)))
+        return self._call_all([call]) == [True]
 
     def _read_texts(self, texts: list[tuple[Ref, Node]]) -> None:
         lengths = self._call_all(

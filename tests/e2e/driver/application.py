@@ -267,6 +267,25 @@ class Application:
             self.press_to_leave("Tab")
         raise NotSeen(f"the Tab key does not reach {name!r}; it went through {passed}")
 
+    # What a screen reader does to it, without mouse and keys
+
+    def actions(self, node: Node) -> list[str]:
+        """What can be done with it, the most natural first."""
+        (names,) = self.desk.accessibility.actions_of([node])
+        return names
+
+    def act(self, node: Node, action: str | None = None) -> None:
+        """Does that, or else the most natural."""
+        names = self.actions(node)
+        place = names.index(action) if action else 0
+        if place >= len(names) or not self.desk.accessibility.act(node, place):
+            raise NotSeen(f"{node.describe()} does nothing of the kind, but {names}")
+
+    def write(self, node: Node, text: str) -> None:
+        """Fills a field in."""
+        if not self.desk.accessibility.write(node, text):
+            raise NotSeen(f"{node.describe()} cannot be written into")
+
     def close_window(self) -> None:
         self.screen.close_window(self.screen.windows()[0])
 
