@@ -10,6 +10,7 @@
 #include "pages/PackageDetailView.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
+#include "widgets/ChipButton.h"
 #include "widgets/DetailBadge.h"
 #include "widgets/DetailRow.h"
 #include "widgets/FlowLayout.h"
@@ -20,13 +21,14 @@
 #include "widgets/StateView.h"
 #include "widgets/SymbolLabel.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QFontInfo>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -90,6 +92,15 @@ struct Detail final {
         return texts;
     }
 
+    /// The chip with this text, which leads somewhere.
+    [[nodiscard]] ChipButton& chip(const QString& text) const {
+        for (ChipButton* const chip : window.findChildren<ChipButton*>()) {
+            if (chip->text() == text)
+                return *chip;
+        }
+        qFatal("There is no chip \"%s\"", qUtf8Printable(text));
+    }
+
     [[nodiscard]] QString name() const {
         const auto* const label = findVisible<QLabel>(window, u"detailName"_s);
         return label != nullptr ? label->text() : QString();
@@ -141,6 +152,10 @@ private Q_SLOTS:
     void givesBadgesAndChipsTheirSizes();
     void keepsItsDistances();
     void wrapsItsChips();
+    void opensADependencyThatIsInstalled();
+    void followsWhatIsInstalled();
+    void keepsTheKeyboardAcrossPackages();
+    void marksAChipThatLeadsSomewhere();
     void cutsANameThatIsTooLong();
     void setsALabelSmallerThatIsTooLong();
     void letsValuesBeCopied();
@@ -417,6 +432,90 @@ void PackageDetailTest::wrapsItsChips() {
     for (const DetailBadge* const chip : chips)
         QVERIFY(chip->geometry().right() <= chip->parentWidget()->width());
     QCOMPARE(require<QScrollArea>(detail.window).horizontalScrollBar()->maximum(), 0);
+}
+
+void PackageDetailTest::opensADependencyThatIsInstalled() {
+    Detail detail;
+    BrewPackage tapped = Samples::formula(u"gettext"_s);
+    tapped.fullName = u"user/tap/gettext"_s;
+    BrewPackage package = wget();
+    package.dependencies = {u"openssl@3"_s, u"libidn2"_s, u"user/tap/gettext"_s, u"iina"_s};
+    detail.manager.formulae.set({Samples::formula(u"libidn2"_s), tapped, package});
+    // A cask is no formula's dependency.
+    detail.manager.casks.set({Samples::cask(u"iina"_s)});
+    detail.show(package.id());
+    QCOMPARE(detail.badgeTexts(true), (QStringList{u"openssl@3"_s, u"iina"_s}));
+    const QSignalSpy requested(detail.view, &PackageDetailView::packageRequested);
+    Input::click(detail.chip(u"libidn2"_s));
+    auto& chip = detail.chip(u"user/tap/gettext"_s);
+    QCOMPARE(chip.accessibleName(), u"user/tap/gettext"_s);
+    chip.setFocus();
+    Input::key(Qt::Key_Return);
+    QCOMPARE(requested.size(), 2);
+    QCOMPARE(requested.at(0), QVariantList{u"formula-libidn2"_s});
+    QCOMPARE(requested.at(1), QVariantList{u"formula-gettext"_s});
+}
+
+void PackageDetailTest::followsWhatIsInstalled() {
+    Detail detail(wget());
+    QCOMPARE(detail.badgeTexts(true).size(), 3);
+    detail.manager.formulae.set({Samples::formula(u"gettext"_s), wget()});
+    QTRY_COMPARE(detail.badgeTexts(true), (QStringList{u"openssl@3"_s, u"libidn2"_s}));
+    QCOMPARE(detail.chip(u"gettext"_s).text(), u"gettext"_s);
+    detail.manager.formulae.set({wget()});
+    QTRY_COMPARE(detail.badgeTexts(true).size(), 3);
+}
+
+void PackageDetailTest::keepsTheKeyboardAcrossPackages() {
+    Detail detail;
+    BrewPackage package = wget();
+    package.desc = u"line of words "_s.repeated(100);
+    detail.manager.formulae.set({Samples::formula(u"libidn2"_s, package.desc), package});
+    detail.show(package.id());
+    auto& scroll = require<QScrollArea>(detail.window, u"detailScroll"_s);
+    detail.chip(u"libidn2"_s).setFocus();
+    scroll.ensureWidgetVisible(&detail.chip(u"libidn2"_s));
+    QVERIFY(scroll.verticalScrollBar()->value() > 0);
+    detail.view->setPackageID(u"formula-libidn2"_s);
+    QTRY_COMPARE(detail.name(), u"libidn2"_s);
+    QVERIFY(scroll.hasFocus());
+    QCOMPARE(scroll.verticalScrollBar()->value(), 0);
+    // From there on in the order that is read.
+    Input::key(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), &require<LinkButton>(detail.window));
+}
+
+void PackageDetailTest::marksAChipThatLeadsSomewhere() {
+    Detail detail;
+    detail.manager.formulae.set({Samples::formula(u"libidn2"_s), wget()});
+    detail.show(wget().id());
+    ChipButton& chip = detail.chip(u"libidn2"_s);
+    const DetailBadge& badge = *detail.badges(true).constFirst();
+    QCOMPARE(chip.height(), badge.height());
+    QCOMPARE(chip.geometry().left(), badge.geometry().right() + 1 + 6);
+    const auto fillOf = [](QWidget& widget) {
+        const QPoint place(3, widget.height() / 2);
+        return widget.window()->grab().toImage().pixelColor(widget.mapTo(widget.window(), place));
+    };
+    Input::moveTo(detail.window, QPoint(0, 0));
+    const QColor atRest = fillOf(chip);
+    QVERIFY(atRest != Theme::light().content);
+    QCOMPARE(atRest, fillOf(*detail.badges(true).constFirst()));
+    Input::moveTo(chip);
+    QTRY_VERIFY(fillOf(chip).lightness() < atRest.lightness());
+    const QColor hovered = fillOf(chip);
+    Input::press(chip);
+    QVERIFY(fillOf(chip).lightness() < hovered.lightness());
+    Input::moveTo(detail.window, QPoint(0, 0));
+    Input::release(detail.window, QPoint(0, 0));
+    QTRY_COMPARE(fillOf(chip), atRest);
+    // No mark for the mouse, which has left the focus there.
+    const QPoint edge = chip.mapTo(&detail.window, QPoint(chip.width() / 2, 1));
+    QVERIFY(detail.window.grab().toImage().pixelColor(edge) != Theme::light().accent);
+    Input::key(Qt::Key_Backtab, Qt::ShiftModifier);
+    Input::key(Qt::Key_Tab);
+    QVERIFY(chip.hasFocus());
+    QCOMPARE(detail.window.grab().toImage().pixelColor(edge), Theme::light().accent);
 }
 
 void PackageDetailTest::keepsItsDistances() {

@@ -8,6 +8,7 @@
 #include "shell/DetailColumn.h"
 #include "shell/SidebarView.h"
 #include "views/Page.h"
+#include "widgets/ChipButton.h"
 #include "widgets/Labels.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
@@ -67,6 +68,7 @@ private Q_SLOTS:
     void showsTheControlsOfOnePageAlone();
     void showsAHintWithoutACategory();
     void opensTheDetailOfAChosenRow();
+    void goesOnToADependencyAndBack();
     void closesTheDetail_data();
     void closesTheDetail();
     void closesTheDetailWithTheCategory();
@@ -210,6 +212,52 @@ void ShellTest::opensTheDetailOfAChosenRow() {
     // Another selection is shown in the same sheet.
     app.window.content()->selection().setSelectedPackageID(u"formula-jq"_s);
     QTRY_COMPARE(require<QLabel>(sheet.panel(), u"detailName"_s).text(), u"jq"_s);
+}
+
+void ShellTest::goesOnToADependencyAndBack() {
+    AppWindow app;
+    BrewPackage wget = Samples::formula(u"wget"_s);
+    wget.dependencies = {u"libidn2"_s};
+    BrewPackage libidn2 = Samples::formula(u"libidn2"_s);
+    libidn2.dependencies = {u"gettext"_s};
+    app.brew.setFormulae({Samples::formula(u"gettext"_s), libidn2, wget});
+    app.showLoaded();
+    app.page().list().click(u"formula-wget"_s);
+    const SheetDriver sheet(app.window);
+    const auto shown = [&sheet] { return require<QLabel>(sheet.panel(), u"detailName"_s).text(); };
+    QCOMPARE(shown(), u"wget"_s);
+    const auto back = [] { Input::key(Qt::Key_Left, Qt::AltModifier); };
+    const auto follow = [&sheet] {
+        auto& chip = require<ChipButton>(sheet.panel());
+        chip.setFocus();
+        Input::key(Qt::Key_Return);
+    };
+    // There is nothing to go back to.
+    back();
+    QCOMPARE(app.window.content()->selection().selectedPackageID(), u"formula-wget"_s);
+    follow();
+    QTRY_COMPARE(shown(), u"libidn2"_s);
+    follow();
+    QTRY_COMPARE(shown(), u"gettext"_s);
+    // Of the row behind the sheet, too.
+    QCOMPARE(app.page().list().selectedIds(), QStringList{u"formula-gettext"_s});
+    back();
+    QTRY_COMPARE(shown(), u"libidn2"_s);
+    // Also from a button, which arrows alone would lead away from, and in another language.
+    LangManager::shared().setCurrent(Lang::ko);
+    const SheetDriver again(app.window);
+    require<QWidget>(again.panel(), u"closeDetail"_s).setFocus();
+    back();
+    QTRY_COMPARE(require<QLabel>(again.panel(), u"detailName"_s).text(), u"wget"_s);
+    back();
+    QCOMPARE(app.window.content()->selection().selectedPackageID(), u"formula-wget"_s);
+    // What is chosen in the list begins anew.
+    LangManager::shared().setCurrent(Lang::en);
+    app.window.content()->selection().goOnTo(u"formula-gettext"_s);
+    app.window.content()->selection().setSelectedPackageID(std::nullopt);
+    app.page().list().click(u"formula-libidn2"_s);
+    back();
+    QCOMPARE(app.window.content()->selection().selectedPackageID(), u"formula-libidn2"_s);
 }
 
 void ShellTest::closesTheDetail_data() {

@@ -16,6 +16,21 @@ std::optional<BrewPackage> installedPackage(const BrewManager& manager, const QS
     return std::nullopt;
 }
 
+QHash<QString, QString> installedFormulae(const BrewManager& manager, const QStringList& names) {
+    QHash<QString, QString> ids;
+    if (names.isEmpty())
+        return ids;
+    const QSet<QString> sought(names.begin(), names.end());
+    for (const BrewPackage& formula : *manager.formulae) {
+        // What doesn't come from Homebrew's own tap goes by its full name.
+        for (const QString& name : {formula.name, formula.fullName}) {
+            if (sought.contains(name))
+                ids.insert(name, formula.id());
+        }
+    }
+    return ids;
+}
+
 RowAction homepageAction(const std::optional<BrewPackage>& package) {
     const QString homepage = package ? package->homepage : QString();
     return {.kind = RowAction::Kind::Button,

@@ -4,11 +4,18 @@
 #include "BrewPackage.h"
 #include "widgets/Row.h"
 
+#include <QHash>
+
 class BrewManager;
 
 /// The installed package with this identifier, a formula rather than a cask.
 [[nodiscard]] std::optional<BrewPackage> installedPackage(const BrewManager& manager,
                                                           const QString& packageID);
+
+/// Which of these formulae are installed, by the names that a package knows its dependencies by:
+/// the identifier of each.
+[[nodiscard]] QHash<QString, QString> installedFormulae(const BrewManager& manager,
+                                                        const QStringList& names);
 
 /// Opens the package's homepage; can't be triggered where it has none that may be opened.
 [[nodiscard]] RowAction homepageAction(const std::optional<BrewPackage>& package);

@@ -9,6 +9,7 @@
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Boxes.h"
+#include "widgets/ChipButton.h"
 #include "widgets/DetailBadge.h"
 #include "widgets/DetailRow.h"
 #include "widgets/DisplayText.h"
@@ -21,6 +22,7 @@
 #include "widgets/StateView.h"
 
 #include <QPointer>
+#include <QScrollBar>
 #include <QStackedLayout>
 #include <QUrl>
 
@@ -93,31 +95,6 @@ QLayout* detailsOf(const BrewPackage& package) {
     return block;
 }
 
-QLayout* dependenciesOf(const BrewPackage& package) {
-    constexpr int spacing = 6;
-    auto* const chips = new FlowLayout(spacing);
-    for (const QString& dependency : package.dependencies)
-        chips->addWidget(new DetailBadge(dependency, DetailBadge::Tone::Neutral));
-    QVBoxLayout* const block =
-        makeBlock(L10n::dependencies(static_cast<int>(package.dependencies.size())), spacing);
-    block->addLayout(chips);
-    return block;
-}
-
-/// What is known of the package without asking brew again.
-QWidget* makeFacts(const BrewPackage& package) {
-    QVBoxLayout* const layout =
-        Boxes::column(sectionSpacing, {headerOf(package), Boxes::hairline()});
-    if (!package.desc.isEmpty())
-        layout->addLayout(descriptionOf(package));
-    layout->addLayout(detailsOf(package));
-    if (!package.dependencies.isEmpty())
-        layout->addLayout(dependenciesOf(package));
-    auto* const facts = new QWidget;
-    facts->setLayout(layout);
-    return facts;
-}
-
 } // namespace
 
 PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QWidget* parent)
@@ -142,10 +119,9 @@ PackageDetailView::PackageDetailView(QString packageID, BrewManager& manager, QW
                              {padding, padding, padding, padding});
     content->setLayout(m_layout);
 
-    auto* const scroll = new ScrollPane(content);
-    scroll->setObjectName(u"detailScroll"_s);
-    scroll->setAccessibleName(L10n::details());
-    m_found = scroll;
+    m_found = new ScrollPane(content);
+    m_found->setObjectName(u"detailScroll"_s);
+    m_found->setAccessibleName(L10n::details());
     m_stack->addWidget(m_notFound);
     m_stack->addWidget(m_found);
 }
@@ -164,8 +140,11 @@ void PackageDetailView::render() {
         Q_EMIT titleChanged(L10n::packageNotFound());
         return;
     }
-    if (package != m_shown)
+    const QHash openable = installedFormulae(manager(), package->dependencies);
+    if (package != m_shown || openable != m_openable) {
+        m_openable = openable;
         showPackage(*package);
+    }
     if (m_reportedID != m_packageID) {
         m_reportedID = m_packageID;
         loadInfo(*package);
@@ -176,13 +155,64 @@ void PackageDetailView::render() {
 }
 
 void PackageDetailView::showPackage(const BrewPackage& package) {
+    const bool isAnother = !m_shown || m_shown->id() != package.id();
+    const bool hadFocus = m_facts != nullptr && m_facts->isAncestorOf(window()->focusWidget());
+    if (hadFocus)
+        m_found->setFocus(Qt::OtherFocusReason);
     m_shown = package;
     delete m_facts;
     m_facts = makeFacts(package);
     m_layout->insertWidget(0, m_facts);
     // Read before the report, too.
     m_facts->lower();
+    orderFocus();
+    if (isAnother)
+        m_found->verticalScrollBar()->setValue(0);
     Q_EMIT titleChanged(DisplayText::line(package.name));
+}
+
+/// What is known of the package without asking brew again.
+QWidget* PackageDetailView::makeFacts(const BrewPackage& package) {
+    QVBoxLayout* const layout =
+        Boxes::column(sectionSpacing, {headerOf(package), Boxes::hairline()});
+    if (!package.desc.isEmpty())
+        layout->addLayout(descriptionOf(package));
+    layout->addLayout(detailsOf(package));
+    if (!package.dependencies.isEmpty())
+        layout->addLayout(dependenciesOf(package));
+    auto* const facts = new QWidget;
+    facts->setLayout(layout);
+    return facts;
+}
+
+QLayout* PackageDetailView::dependenciesOf(const BrewPackage& package) {
+    constexpr int spacing = 6;
+    auto* const chips = new FlowLayout(spacing);
+    for (const QString& dependency : package.dependencies) {
+        const QString id = m_openable.value(dependency);
+        if (id.isEmpty()) {
+            chips->addWidget(new DetailBadge(dependency, DetailBadge::Tone::Neutral));
+            continue;
+        }
+        auto* const chip = new ChipButton(dependency);
+        connect(chip, &ChipButton::clicked, this, [this, id] { Q_EMIT packageRequested(id); });
+        chips->addWidget(chip);
+    }
+    QVBoxLayout* const block =
+        makeBlock(L10n::dependencies(static_cast<int>(package.dependencies.size())), spacing);
+    block->addLayout(chips);
+    return block;
+}
+
+/// The facts are made last but come first.
+void PackageDetailView::orderFocus() {
+    QWidget* last = m_found;
+    for (QWidget* const stop : m_facts->findChildren<QWidget*>()) {
+        if (stop->focusPolicy() == Qt::NoFocus)
+            continue;
+        setTabOrder(last, stop);
+        last = stop;
+    }
 }
 
 QCoro::Task<> PackageDetailView::loadInfo(BrewPackage package) {

@@ -5,12 +5,14 @@
 #include "views/View.h"
 
 #include <QCoroTask>
+#include <QHash>
 
 #include <optional>
 
 class OutputSection;
 class QStackedLayout;
 class QVBoxLayout;
+class ScrollPane;
 class StateView;
 
 /// Everything that is known of one installed package, and what `brew info` says of it.
@@ -26,12 +28,17 @@ public:
 Q_SIGNALS:
     /// What is shown has another name.
     void titleChanged(const QString& title);
+    /// The user wants to see another one.
+    void packageRequested(const QString& packageID);
 
 protected:
     void render() override;
 
 private:
     void showPackage(const BrewPackage& package);
+    [[nodiscard]] QWidget* makeFacts(const BrewPackage& package);
+    [[nodiscard]] QLayout* dependenciesOf(const BrewPackage& package);
+    void orderFocus();
     QCoro::Task<> loadInfo(BrewPackage package);
 
     QString m_packageID;
@@ -40,9 +47,11 @@ private:
     /// The identifier that a report has been asked for.
     std::optional<QString> m_reportedID;
     std::optional<BrewPackage> m_shown;
+    /// Those of its dependencies that are installed: identifiers by names.
+    QHash<QString, QString> m_openable;
     QStackedLayout* m_stack;
     StateView* m_notFound;
-    QWidget* m_found;
+    ScrollPane* m_found;
     /// Rebuilt whenever the package changes.
     QWidget* m_facts{nullptr};
     QVBoxLayout* m_layout;

@@ -169,6 +169,9 @@ void ContentView::updateSheet() {
         m_sheet = new DetailSheet(*m_selection.selectedPackageID(), manager(), window());
         connect(m_sheet, &Sheet::cancelRequested, this,
                 [this] { m_selection.setSelectedPackageID(std::nullopt); });
+        connect(m_sheet, &DetailSheet::backRequested, &m_selection, &PackageSelection::goBack);
+        connect(m_sheet->detail(), &PackageDetailView::packageRequested, &m_selection,
+                &PackageSelection::goOnTo);
     }
 }
 

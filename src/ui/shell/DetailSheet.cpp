@@ -7,6 +7,8 @@
 #include "widgets/PushButton.h"
 #include "widgets/SheetFooter.h"
 
+#include <QShortcut>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,6 +25,9 @@ DetailSheet::DetailSheet(const QString& packageID, BrewManager& manager, QWidget
     auto* const close = new PushButton(L10n::close());
     close->setObjectName(u"closeDetail"_s);
     connect(close, &PushButton::clicked, this, &Sheet::cancelRequested);
+    auto* const back = new QShortcut(QKeySequence::Back, this);
+    back->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(back, &QShortcut::activated, this, &DetailSheet::backRequested);
     panel()->setLayout(Boxes::column(0, {{m_detail, 1}, new SheetFooter(close)}));
     present(close);
 }

@@ -15,6 +15,10 @@ public:
 
     [[nodiscard]] PackageDetailView* detail() const { return m_detail; }
 
+Q_SIGNALS:
+    /// The user wants to see again what the sheet has shown before.
+    void backRequested();
+
 private:
     PackageDetailView* m_detail;
 };

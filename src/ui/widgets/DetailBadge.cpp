@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int paddingX = 8;
-constexpr double radius = 4;
 
 struct Look {
     QColor text;
@@ -45,25 +44,38 @@ Look lookOf(DetailBadge::Tone tone, const Theme& theme) {
 DetailBadge::DetailBadge(QString text, Tone tone, QWidget* parent)
     : QWidget(parent), m_text(DisplayText::line(text)), m_tone(tone) {
     Accessible::setRole(this, QAccessible::StaticText);
-    setFont(tone == Tone::Neutral ? Typography::font(Typography::caption)
-                                  : Typography::digits(11, QFont::Medium));
+    setFont(fontFor(tone));
     setAccessibleName(m_text);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
 QSize DetailBadge::sizeHint() const {
-    const int paddingY = m_tone == Tone::Neutral ? 3 : 2;
+    return sizeOf(font(), m_text, m_tone);
+}
+
+QFont DetailBadge::fontFor(Tone tone) {
+    return tone == Tone::Neutral ? Typography::font(Typography::caption)
+                                 : Typography::digits(11, QFont::Medium);
+}
+
+QSize DetailBadge::sizeOf(const QFont& font, const QString& text, Tone tone) {
+    const int paddingY = tone == Tone::Neutral ? 3 : 2;
     // A name of absurd length is cut rather than widening the pane.
     constexpr int widest = 400;
-    return {qMin(widest, Typography::width(font(), m_text) + 2 * paddingX),
-            fontMetrics().height() + 2 * paddingY};
+    return {qMin(widest, Typography::width(font, text) + 2 * paddingX),
+            QFontMetrics(font).height() + 2 * paddingY};
+}
+
+void DetailBadge::paint(QPainter* painter, const QWidget& badge, const QString& text, Tone tone) {
+    const Look look = lookOf(tone, Theme::of(&badge));
+    Painting::fillRounded(painter, badge.rect(), radius, look.fill);
+    painter->setPen(look.text);
+    painter->drawText(
+        badge.rect(), Qt::AlignCenter | Qt::TextSingleLine,
+        badge.fontMetrics().elidedText(text, Qt::ElideRight, badge.width() - 2 * paddingX));
 }
 
 void DetailBadge::paintEvent(QPaintEvent*) {
-    const Look look = lookOf(m_tone, Theme::of(this));
     QPainter painter(this);
-    Painting::fillRounded(&painter, rect(), radius, look.fill);
-    painter.setPen(look.text);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(m_text, Qt::ElideRight, width() - 2 * paddingX));
+    paint(&painter, *this, m_text, m_tone);
 }

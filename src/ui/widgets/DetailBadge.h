@@ -18,6 +18,13 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// The look of one, for what is more than a badge.
+    static void paint(QPainter* painter, const QWidget& badge, const QString& text, Tone tone);
+    [[nodiscard]] static QSize sizeOf(const QFont& font, const QString& text, Tone tone);
+    [[nodiscard]] static QFont fontFor(Tone tone);
+
+    static constexpr double radius = 4;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
