@@ -4,8 +4,11 @@
 #include "PackageListCase.h"
 #include "Samples.h"
 #include "UiTest.h"
+#include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QScopeGuard>
 
@@ -30,6 +33,11 @@ private Q_SLOTS:
     void describesAPackage();
     void tagsWhatIsOutdatedAndWhatIsADependency_data();
     void tagsWhatIsOutdatedAndWhatIsADependency();
+    void tellsWhoNeedsADependency();
+    void takesWhatIsTypedInTheListToTheFilter_data();
+    void takesWhatIsTypedInTheListToTheFilter();
+    void copiesTheNameOfARow_data();
+    void copiesTheNameOfARow();
     void filters_data();
     void filters();
     void filtersAsTheLocaleKnowsCase_data();
@@ -212,6 +220,88 @@ void PackageListTest::tagsWhatIsOutdatedAndWhatIsADependency() {
                  tag.text == u"outdated"_s ? RowTag::Tone::Outdated : RowTag::Tone::Neutral);
     }
     QCOMPARE(shown, tags);
+}
+
+void PackageListTest::tellsWhoNeedsADependency() {
+    const PackageListCase& list = PackageListCase::of(PackageType::formula);
+    PageWindow window;
+    BrewPackage tapped = Samples::dependency(u"gettext"_s);
+    tapped.fullName = u"user/tap/gettext"_s;
+    BrewPackage wget = Samples::formula(u"wget"_s);
+    wget.dependencies = {u"libidn2"_s, u"user/tap/gettext"_s};
+    BrewPackage curl = Samples::formula(u"curl"_s);
+    curl.dependencies = {u"libidn2"_s, u"lib"_s};
+    list.publish(window.manager, {curl, tapped, Samples::dependency(u"idn"_s),
+                                  Samples::dependency(u"libidn2"_s), wget});
+    list.show(window);
+    // Whatever else is filtered out.
+    window.page().typeToSearch(u"i"_s);
+    QTRY_COMPARE(window.page().title(), u"Formulae (2)"_s);
+    const ListDriver shown = window.page().list();
+    const auto said = [&shown](const QString& id) {
+        const QModelIndex index = shown.view().rows().indexOf(id);
+        return index.data(Qt::AccessibleDescriptionRole).toString();
+    };
+    QCOMPARE(said(u"formula-libidn2"_s), u"dependency: curl, wget"_s);
+    // Nobody does any more.
+    QCOMPARE(said(u"formula-idn"_s), QString());
+    QCOMPARE(shown.row(u"formula-idn"_s).tags.at(0).explanation(), QString());
+    Input::key(Qt::Key_Escape);
+    QTRY_COMPARE(window.page().title(), u"Formulae (5)"_s);
+    QCOMPARE(said(u"formula-gettext"_s), u"dependency: wget"_s);
+    QCOMPARE(said(u"formula-wget"_s), QString());
+}
+
+void PackageListTest::takesWhatIsTypedInTheListToTheFilter_data() {
+    PackageListCase::addRows();
+}
+
+void PackageListTest::takesWhatIsTypedInTheListToTheFilter() {
+    QFETCH(PackageType, type);
+    const PackageListCase& list = PackageListCase::of(type);
+    PageWindow window;
+    list.publish(window.manager, {list.package(u"curl"_s), list.package(u"wget"_s)});
+    list.show(window);
+    SearchField& field = window.page().searchField();
+    window.page().list().view().setFocus();
+    // Commands of the list, and of none, stay what they are.
+    Input::key(Qt::Key_Backspace);
+    Input::key(Qt::Key_W, Qt::AltModifier);
+    QCOMPARE(field.text(), QString());
+    QVERIFY(!field.hasFocus());
+    Input::type(u"wg"_s);
+    QVERIFY(field.hasFocus());
+    QCOMPARE(field.text(), u"wg"_s);
+    QTRY_COMPARE(window.page().title(), list.title + u" (1)"_s);
+    // It goes on where the text ends.
+    Input::key(Qt::Key_Home);
+    Input::key(Qt::Key_Down);
+    QVERIFY(window.page().list().view().hasFocus());
+    Input::type(u"x"_s);
+    QCOMPARE(field.text(), u"wgx"_s);
+    QTRY_COMPARE(window.page().title(), list.title + u" (0)"_s);
+    // Nor do the letters need a row.
+    Input::key(Qt::Key_Down);
+    Input::type(u"y"_s);
+    QCOMPARE(field.text(), u"wgxy"_s);
+}
+
+void PackageListTest::copiesTheNameOfARow_data() {
+    PackageListCase::addRows();
+}
+
+void PackageListTest::copiesTheNameOfARow() {
+    QFETCH(PackageType, type);
+    const PackageListCase& list = PackageListCase::of(type);
+    PageWindow window;
+    list.publish(window.manager, {list.package(u"curl"_s, u"Transfers"_s),
+                                  list.package(u"wget"_s, u"Fetches files"_s)});
+    list.show(window);
+    window.page().list().view().setFocus();
+    Input::key(Qt::Key_Down);
+    Input::key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"wget"_s);
+    QCOMPARE(window.page().searchField().text(), QString());
 }
 
 void PackageListTest::filters_data() {

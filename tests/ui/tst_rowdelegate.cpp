@@ -101,6 +101,7 @@ private Q_SLOTS:
     void drawsATag_data();
     void drawsATag();
     void drawsItsTagsBehindTheName();
+    void drawsItsTagsBehindTheNameInAnyFont();
     void drawsTheTrashCanPale_data();
     void drawsTheTrashCanPale();
     void drawsTheBadgeOfWhatIsInstalled_data();
@@ -154,6 +155,32 @@ void RowDelegateTest::drawsItsTagsBehindTheName() {
     QCOMPARE(outdated.top(), dependency.top());
     // On the first of the two lines.
     QVERIFY(outdated.bottom() <= window.rect().center().y() + 1);
+}
+
+void RowDelegateTest::drawsItsTagsBehindTheNameInAnyFont() {
+    // A surface of another density than the screen's: what is drawn there isn't what a font
+    // measures by itself, as with fonts that lack a weight and are made up for it.
+    constexpr double wider = 1.5;
+    const Theme& theme = Theme::light();
+    const auto distance = [&theme](const QString& name, double density) {
+        const Window window(
+            {.id = u"a"_s, .title = name, .subtitle = u"-"_s, .tags = {{u"outdated"_s}}});
+        QImage image(window.view->size(), QImage::Format_RGB32);
+        image.setDotsPerMeterX(qRound(image.dotsPerMeterX() * density));
+        image.setDotsPerMeterY(qRound(image.dotsPerMeterY() * density));
+        window.view->render(&image);
+        const QImage line = image.copy(0, 0, image.width(), window.rect().center().y());
+        const int tag = Pixels::boundsOf(line, Pixels::on(theme.content, theme.neutralTag)).left();
+        const QImage text = line.copy(0, 0, tag - 2, line.height());
+        return tag - Pixels::boundsOf(text, theme.text, 120).right();
+    };
+    const int usual = distance(u"bat"_s, 1);
+    for (const QString& name : {u"bat"_s, u"ca-certificates"_s, u"imagemagick"_s}) {
+        for (const double density : {1.0, wider}) {
+            const int found = distance(name, density);
+            QVERIFY2(qAbs(found - usual) <= 2, qPrintable(u"%1: %2"_s.arg(name).arg(found)));
+        }
+    }
 }
 
 void RowDelegateTest::drawsTheTrashCanPale_data() {

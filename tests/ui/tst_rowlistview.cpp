@@ -2,7 +2,9 @@
 #include "Find.h"
 #include "Input.h"
 #include "ListDriver.h"
+#include "Pixels.h"
 #include "UiTest.h"
+#include "style/Theme.h"
 #include "widgets/RowListView.h"
 
 #include <QApplication>
@@ -146,6 +148,8 @@ private Q_SLOTS:
     void describesNoMoreRowsThanCanBeSeen();
     void showsOnHoverWhatIsCut_data();
     void showsOnHoverWhatIsCut();
+    void explainsATagOnHover();
+    void findsARowByItsFirstLetters();
     void lightsUpBelowThePointer();
     void keepsItsPlaceWhenTheRowsChange();
     void goesOnFromACurrentRowThatIsGone_data();
@@ -601,6 +605,60 @@ void RowListViewTest::showsOnHoverWhatIsCut() {
     const QString expected = shown.isEmpty() ? QString() : u"<qt>"_s + shown + u"</qt>"_s;
     QTRY_COMPARE(toolTipAt(window.list().rect(u"a"_s).center()), expected);
     QToolTip::hideText();
+}
+
+void RowListViewTest::explainsATagOnHover() {
+    int asked = 0;
+    Row row = item(u"a"_s);
+    const auto explain = [&asked] {
+        ++asked;
+        return u"<b> & c"_s;
+    };
+    row.tags = {{u"quiet"_s}, {u"dependency"_s, RowTag::Tone::Neutral, explain}};
+    Row longRow = item(u"b"_s);
+    longRow.title = QString(2'000, u'w');
+    longRow.tags = row.tags;
+    const Window window({row, longRow});
+    QTRY_VERIFY(window.list().rect(u"b"_s).isValid());
+    QCOMPARE(asked, 0);
+    const auto toolTipAt = [&](const QPoint& place) {
+        QWidget* const viewport = window.view->viewport();
+        QHelpEvent event(QEvent::ToolTip, place, viewport->mapToGlobal(place));
+        QApplication::sendEvent(viewport, &event);
+        return QToolTip::text();
+    };
+    const auto tag = [&](const QString& id, qsizetype place) {
+        return window.view->tagRect(window.view->rows().indexOf(id), place);
+    };
+    const QString explanation = u"<qt>&lt;b&gt; &amp; c</qt>"_s;
+    // What is drawn is what is hovered, whether the name is cut or not.
+    const Theme& theme = Theme::light();
+    const QImage image = window.view->viewport()->grab().toImage();
+    for (const QString& id : {u"a"_s, u"b"_s}) {
+        for (const qsizetype place : {0, 1}) {
+            const QRect area = tag(id, place);
+            QCOMPARE(Pixels::boundsOf(image.copy(area), Pixels::on(theme.content, theme.neutralTag))
+                         .size(),
+                     area.size());
+        }
+        QTRY_COMPARE(toolTipAt(tag(id, 1).center()), explanation);
+        QTRY_COMPARE(toolTipAt(tag(id, 0).center()),
+                     id == u"a"_s ? QString() : u"<qt>%1</qt>"_s.arg(longRow.title));
+    }
+    QTRY_COMPARE(toolTipAt(tag(u"a"_s, 1).topRight() + QPoint(1, 0)), QString());
+    // Of no other row, and to screen readers, too.
+    QCOMPARE(window.view->rows().indexOf(u"a"_s).data(Qt::AccessibleDescriptionRole).toString(),
+             u"dependency: <b> & c"_s);
+}
+
+void RowListViewTest::findsARowByItsFirstLetters() {
+    Row wget = item(u"b"_s);
+    wget.title = u"wget"_s;
+    const Window window({item(u"a"_s), wget});
+    window.view->setFocus();
+    Input::type(u"wg"_s);
+    QCOMPARE(window.list().currentId(), u"b"_s);
+    QVERIFY(window.view->hasFocus());
 }
 
 void RowListViewTest::lightsUpBelowThePointer() {

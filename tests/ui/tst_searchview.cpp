@@ -5,6 +5,7 @@
 #include "Samples.h"
 #include "UiTest.h"
 #include "pages/SearchView.h"
+#include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 
 #include <QElapsedTimer>
@@ -106,6 +107,7 @@ private Q_SLOTS:
     void keepsEarlierResultsWhileItSearches();
     void listsFormulaeBeforeCasks_data();
     void listsFormulaeBeforeCasks();
+    void takesWhatIsTypedInTheResultsToTheField();
     void describesAHit();
     void installs_data();
     void installs();
@@ -261,6 +263,17 @@ void SearchViewTest::listsFormulaeBeforeCasks() {
     SearchWindow search;
     search.publish(results);
     QCOMPARE(search.list().texts(), rows);
+}
+
+void SearchViewTest::takesWhatIsTypedInTheResultsToTheField() {
+    const SearchWindow search;
+    search.page().typeToSearch(u"w"_s);
+    search.manager.searchResults.set({wget, jq});
+    QTRY_VERIFY(search.page().hasList());
+    search.list().view().setFocus();
+    Input::type(u"g"_s);
+    QVERIFY(search.page().searchField().hasFocus());
+    QCOMPARE(search.page().searchField().text(), u"wg"_s);
 }
 
 void SearchViewTest::describesAHit() {

@@ -43,9 +43,14 @@ QList<const BrewPackage*> filtered(const QList<BrewPackage>& packages, const QSt
     return matches;
 }
 
-template <class PackageRow>
-Row toRow(const BrewPackage& package, const std::function<void()>& onUninstall) {
-    return PackageRow{package, onUninstall}.toRow();
+Row formulaRow(const BrewPackage& package, const QList<BrewPackage>& formulae,
+               const std::function<void()>& onUninstall) {
+    return FormulaRow{package, onUninstall, formulae}.toRow();
+}
+
+Row caskRow(const BrewPackage& package, const QList<BrewPackage>&,
+            const std::function<void()>& onUninstall) {
+    return CaskRow{package, onUninstall}.toRow();
 }
 
 } // namespace
@@ -56,6 +61,7 @@ PackageListView::PackageListView(BrewManager& manager, PackageSelection& selecti
       m_kind(std::move(kind)),
       m_searchField(addSearchField(m_kind.filterPlaceholder)),
       m_refreshButton(addRefreshButton(m_kind.refreshHelp)) {
+    list().setSearchField(m_searchField);
     list().setFurtherActions([this](const QString& id) { return furtherActions(id); });
     connect(m_searchField, &SearchField::textChanged, this, &PackageListView::scheduleRender);
     connect(m_refreshButton, &IconButton::clicked, this, [this] { m_kind.load(); });
@@ -70,7 +76,7 @@ void PackageListView::render() {
         m_filteredBy = searchText();
         m_filteredPackages = filtered(m_packages, m_filteredBy);
         const auto describe = [this, owner = m_packages](const BrewPackage* package) {
-            return m_kind.describe(*package,
+            return m_kind.describe(*package, owner,
                                    [this, name = package->name] { askToUninstall(name); });
         };
         list().setRows({section(m_filteredPackages, describe)});
@@ -144,7 +150,7 @@ FormulaListView::FormulaListView(BrewManager& manager, PackageSelection& selecti
                           .packages = manager.formulae,
                           .isLoading = manager.isLoadingFormulae,
                           .load = [&manager] { return manager.loadFormulae(); },
-                          .describe = toRow<FormulaRow>,
+                          .describe = formulaRow,
                           .symbol = u"shippingbox"_s,
                           .title = L10n::formulae(),
                           .loading = L10n::loadingFormulae(),
@@ -162,7 +168,7 @@ CaskListView::CaskListView(BrewManager& manager, PackageSelection& selection, QW
                           .packages = manager.casks,
                           .isLoading = manager.isLoadingCasks,
                           .load = [&manager] { return manager.loadCasks(); },
-                          .describe = toRow<CaskRow>,
+                          .describe = caskRow,
                           .symbol = u"macwindow"_s,
                           .title = L10n::casks(),
                           .loading = L10n::loadingCasks(),

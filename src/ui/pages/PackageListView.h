@@ -26,7 +26,8 @@ protected:
         Published<bool>& isLoading;
         /// Loads `packages` anew; outlives the page.
         std::function<QCoro::Task<>()> load;
-        Row (*describe)(const BrewPackage& package, const std::function<void()>& onUninstall){};
+        Row (*describe)(const BrewPackage& package, const QList<BrewPackage>& packages,
+                        const std::function<void()>& onUninstall){};
         QString symbol{};
         QString title{};
         QString loading{};

@@ -35,12 +35,27 @@ Row rowWithSymbol(const Record& record) {
     };
 }
 
+/// Who names it as a dependency.
+QString dependents(const QString& name, const QString& fullName,
+                   const QList<BrewPackage>& installed) {
+    QStringList names;
+    for (const BrewPackage& other : installed) {
+        // What doesn't come from Homebrew's own tap goes by its full name.
+        if (other.dependencies.contains(name) || other.dependencies.contains(fullName))
+            names.append(other.name);
+    }
+    return names.join(u", "_s);
+}
+
 } // namespace
 
 Row FormulaRow::toRow() const {
     Row row = installedRow(package, onUninstall);
     if (!package.installedOnRequest)
-        row.tags.append({L10n::dependency(), RowTag::Tone::Neutral});
+        row.tags.append({L10n::dependency(), RowTag::Tone::Neutral,
+                         [name = package.name, fullName = package.fullName, all = installed] {
+                             return dependents(name, fullName, all);
+                         }});
     return row;
 }
 

@@ -12,6 +12,8 @@
 struct FormulaRow final {
     BrewPackage package;
     std::function<void()> onUninstall;
+    /// All that are installed: some of them may need it.
+    QList<BrewPackage> installed{};
 
     [[nodiscard]] Row toRow() const;
 };

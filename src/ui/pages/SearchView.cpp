@@ -33,11 +33,12 @@ QList<SearchResult> ofType(const QList<SearchResult>& results, PackageType type)
 
 SearchView::SearchView(BrewManager& manager, PackageSelection& selection, QWidget* parent)
     : ListPage(manager, &selection, L10n::search(), rowHeight, parent) {
-    const SearchField* const field = addSearchField(L10n::searchHomebrew());
+    SearchField* const field = addSearchField(L10n::searchHomebrew());
     m_searchTask.setSingleShot(true);
     m_searchTask.setTimerType(Qt::PreciseTimer);
     m_searchTask.setInterval(searchDelay);
 
+    list().setSearchField(field);
     list().setFurtherActions([this](const QString& id) {
         return QList{homepageAction(installedPackage(this->manager(), id))};
     });

@@ -17,3 +17,12 @@ QString Row::accessibleText() const {
     parts.removeAll(QString());
     return DisplayText::line(parts.join(u", "_s));
 }
+
+QString Row::accessibleDescription() const {
+    QStringList parts;
+    for (const RowTag& tag : tags) {
+        if (const QString explanation = tag.explanation(); !explanation.isEmpty())
+            parts << tag.text + u": "_s + explanation;
+    }
+    return DisplayText::line(parts.join(u"; "_s));
+}

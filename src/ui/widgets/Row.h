@@ -41,6 +41,10 @@ struct RowTag final {
 
     QString text{};
     Tone tone{Tone::Neutral};
+    /// Says more of it, on hover and to a screen reader; asked only then.
+    std::function<QString()> explain{};
+
+    [[nodiscard]] QString explanation() const { return explain ? explain() : QString(); }
 };
 
 /// One line of a list as its page describes it.
@@ -66,6 +70,8 @@ struct Row final {
 
     /// Everything the row says, in one line for a screen reader.
     [[nodiscard]] QString accessibleText() const;
+    /// What it says on hover only, likewise.
+    [[nodiscard]] QString accessibleDescription() const;
 };
 
 /// What a row looks like beyond its description. Its actions, of which only those that can be

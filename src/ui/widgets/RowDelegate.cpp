@@ -39,17 +39,31 @@ QRect contentRect(const QRect& rect) {
     return rect.adjusted(Metrics::contentMargin, 0, -Metrics::contentMargin, 0);
 }
 
-/// Draws as much of the text as fits and returns the width that it took.
+/// As much of the text as fits.
+QString fitted(const QFontMetrics& metrics, const QString& text, int width) {
+    return metrics.elidedText(DisplayText::line(text), Qt::ElideRight, qMax(0, width));
+}
+
+/// Draws as much of the text as fits and returns the width that it took: where it is drawn, fonts
+/// may come out wider or narrower than they do on the screen that they are measured for.
 int drawText(QPainter* painter, const QRect& rect, const QFont& font, const QColor& color,
              const QString& text, Qt::Alignment alignment = Qt::AlignLeft) {
-    const QFontMetrics metrics(font);
-    const QString shown =
-        metrics.elidedText(DisplayText::line(text), Qt::ElideRight, qMax(0, rect.width()));
+    const QString shown = fitted(QFontMetrics(font, painter->device()), text, rect.width());
     painter->setFont(font);
     painter->setPen(color);
+    QRect drawn;
     painter->drawText(rect, static_cast<int>(alignment | Qt::AlignVCenter | Qt::TextSingleLine),
-                      shown);
-    return Typography::width(font, shown);
+                      shown, &drawn);
+    return drawn.width();
+}
+
+constexpr int lineHeight = 17;
+
+/// The first of the row's two lines, or the only one.
+QRect titleLine(const QRect& area, const Row& row) {
+    if (row.subtitle.isEmpty() && row.newVersion.isEmpty())
+        return area;
+    return {area.left(), area.center().y() + 1 - lineHeight, area.width(), lineHeight};
 }
 
 QColor symbolColor(Row::Tone tone, const Theme& theme) {
@@ -142,10 +156,7 @@ QStringList RowDelegate::cutTexts(const QRect& rect, const Row& row) const {
     const auto isCut = [](const QFont& font, const QString& text, int width) {
         return Typography::width(font, DisplayText::line(text)) > width;
     };
-    int titleWidth = room.texts.width();
-    for (const RowTag& tag : row.tags)
-        titleWidth -= tagSpacing + widthOf(tag);
-    if (isCut(m_titleFont, row.title, titleWidth))
+    if (isCut(m_titleFont, row.title, room.texts.width() - roomForTags(row)))
         cut.append(row.title);
     const int width = room.texts.width();
     if (row.newVersion.isEmpty()) {
@@ -174,42 +185,51 @@ void RowDelegate::paintHeading(QPainter* painter, const QRect& rect, const QStri
              theme.secondaryText, title);
 }
 
+int RowDelegate::roomForTags(const Row& row) const {
+    int room = 0;
+    for (const RowTag& tag : row.tags)
+        room += tagSpacing + widthOf(tag);
+    return room;
+}
+
+QList<QRect> RowDelegate::tagsBehind(int x, const QRect& line, const Row& row) const {
+    const int height = QFontMetrics(m_tagFont).height() + 2 * tagPaddingY;
+    QList<QRect> rects;
+    for (const RowTag& tag : row.tags) {
+        rects.append({x + tagSpacing, line.center().y() - height / 2, widthOf(tag), height});
+        x = rects.constLast().right() + 1;
+    }
+    return rects;
+}
+
+QList<QRect> RowDelegate::tagRects(const QRect& rect, const Row& row) const {
+    const QRect line = titleLine(roomIn(rect, row).texts, row);
+    const QString title =
+        fitted(QFontMetrics(m_titleFont), row.title, line.width() - roomForTags(row));
+    return tagsBehind(line.left() + Typography::width(m_titleFont, title), line, row);
+}
+
 void RowDelegate::paintTexts(QPainter* painter, QRect area, const Row& row, bool isSelected,
                              const Theme& theme) const {
-    if (row.subtitle.isEmpty() && row.newVersion.isEmpty()) {
-        paintTitleLine(painter, area, row, theme);
-        return;
-    }
-    const int middle = area.center().y() + 1;
-    constexpr int lineHeight = 17;
-    paintTitleLine(painter, QRect(area.left(), middle - lineHeight, area.width(), lineHeight), row,
-                   theme);
-    paintSubtitle(painter, QRect(area.left(), middle, area.width(), lineHeight), row, isSelected,
-                  theme);
+    const QRect line = titleLine(area, row);
+    paintTitleLine(painter, line, row, theme);
+    if (line != area)
+        paintSubtitle(painter, line.translated(0, lineHeight), row, isSelected, theme);
 }
 
 void RowDelegate::paintTitleLine(QPainter* painter, const QRect& line, const Row& row,
                                  const Theme& theme) const {
-    const QFontMetrics metrics(m_tagFont);
-    const int tagHeight = metrics.height() + 2 * tagPaddingY;
-    QList<int> widths;
-    int allTags = 0;
-    for (const RowTag& tag : row.tags) {
-        widths.append(widthOf(tag));
-        allTags += tagSpacing + widths.constLast();
-    }
-
-    int x = line.left() +
-            drawText(painter, line.adjusted(0, 0, -allTags, 0), m_titleFont, theme.text, row.title);
-    for (qsizetype i = 0; i < row.tags.size(); ++i) {
+    const int x = line.left() + drawText(painter, line.adjusted(0, 0, -roomForTags(row), 0),
+                                         m_titleFont, theme.text, row.title);
+    const QList<QRect> boxes = tagsBehind(x, line, row);
+    for (qsizetype i = 0; i < boxes.size(); ++i) {
         const RowTag& tag = row.tags.at(i);
         const bool isOutdated = tag.tone == RowTag::Tone::Outdated;
-        const QRect box(x + tagSpacing, line.center().y() - tagHeight / 2, widths.at(i), tagHeight);
-        Painting::fillRounded(painter, box, tagRadius,
+        Painting::fillRounded(painter, boxes.at(i), tagRadius,
                               isOutdated ? theme.outdatedTag : theme.neutralTag);
-        drawText(painter, box, m_tagFont, isOutdated ? theme.outdatedOnTint : theme.secondaryOnTint,
-                 tag.text, Qt::AlignHCenter);
-        x = box.right() + 1;
+        drawText(painter, boxes.at(i), m_tagFont,
+                 isOutdated ? theme.outdatedOnTint : theme.secondaryOnTint, tag.text,
+                 Qt::AlignHCenter);
     }
 }
 

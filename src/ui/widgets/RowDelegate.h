@@ -24,6 +24,9 @@ public:
     /// drawn for small icons.
     [[nodiscard]] QList<QRect> hitRects(const QRect& rect, const Row& row) const;
 
+    /// Where the row's tags are, for a pointer that asks.
+    [[nodiscard]] QList<QRect> tagRects(const QRect& rect, const Row& row) const;
+
     /// The texts of the row that are cut because there is no room for them in `rect`.
     [[nodiscard]] QStringList cutTexts(const QRect& rect, const Row& row) const;
 
@@ -36,6 +39,9 @@ private:
 
     [[nodiscard]] Room roomIn(const QRect& rect, const Row& row) const;
     [[nodiscard]] int widthOf(const RowTag& tag) const;
+    [[nodiscard]] int roomForTags(const Row& row) const;
+    /// In a line, behind a title that ends at `x`.
+    [[nodiscard]] QList<QRect> tagsBehind(int x, const QRect& line, const Row& row) const;
     [[nodiscard]] QSize sizeOf(const RowAction& action) const;
     [[nodiscard]] QList<QRect> actionRects(const QRect& rect, const Row& row) const;
     void paintHeading(QPainter* painter, const QRect& rect, const QString& title,

@@ -5,6 +5,7 @@
 #include "style/Painting.h"
 #include "widgets/Accessible.h"
 #include "widgets/DisplayText.h"
+#include "widgets/SearchField.h"
 #include "widgets/Spinner.h"
 
 #include <QContextMenuEvent>
@@ -128,6 +129,10 @@ QRect RowListView::actionRect(const QModelIndex& index, qsizetype action) const 
     return m_delegate.hitRects(visualRect(index), m_model.row(index)).value(action);
 }
 
+QRect RowListView::tagRect(const QModelIndex& index, qsizetype tag) const {
+    return m_delegate.tagRects(visualRect(index), m_model.row(index)).value(tag);
+}
+
 RowListView::Target RowListView::targetAt(const QPoint& position) const {
     const QModelIndex index = indexAt(position);
     if (!RowModel::isRow(index))
@@ -184,6 +189,16 @@ void RowListView::keyPressEvent(QKeyEvent* event) {
         return;
     default:
         QListView::keyPressEvent(event);
+    }
+}
+
+void RowListView::keyboardSearch(const QString& search) {
+    if (m_searchField == nullptr || !m_searchField->isVisible()) {
+        QListView::keyboardSearch(search);
+    } else if (search.front().isPrint()) {
+        m_searchField->setFocus(Qt::OtherFocusReason);
+        m_searchField->end(false);
+        m_searchField->insert(search);
     }
 }
 
@@ -351,6 +366,15 @@ void RowListView::showToolTip(const QPoint& globalPosition, const QPoint& positi
     const Target target = targetAt(position);
     const Row row = m_model.row(target.row);
     const QRect area = visualRect(target.row);
+    const QList<QRect> tags = m_delegate.tagRects(area, row);
+    for (qsizetype i = 0; i < tags.size(); ++i) {
+        if (tags.at(i).contains(position) && row.tags.at(i).explain) {
+            const QString explanation = row.tags.at(i).explanation();
+            QToolTip::showText(globalPosition, DisplayText::toolTip(explanation), viewport(),
+                               tags.at(i));
+            return;
+        }
+    }
     // What can be read in the row needn't be said again.
     const QString text = target.action ? row.actions.value(*target.action).toolTip
                                        : m_delegate.cutTexts(area, row).join(u", "_s);

@@ -7,6 +7,8 @@
 #include <QBasicTimer>
 #include <QListView>
 
+class SearchField;
+
 /// The list of every page that has one: rows with actions, reached by mouse and keys.
 ///
 /// The current row (arrow keys) and the selected row (what a page shows the details of) are
@@ -35,6 +37,9 @@ public:
 
     void setFurtherActions(FurtherActions furtherActions);
 
+    /// What is typed while the list has the focus goes there, unless it is hidden. Lives as long.
+    void setSearchField(SearchField* field) { m_searchField = field; }
+
     /// Where a click triggers one of the row's actions, in viewport coordinates.
     [[nodiscard]] QRect actionRect(const QModelIndex& index, qsizetype action = 0) const;
 
@@ -42,7 +47,11 @@ public:
     /// the current one is scrolled out of it.
     void setCoveredHeight(int height);
 
+    /// Where a tag of the row is, in viewport coordinates.
+    [[nodiscard]] QRect tagRect(const QModelIndex& index, qsizetype tag = 0) const;
+
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void keyboardSearch(const QString& search) override;
 
 Q_SIGNALS:
     /// The user chose a row.
@@ -94,6 +103,7 @@ private:
     RowDelegate m_delegate;
     Selectable m_selectable;
     FurtherActions m_furtherActions;
+    SearchField* m_searchField{nullptr};
     std::optional<QString> m_selectedId;
     Target m_hovered;
     Target m_pressed;

@@ -103,6 +103,8 @@ QVariant RowModel::data(const QModelIndex& index, int role) const {
         return DisplayText::line(row(index).title);
     case Qt::AccessibleTextRole:
         return row(index).accessibleText();
+    case Qt::AccessibleDescriptionRole:
+        return row(index).accessibleDescription();
     case DescriptionRole:
         return QVariant::fromValue(row(index));
     case StateRole:
