@@ -7,6 +7,8 @@
 #include "style/Typography.h"
 #include "widgets/RowListView.h"
 
+#include <QPainter>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -163,14 +165,22 @@ void RowDelegateTest::drawsItsTagsBehindTheNameInAnyFont() {
     constexpr double wider = 1.5;
     const Theme& theme = Theme::light();
     const auto distance = [&theme](const QString& name, double density) {
-        const Window window(
-            {.id = u"a"_s, .title = name, .subtitle = u"-"_s, .tags = {{u"outdated"_s}}});
+        const Window window({.id = u"a"_s,
+                             .title = name,
+                             .subtitle = u"-"_s,
+                             .tags = {{u"i"_s, RowTag::Tone::Outdated}}});
         QImage image(window.view->size(), QImage::Format_RGB32);
         image.setDotsPerMeterX(qRound(image.dotsPerMeterX() * density));
         image.setDotsPerMeterY(qRound(image.dotsPerMeterY() * density));
-        window.view->render(&image);
+        image.fill(theme.content);
+        QPainter painter(&image);
+        QStyleOptionViewItem option;
+        option.rect = window.rect();
+        option.widget = window.view;
+        window.view->itemDelegate()->paint(&painter, option, window.index());
+        painter.end();
         const QImage line = image.copy(0, 0, image.width(), window.rect().center().y());
-        const int tag = Pixels::boundsOf(line, Pixels::on(theme.content, theme.neutralTag)).left();
+        const int tag = Pixels::boundsOf(line, Pixels::on(theme.content, theme.outdatedTag)).left();
         const QImage text = line.copy(0, 0, tag - 2, line.height());
         return tag - Pixels::boundsOf(text, theme.text, 120).right();
     };
