@@ -69,7 +69,5 @@ void LumoraApp::run() {
 
 void LumoraApp::followDesktop() {
     m_appearance.emplace();
-    Look::setDark(m_appearance->isDark());
-    QObject::connect(&*m_appearance, &SystemAppearance::changed, &*m_appearance,
-                     [this] { Look::setDark(m_appearance->isDark()); });
+    Look::follow(*m_appearance);
 }

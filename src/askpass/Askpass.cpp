@@ -94,9 +94,7 @@ int Askpass::run(const char* prompt) {
         Look::setDark(told == "dark");
     } else {
         desktop.emplace();
-        const auto follow = [&desktop] { Look::setDark(desktop->isDark()); };
-        follow();
-        QObject::connect(&*desktop, &SystemAppearance::changed, &application, follow);
+        Look::follow(*desktop);
     }
     // Not before: the desktop's portal answers nobody whose memory it couldn't look into.
     leaveNoCore();

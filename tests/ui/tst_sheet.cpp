@@ -2,10 +2,12 @@
 #include "Input.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "style/LumoraStyle.h"
 #include "widgets/Sheet.h"
 
 #include <QApplication>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -69,6 +71,7 @@ class SheetTest final : public QObject {
 private Q_SLOTS:
     void takesNothingOfTheDoubleClickThatOpensIt();
     void takesPressesAfterThat();
+    void fadesInUnlessNothingIsToMove();
 };
 
 void SheetTest::takesNothingOfTheDoubleClickThatOpensIt() {
@@ -97,6 +100,21 @@ void SheetTest::takesPressesAfterThat() {
     QTRY_VERIFY(sheet.takesPresses());
     Input::click(sheet.button(u"inside"_s));
     QCOMPARE(window.pressedInside, 1);
+}
+
+void SheetTest::fadesInUnlessNothingIsToMove() {
+    auto* const style = qobject_cast<LumoraStyle*>(QApplication::style());
+    QVERIFY(style != nullptr);
+    const auto restore = qScopeGuard([style] { style->setMotion(LumoraStyle::Motion::Usual); });
+    Window window;
+    window.open();
+    Sheet* const fading = Sheet::openOver(&window.host);
+    QVERIFY(fading->graphicsEffect() != nullptr);
+    QTRY_VERIFY(fading->graphicsEffect() == nullptr);
+    style->setMotion(LumoraStyle::Motion::Reduced);
+    window.open();
+    QVERIFY(Sheet::openOver(&window.host) != fading);
+    QVERIFY(Sheet::openOver(&window.host)->graphicsEffect() == nullptr);
 }
 
 LUMORA_UI_TEST_MAIN(SheetTest)

@@ -48,6 +48,14 @@ struct Pair final {
 constexpr double forText = 4.5;
 constexpr double forIcons = 3;
 
+QList<std::pair<QString, const Theme&>> allThemes() {
+    using enum Theme::Contrast;
+    return {{u"light"_s, Theme::light()},
+            {u"dark"_s, Theme::dark()},
+            {u"light, clearer"_s, Theme::light(Higher)},
+            {u"dark, clearer"_s, Theme::dark(Higher)}};
+}
+
 using State = std::pair<QString, QList<QColor>>;
 
 /// What a row of a list on `base` can look like.
@@ -181,6 +189,8 @@ private Q_SLOTS:
     void makesTheOverlayASurface();
     void hasTheColoursOfTheDesign_data();
     void hasTheColoursOfTheDesign();
+    void bringsLinesAndQuietTextsForward_data();
+    void bringsLinesAndQuietTextsForward();
     void followsThePaletteOfAWidget();
     void tellsTheToolkitItsColours_data();
     void tellsTheToolkitItsColours();
@@ -190,9 +200,7 @@ void ThemeTest::isReadableEverywhere_data() {
     QTest::addColumn<QColor>("drawn");
     QTest::addColumn<QList<QColor>>("surfaces");
     QTest::addColumn<double>("goal");
-    const QList<std::pair<QString, const Theme&>> themes{{u"light"_s, Theme::light()},
-                                                         {u"dark"_s, Theme::dark()}};
-    for (const auto& [name, theme] : themes) {
+    for (const auto& [name, theme] : allThemes()) {
         QList<Pair> pairs;
         addRows(pairs, theme);
         addSidebar(pairs, theme);
@@ -273,21 +281,51 @@ void ThemeTest::hasTheColoursOfTheDesign() {
 void ThemeTest::followsThePaletteOfAWidget() {
     QWidget parent;
     const QWidget child(&parent);
-    parent.setPalette(Theme::light().palette());
-    QCOMPARE(&Theme::of(&child), &Theme::light());
-    parent.setPalette(Theme::dark().palette());
-    QCOMPARE(&Theme::of(&child), &Theme::dark());
+    for (const auto& [name, theme] : allThemes()) {
+        parent.setPalette(theme.palette());
+        QVERIFY2(&Theme::of(&child) == &theme, qPrintable(name));
+        // Whatever is turned off.
+        parent.setEnabled(false);
+        QVERIFY2(&Theme::of(&child) == &theme, qPrintable(name));
+        parent.setEnabled(true);
+    }
 }
 
-void ThemeTest::tellsTheToolkitItsColours_data() {
+void ThemeTest::bringsLinesAndQuietTextsForward_data() {
     QTest::addColumn<bool>("isDark");
     QTest::newRow("light") << false;
     QTest::newRow("dark") << true;
 }
 
-void ThemeTest::tellsTheToolkitItsColours() {
+void ThemeTest::bringsLinesAndQuietTextsForward() {
     QFETCH(bool, isDark);
-    const Theme& theme = isDark ? Theme::dark() : Theme::light();
+    using enum Theme::Contrast;
+    const Theme& usual = isDark ? Theme::dark() : Theme::light();
+    const Theme& clearer = isDark ? Theme::dark(Higher) : Theme::light(Higher);
+    const auto reached = [](const Theme& theme, QColor Theme::*drawn, QColor Theme::*surface) {
+        return contrast(over(theme.*drawn, theme.*surface), theme.*surface);
+    };
+    constexpr double ofEnhancedText = 7;
+    for (QColor Theme::*const surface : {&Theme::content, &Theme::sidebar, &Theme::field}) {
+        QVERIFY(reached(clearer, &Theme::secondaryText, surface) >= ofEnhancedText);
+        QVERIFY(reached(clearer, &Theme::hairline, surface) >=
+                1.5 * reached(usual, &Theme::hairline, surface));
+        QVERIFY(reached(clearer, &Theme::fieldBorder, surface) >= forIcons);
+    }
+    // Nothing else is another colour.
+    QCOMPARE(clearer.content, usual.content);
+    QCOMPARE(clearer.accent, usual.accent);
+}
+
+void ThemeTest::tellsTheToolkitItsColours_data() {
+    QTest::addColumn<int>("place");
+    for (int i = 0; i < allThemes().size(); ++i)
+        QTest::newRow(qUtf8Printable(allThemes().at(i).first)) << i;
+}
+
+void ThemeTest::tellsTheToolkitItsColours() {
+    QFETCH(int, place);
+    const Theme& theme = allThemes().at(place).second;
     const QPalette palette = theme.palette();
     QCOMPARE(palette.color(QPalette::Window), theme.content);
     QCOMPARE(palette.color(QPalette::WindowText), theme.text);

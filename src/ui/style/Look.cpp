@@ -3,7 +3,7 @@
 
 #include "style/FocusMarks.h"
 #include "style/LumoraStyle.h"
-#include "style/Theme.h"
+#include "style/SystemAppearance.h"
 #include "style/Typography.h"
 
 #include <QApplication>
@@ -23,8 +23,19 @@ void Look::setUp() {
     QToolTip::setFont(Typography::font(Typography::caption));
 }
 
-void Look::setDark(bool isDark) {
-    const QPalette palette = (isDark ? Theme::dark() : Theme::light()).palette();
-    QApplication::setPalette(palette);
-    QToolTip::setPalette(palette);
+void Look::setDark(bool isDark, Theme::Contrast contrast) {
+    const Theme& theme = isDark ? Theme::dark(contrast) : Theme::light(contrast);
+    QApplication::setPalette(theme.palette());
+    QToolTip::setPalette(theme.palette());
+}
+
+void Look::follow(const SystemAppearance& desktop) {
+    const auto apply = [&desktop] {
+        setDark(desktop.isDark(), desktop.contrast());
+        if (auto* const style = qobject_cast<LumoraStyle*>(QApplication::style()))
+            style->setMotion(desktop.reducesMotion() ? LumoraStyle::Motion::Reduced
+                                                     : LumoraStyle::Motion::Usual);
+    };
+    apply();
+    QObject::connect(&desktop, &SystemAppearance::changed, &desktop, apply);
 }

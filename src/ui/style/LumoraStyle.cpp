@@ -85,12 +85,14 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
                           .isDestructive = destructive});
     if (option->state.testFlag(State_HasFocus) &&
         option->state.testFlag(State_KeyboardFocusChange)) {
-        if (destructive)
-            Painting::drawFocusRing(painter, QRectF(option->rect).adjusted(2, 2, -2, -2),
-                                    Metrics::buttonRadius - 2, theme.onDestructive);
+        if (prominent)
+            Painting::drawFocusRingWithin(painter, option->rect, Metrics::rowRadius,
+                                          theme.onAccent);
+        else if (destructive)
+            Painting::drawFocusRingWithin(painter, option->rect, Metrics::rowRadius,
+                                          theme.onDestructive);
         else
-            Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius,
-                                    prominent ? Theme::light() : theme);
+            Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius, theme);
     }
 
     const int textWidth = option->fontMetrics.size(Qt::TextShowMnemonic, button->text).width();
@@ -233,8 +235,16 @@ int LumoraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 int LumoraStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                            QStyleHintReturn* returned) const {
     constexpr char16_t bullet = u'•';
-    // The usual one is as large as the field.
-    return hint == SH_LineEdit_PasswordCharacter
-               ? bullet
-               : QProxyStyle::styleHint(hint, option, widget, returned);
+    switch (hint) {
+    case SH_LineEdit_PasswordCharacter:
+        // The usual one is as large as the field.
+        return bullet;
+    case SH_Widget_Animation_Duration:
+        if (m_motion == Motion::Reduced)
+            return 0;
+        break;
+    default:
+        break;
+    }
+    return QProxyStyle::styleHint(hint, option, widget, returned);
 }

@@ -24,6 +24,11 @@ public:
     };
     static void setProminence(QPushButton* button, Prominence prominence);
 
+    enum class Motion { Usual, Reduced };
+
+    /// How much may move that needn't.
+    void setMotion(Motion motion) { m_motion = motion; }
+
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -42,4 +47,6 @@ public:
 private:
     void drawPushButton(const QStyleOption* option, QPainter* painter, const QWidget* widget) const;
     static void drawScrollBar(const QRect& slider, const QStyleOption* option, QPainter* painter);
+
+    Motion m_motion{Motion::Usual};
 };

@@ -10,6 +10,21 @@
 
 #include <cmath>
 
+namespace {
+
+constexpr double ringWidth = 2;
+
+void drawRing(QPainter* painter, const QRectF& rect, double radius, const QColor& color) {
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(color, ringWidth));
+    painter->setBrush(Qt::NoBrush);
+    const double inset = ringWidth / 2;
+    painter->drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset,
+                             radius - inset);
+}
+
+} // namespace
+
 void Painting::fillRounded(QPainter* painter, const QRectF& rect, double radius,
                            const QColor& fill) {
     painter->setRenderHint(QPainter::Antialiasing);
@@ -45,18 +60,13 @@ bool Painting::showsFocus(const QWidget* widget) {
 
 void Painting::drawFocusRing(QPainter* painter, const QRectF& rect, double radius,
                              const Theme& theme) {
-    drawFocusRing(painter, rect, radius, theme.accent);
+    drawRing(painter, rect, radius, theme.accent);
 }
 
-void Painting::drawFocusRing(QPainter* painter, const QRectF& rect, double radius,
-                             const QColor& color) {
-    constexpr double width = 2;
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(color, width));
-    painter->setBrush(Qt::NoBrush);
-    const double inset = width / 2;
-    painter->drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset,
-                             radius - inset);
+void Painting::drawFocusRingWithin(QPainter* painter, const QRectF& rect, double radius,
+                                   const QColor& color) {
+    drawRing(painter, rect.adjusted(ringWidth, ringWidth, -ringWidth, -ringWidth),
+             radius - ringWidth, color);
 }
 
 void Painting::drawHairline(QPainter* painter, const QRectF& rect, const Theme& theme) {

@@ -29,9 +29,11 @@ void drawButton(QPainter* painter, const QRectF& rect, const Theme& theme, Surfa
 /// Whether a widget has the focus and its user got there by keyboard: a mark where the mouse
 /// has just clicked would say nothing.
 [[nodiscard]] bool showsFocus(const QWidget* widget);
-/// The mark of the keyboard focus around `rect`, in the accent unless that can't be seen there.
+/// The mark of the keyboard focus around `rect`.
 void drawFocusRing(QPainter* painter, const QRectF& rect, double radius, const Theme& theme);
-void drawFocusRing(QPainter* painter, const QRectF& rect, double radius, const QColor& color);
+/// The same within a surface that is filled, in the colour of its text.
+void drawFocusRingWithin(QPainter* painter, const QRectF& rect, double radius,
+                         const QColor& color);
 /// One device-independent pixel of hairline along the bottom of `rect`.
 void drawHairline(QPainter* painter, const QRectF& rect, const Theme& theme);
 /// A soft shadow of the given radius around a rounded panel.

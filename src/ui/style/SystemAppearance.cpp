@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "style/SystemAppearance.h"
 
-#include "style/Theme.h"
-
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
@@ -16,7 +15,6 @@ const QString portalService = u"org.freedesktop.portal.Desktop"_s;
 const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 const QString settingsInterface = u"org.freedesktop.portal.Settings"_s;
 const QString appearanceGroup = u"org.freedesktop.appearance"_s;
-const QString colorSchemeKey = u"color-scheme"_s;
 
 /// The portal wraps a value in one variant more than its name suggests.
 QVariant unwrapped(QVariant value) {
@@ -38,28 +36,43 @@ SystemAppearance::SystemAppearance(QObject* parent)
                 SLOT(onSettingChanged(QString, QString, QDBusVariant)));
 
     QDBusMessage read =
-        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, u"Read"_s);
-    read << appearanceGroup << colorSchemeKey;
+        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, u"ReadAll"_s);
+    read << QStringList{appearanceGroup};
     // The window is not shown before: a light flash in a dark room is worse than this wait.
     constexpr int patience = 150;
     const QDBusMessage reply = bus.call(read, QDBus::Block, patience);
-    if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
-        setColorScheme(reply.arguments().constFirst());
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return;
+    const auto groups = qdbus_cast<QMap<QString, QVariantMap>>(reply.arguments().constFirst());
+    const QVariantMap wishes = groups.value(appearanceGroup);
+    for (auto wish = wishes.cbegin(); wish != wishes.cend(); ++wish)
+        setWish(wish.key(), wish.value());
 }
 
 void SystemAppearance::onSettingChanged(const QString& group, const QString& key,
                                         const QDBusVariant& value) {
-    if (group == appearanceGroup && key == colorSchemeKey) {
-        setColorScheme(value.variant());
+    if (group == appearanceGroup && setWish(key, value.variant()))
         Q_EMIT changed();
-    }
 }
 
-void SystemAppearance::setColorScheme(const QVariant& value) {
-    // 1 prefers dark, 2 prefers light, 0 has no preference.
-    enum : uint { NoPreference, PreferDark, PreferLight };
+bool SystemAppearance::setWish(const QString& key, const QVariant& value) {
+    // Of the colour scheme 0 has no preference.
+    enum : uint { PreferDark = 1, PreferLight = 2 };
 
-    const uint scheme = unwrapped(value).toUInt();
-    if (scheme == PreferDark || scheme == PreferLight)
-        m_isDark = scheme == PreferDark;
+    enum : uint { HigherContrast = 1 };
+
+    enum : uint { ReducedMotion = 1 };
+
+    const uint wish = unwrapped(value).toUInt();
+    if (key == "color-scheme"_L1) {
+        if (wish == PreferDark || wish == PreferLight)
+            m_isDark = wish == PreferDark;
+    } else if (key == "contrast"_L1) {
+        m_contrast = wish == HigherContrast ? Theme::Contrast::Higher : Theme::Contrast::Usual;
+    } else if (key == "reduced-motion"_L1) {
+        m_reducesMotion = wish == ReducedMotion;
+    } else {
+        return false;
+    }
+    return true;
 }

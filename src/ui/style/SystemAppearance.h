@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "style/Theme.h"
+
 #include <QObject>
 #include <QVariant>
 
 class QDBusVariant;
 
-/// The desktop's wish for light or dark surroundings.
+/// The desktop's wishes: light or dark surroundings, stronger contrasts, less motion.
 ///
-/// It is read from the desktop portal, and followed while the application runs. Without a
+/// They are read from the desktop portal, and followed while the application runs. Without a
 /// portal, as on macOS, the palette that the toolkit starts with decides for good.
 class SystemAppearance final : public QObject {
     Q_OBJECT
@@ -19,6 +21,10 @@ public:
 
     [[nodiscard]] bool isDark() const { return m_isDark; }
 
+    [[nodiscard]] Theme::Contrast contrast() const { return m_contrast; }
+
+    [[nodiscard]] bool reducesMotion() const { return m_reducesMotion; }
+
 Q_SIGNALS:
     void changed();
 
@@ -26,7 +32,10 @@ private:
     /// A slot by name, which is what a D-Bus signal connects to.
     Q_SLOT void onSettingChanged(const QString& group, const QString& key,
                                  const QDBusVariant& value);
-    void setColorScheme(const QVariant& value);
+    /// Returns whether there is such a wish.
+    bool setWish(const QString& key, const QVariant& value);
 
     bool m_isDark{false};
+    bool m_reducesMotion{false};
+    Theme::Contrast m_contrast{Theme::Contrast::Usual};
 };

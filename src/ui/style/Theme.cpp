@@ -5,11 +5,17 @@
 
 namespace {
 
-/// Both themes side by side: every colour as it is in light and in dark surroundings.
-Theme makeTheme(bool isDark) {
+using Contrast = Theme::Contrast;
+
+/// All themes side by side: every colour as it is in light and in dark surroundings.
+Theme makeTheme(bool isDark, Contrast contrast) {
     const auto pick = [isDark](QRgb light, QRgb dark) { return QColor(isDark ? dark : light); };
     const auto shade = [isDark](QColor color, double light, double dark) {
         return withOpacity(color, isDark ? dark : light);
+    };
+    // Where stronger contrasts are asked for, lines and quiet texts come forward.
+    const auto clear = [contrast](const QColor& usual, const QColor& higher) {
+        return contrast == Contrast::Higher ? higher : usual;
     };
     const QColor ink = pick(0x000000, 0xFFFFFF);
     const QColor accent = pick(0x0B62D6, 0x5AA2FF);
@@ -18,9 +24,9 @@ Theme makeTheme(bool isDark) {
         .sidebar = pick(0xF3F4F6, 0x26282C),
         .field = pick(0xFFFFFF, 0x2C2E33),
         .text = pick(0x1C1E21, 0xECEEF1),
-        .secondaryText = pick(0x656A72, 0xA0A6B0),
-        .hairline = shade(ink, 0.08, 0.09),
-        .fieldBorder = shade(ink, 0.12, 0.15),
+        .secondaryText = clear(pick(0x656A72, 0xA0A6B0), pick(0x41454C, 0xCDD2DA)),
+        .hairline = clear(shade(ink, 0.08, 0.09), shade(ink, 0.32, 0.36)),
+        .fieldBorder = clear(shade(ink, 0.12, 0.15), shade(ink, 0.50, 0.50)),
         .accent = accent,
         .onAccent = pick(0xFFFFFF, 0x10233D),
         .selection = shade(accent, 0.12, 0.18),
@@ -35,7 +41,7 @@ Theme makeTheme(bool isDark) {
         .cask = pick(0x7C3AED, 0xB798FF),
         .destructive = pick(0xD0312D, 0xFF6B66),
         .onDestructive = pick(0xFFFFFF, 0x1A0D0D),
-        .secondaryOnTint = pick(0x565B63, 0xB4B9C2),
+        .secondaryOnTint = clear(pick(0x565B63, 0xB4B9C2), pick(0x34383E, 0xDDE1E7)),
         .outdatedOnTint = pick(0x9A4408, 0xFBAB4A),
         .goodOnTint = pick(0x146C35, 0x5DD68A),
         .output = pick(0xF5F6F8, 0x26282C),
@@ -59,14 +65,16 @@ QColor withOpacity(QColor color, double opacity) {
     return color;
 }
 
-const Theme& Theme::light() {
-    static const Theme theme = makeTheme(false);
-    return theme;
+const Theme& Theme::light(Contrast contrast) {
+    static const Theme usual = makeTheme(false, Contrast::Usual);
+    static const Theme higher = makeTheme(false, Contrast::Higher);
+    return contrast == Contrast::Higher ? higher : usual;
 }
 
-const Theme& Theme::dark() {
-    static const Theme theme = makeTheme(true);
-    return theme;
+const Theme& Theme::dark(Contrast contrast) {
+    static const Theme usual = makeTheme(true, Contrast::Usual);
+    static const Theme higher = makeTheme(true, Contrast::Higher);
+    return contrast == Contrast::Higher ? higher : usual;
 }
 
 const Theme& Theme::of(const QWidget* widget) {
@@ -76,7 +84,13 @@ const Theme& Theme::of(const QWidget* widget) {
 const Theme& Theme::of(const QPalette& palette) {
     const bool textIsLighter = palette.color(QPalette::WindowText).lightness() >
                                palette.color(QPalette::Window).lightness();
-    return textIsLighter ? dark() : light();
+    const auto themeOf = [textIsLighter](Contrast contrast) -> const Theme& {
+        return textIsLighter ? dark(contrast) : light(contrast);
+    };
+    const Theme& higher = themeOf(Contrast::Higher);
+    return palette.color(QPalette::PlaceholderText) == higher.secondaryText
+               ? higher
+               : themeOf(Contrast::Usual);
 }
 
 QPalette Theme::palette() const {

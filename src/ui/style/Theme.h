@@ -6,9 +6,10 @@
 
 class QWidget;
 
-/// Every colour of the interface, once for light and once for dark surroundings.
+/// Every colour of the interface, once for light and once for dark surroundings, and both again for
+/// whoever needs stronger contrasts.
 ///
-/// Which of the two applies is read off a widget's palette, so that there is nothing to
+/// Which of them applies is read off a widget's palette, so that there is nothing to
 /// notify: a new palette repaints the widgets, and they find the other theme.
 struct Theme final {
     QColor content;
@@ -61,8 +62,10 @@ struct Theme final {
     QColor trough;
     QColor segment;
 
-    [[nodiscard]] static const Theme& light();
-    [[nodiscard]] static const Theme& dark();
+    enum class Contrast { Usual, Higher };
+
+    [[nodiscard]] static const Theme& light(Contrast contrast = Contrast::Usual);
+    [[nodiscard]] static const Theme& dark(Contrast contrast = Contrast::Usual);
     /// The theme that fits the widget's palette.
     [[nodiscard]] static const Theme& of(const QWidget* widget);
     [[nodiscard]] static const Theme& of(const QPalette& palette);

@@ -396,7 +396,7 @@ bool RowListView::showsSpinner() const {
 void RowListView::paintEvent(QPaintEvent* event) {
     QListView::paintEvent(event);
     if (!m_spinnerTimer.isActive() && showsSpinner())
-        m_spinnerTimer.start(Spinner::interval, this);
+        m_spinnerTimer.start(Spinner::interval(this), this);
 }
 
 void RowListView::timerEvent(QTimerEvent* event) {

@@ -6,6 +6,18 @@
 
 #include <QDateTime>
 #include <QPainter>
+#include <QStyle>
+
+namespace {
+
+constexpr int usualInterval = 66;
+constexpr int calmInterval = 1'000;
+
+bool isCalm(const QWidget* widget) {
+    return widget->style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, widget) <= 0;
+}
+
+} // namespace
 
 Spinner::Spinner(Size size, QWidget* parent) : QWidget(parent) {
     constexpr int large = 32;
@@ -13,11 +25,19 @@ Spinner::Spinner(Size size, QWidget* parent) : QWidget(parent) {
     setFixedSize(side, side);
 }
 
+int Spinner::interval(const QWidget* widget) {
+    return isCalm(widget) ? calmInterval : usualInterval;
+}
+
 void Spinner::paint(QPainter* painter, const QRectF& rect, const QWidget* widget) {
-    constexpr int turn = 900;
+    constexpr int usualTurn = 900;
+    constexpr int ticks = 8;
     constexpr int sixteenths = 16 * 360;
     constexpr int arc = 16 * 110;
-    const auto phase = static_cast<int>(QDateTime::currentMSecsSinceEpoch() % turn);
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const bool calm = isCalm(widget);
+    const int turn = calm ? ticks : usualTurn;
+    const auto phase = static_cast<int>((calm ? now / calmInterval : now) % turn);
     const Theme& theme = Theme::of(widget);
     const double width = qMax(1.6, rect.width() / 9);
     const QRectF circle = rect.adjusted(width / 2, width / 2, -width / 2, -width / 2);
@@ -37,7 +57,7 @@ void Spinner::paintEvent(QPaintEvent*) {
 }
 
 void Spinner::showEvent(QShowEvent*) {
-    m_timer.start(interval, this);
+    m_timer.start(interval(this), this);
 }
 
 void Spinner::hideEvent(QHideEvent*) {
@@ -46,4 +66,6 @@ void Spinner::hideEvent(QHideEvent*) {
 
 void Spinner::timerEvent(QTimerEvent*) {
     update();
+    // The desktop's wish may be another one by now.
+    m_timer.start(interval(this), this);
 }

@@ -4,7 +4,8 @@
 #include <QBasicTimer>
 #include <QWidget>
 
-/// An indeterminate progress indicator; it costs nothing while it can't be seen.
+/// An indeterminate progress indicator; it costs nothing while it can't be seen, and only ticks
+/// where the style is one without motion.
 class Spinner final : public QWidget {
     Q_OBJECT
 
@@ -16,7 +17,7 @@ public:
     /// Draws the indicator at this moment's position, for rows that aren't widgets.
     static void paint(QPainter* painter, const QRectF& rect, const QWidget* widget);
     /// Between two positions, in milliseconds.
-    static constexpr int interval = 66;
+    [[nodiscard]] static int interval(const QWidget* widget);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
