@@ -32,8 +32,7 @@ void drawButton(QPainter* painter, const QRectF& rect, const Theme& theme, Surfa
 /// The mark of the keyboard focus around `rect`.
 void drawFocusRing(QPainter* painter, const QRectF& rect, double radius, const Theme& theme);
 /// The same within a surface that is filled, in the colour of its text.
-void drawFocusRingWithin(QPainter* painter, const QRectF& rect, double radius,
-                         const QColor& color);
+void drawFocusRingWithin(QPainter* painter, const QRectF& rect, double radius, const QColor& color);
 /// One device-independent pixel of hairline along the bottom of `rect`.
 void drawHairline(QPainter* painter, const QRectF& rect, const Theme& theme);
 /// A soft shadow of the given radius around a rounded panel.
