@@ -56,6 +56,11 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
     QObject::connect(&*m_updater, &AutoUpdater::terminationRequested, &*m_application,
                      &QApplication::quit, Qt::QueuedConnection);
     m_updater->checkAfterLaunch();
+
+    // Qt asks all windows then whether they agree, and the menu that a click behind the last one's
+    // end has opened doesn't: the application would live on without a window.
+    QObject::connect(&*m_application, &QApplication::lastWindowClosed, &*m_application,
+                     [] { QApplication::exit(); });
 }
 
 void LumoraApp::run() {

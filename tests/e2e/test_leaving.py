@@ -68,6 +68,14 @@ class Leaving(LeavingTest):
     def test_the_application_is_quit(self) -> None:
         self.assert_upgrade_outlives(lambda app: app.press("ctrl+q"), 0)
 
+    def test_a_menu_is_opened_behind_its_end(self) -> None:
+        def close_and_click(app: Application) -> None:
+            button = app.button("Lumora").rect.centre
+            app.press("ctrl+w")
+            app.screen.click(*button)
+
+        self.assert_upgrade_outlives(close_and_click, 0)
+
     def test_the_system_goes_down(self) -> None:
         self.assert_upgrade_outlives_signal(signal.SIGTERM)
 
