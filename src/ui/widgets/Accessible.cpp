@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/Accessible.h"
 
+#include "widgets/DisplayText.h"
+
 #include "widgets/RowListAccessible.h"
 #include "widgets/RowListView.h"
 
@@ -105,9 +107,10 @@ void Accessible::setRole(QWidget* widget, QAccessible::Role role) {
 }
 
 void Accessible::announce(QWidget* widget, const QString& text) {
-    widget->setAccessibleName(text);
+    const QString spoken = DisplayText::line(text);
+    widget->setAccessibleName(spoken);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-    QAccessibleAnnouncementEvent event(widget, text);
+    QAccessibleAnnouncementEvent event(widget, spoken);
     QAccessible::updateAccessibility(&event);
 #else
     tell(widget, QAccessible::Alert);

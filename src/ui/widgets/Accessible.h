@@ -14,7 +14,7 @@ namespace Accessible {
 /// a text, and never asks again.
 void setRole(QWidget* widget, QAccessible::Role role);
 
-/// Gives a notification, or whatever the widget is, its name, and has it read out. One that is to
+/// Gives a notification, or whatever the widget is, its name, made harmless, and has it read out. One that is to
 /// appear does so afterwards.
 void announce(QWidget* widget, const QString& text);
 
