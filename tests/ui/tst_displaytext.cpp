@@ -137,6 +137,10 @@ void DisplayTextTest::letsLongWordsOfAParagraphWrap_data() {
     QTest::newRow("terminal colour") << u"\x1b[1m"_s << u"␛[1m"_s;
     QTest::newRow("two halves of a character")
         << word.chopped(1) + u"🍺🍺"_s << word.chopped(1) + u"🍺\u200B🍺"_s;
+    const QString sentence(24, u'文');
+    QTest::newRow("the end of a sentence") << sentence + u"。次"_s << sentence + u"。\u200B次"_s;
+    QTest::newRow("a pause") << sentence + u"、次"_s << sentence + u"、\u200B次"_s;
+    QTest::newRow("a closing bracket") << sentence + u"」。次"_s << sentence + u"」。\u200B次"_s;
     QTest::newRow("an accent of its own") << word + u"\u0301y"_s << word + u"\u0301\u200By"_s;
 }
 

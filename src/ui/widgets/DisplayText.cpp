@@ -55,6 +55,12 @@ QString replaced(const QString& text, Breaks breaks) {
     return result;
 }
 
+/// Whether it begins no line in scripts without blanks between words, whose sentences are one word
+/// to whoever looks for blanks.
+bool staysWithWhatIsBefore(QChar character) {
+    return u"。、，．・：；！？…ー」』）】〉》〕］｝"_s.contains(character);
+}
+
 // Neither cuts a character in halves.
 
 QString start(const QString& text, qsizetype length) {
@@ -136,7 +142,8 @@ QString DisplayText::paragraph(const QString& text) {
             return result + u'…';
         wordLength = character.isSpace() ? 0 : wordLength + 1;
         // Not inside of what is one character to its reader.
-        if (wordLength > longestWord && !character.isLowSurrogate() && !character.isMark()) {
+        if (wordLength > longestWord && !character.isLowSurrogate() && !character.isMark() &&
+            !staysWithWhatIsBefore(character)) {
             result += u'\u200B';
             wordLength = 1;
         }
