@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "AppScene.h"
+#include "BrowserDouble.h"
 #include "Find.h"
 #include "Focus.h"
 #include "Input.h"
@@ -9,11 +10,14 @@
 #include "SheetDriver.h"
 #include "UiTest.h"
 #include "style/Look.h"
+#include "style/LumoraStyle.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
 #include "widgets/Links.h"
+#include "widgets/PushButton.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
+#include "widgets/SegmentedPicker.h"
 
 #include <QListView>
 #include <QScrollBar>
@@ -47,8 +51,11 @@ private Q_SLOTS:
     void lightsASidebarRow();
     void lightsAnIconButton();
     void lightsALinkRow();
+    void lightsASegment();
     void underlinesALink();
+    void pressesALink();
     void marksTheFocus();
+    void marksTheFocusOnTheAccent();
     void marksTheCurrentRow();
     void showsWhereAListIs();
     void showsARunInItsRow();
@@ -141,6 +148,62 @@ void PaintedStatesTest::lightsALinkRow() {
     Input::moveTo(m_app->window, QPoint(5, 5));
     Input::release(m_app->window, QPoint(5, 5));
     waitFor(row, place, fill);
+}
+
+void PaintedStatesTest::lightsASegment() {
+    show(settings);
+    const auto& picker = require<SegmentedPicker>(m_app->window);
+    const int chosen = picker.current();
+    const QAbstractButton& other = *picker.segment(chosen == 0 ? 1 : 0);
+    constexpr QPoint place(20, 3);
+    waitFor(other, place, m_theme->trough);
+    Input::moveTo(other);
+    waitFor(other, place, Pixels::on(m_theme->trough, m_theme->hover));
+    Input::press(other);
+    waitFor(other, place, Pixels::on(m_theme->trough, m_theme->pressed));
+    Input::moveTo(m_app->window, QPoint(5, 5));
+    Input::release(m_app->window, QPoint(5, 5));
+    waitFor(other, place, m_theme->trough);
+    QCOMPARE(picker.current(), chosen);
+    // There is nothing to press where it is chosen.
+    Input::press(*picker.segment(chosen));
+    waitFor(*picker.segment(chosen), place, m_theme->segment);
+    Input::release(*picker.segment(chosen));
+}
+
+void PaintedStatesTest::pressesALink() {
+    const BrowserDouble browser;
+    m_app->window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
+    const SheetDriver sheet(m_app->window);
+    const auto& link = require<LinkButton>(sheet.panel());
+    QTRY_VERIFY(sheet.takesPresses());
+    const QPoint place(1, link.height() / 2);
+    waitFor(link, place, m_theme->content);
+    Input::press(link);
+    waitFor(link, place, Pixels::on(m_theme->content, m_theme->pressed));
+    Input::moveTo(sheet.panel(), QPoint(2, 2));
+    Input::release(sheet.panel(), QPoint(2, 2));
+    waitFor(link, place, m_theme->content);
+    QCOMPARE(browser.opened(), QStringList());
+}
+
+void PaintedStatesTest::marksTheFocusOnTheAccent() {
+    QWidget host;
+    PushButton button(u"Install Homebrew"_s, &host);
+    button.move(20, 20);
+    LumoraStyle::setProminence(&button, LumoraStyle::Prominence::Prominent);
+    host.show();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    Input::moveTo(host, QPoint(1, 1));
+    button.setFocus();
+    constexpr QPoint edge(40, 1);
+    constexpr QPoint mark(40, 3);
+    waitFor(button, mark, m_theme->accent);
+    Input::key(Qt::Key_Tab);
+    QVERIFY(button.hasFocus());
+    waitFor(button, edge, m_theme->accent);
+    waitFor(button, mark, m_theme->onAccent);
+    waitFor(button, mark - QPoint(0, 1), m_theme->onAccent);
 }
 
 void PaintedStatesTest::underlinesALink() {

@@ -127,9 +127,31 @@ void addDetail(QList<Pair>& pairs, const Theme& theme) {
                   theme.text,
                   {theme.content, withOpacity(theme.secondaryText, chipTint)},
                   forText});
+    for (const auto& [state, face] :
+         buttonStates(theme, over(withOpacity(theme.secondaryText, chipTint), theme.content)))
+        pairs.append({u"text of a chip as a "_s + state, theme.text, face, forText});
     pairs.append({u"link"_s, theme.accent, {theme.content}, forText});
+    pairs.append({u"pressed link"_s, theme.accent, {theme.content, theme.pressed}, forText});
     pairs.append({u"sheet's button"_s, theme.text, {theme.sidebar, theme.field}, forText});
     pairs.append({u"command output"_s, theme.secondaryText, {theme.output}, forText});
+}
+
+/// The mark of the focus against whatever it may be drawn on.
+void addFocus(QList<Pair>& pairs, const Theme& theme) {
+    const auto add = [&](const QString& where, const QColor& mark, const QColor& surface) {
+        for (const QColor& extra : {QColor(Qt::transparent), theme.hover, theme.pressed})
+            pairs.append({u"focus mark on "_s + where, mark, {surface, extra}, forIcons});
+    };
+    add(u"the content"_s, theme.accent, theme.content);
+    add(u"the sidebar"_s, theme.accent, theme.sidebar);
+    add(u"a field"_s, theme.accent, theme.field);
+    add(u"output"_s, theme.accent, theme.output);
+    add(u"a segment's trough"_s, theme.accent, theme.trough);
+    // The pointer changes nothing there.
+    pairs.append({u"focus mark on the chosen segment"_s, theme.accent, {theme.segment}, forIcons});
+    add(u"the failure strip"_s, theme.accent, theme.failure);
+    add(u"a failed operation"_s, theme.accent, theme.operationFailure);
+    add(u"a prominent button"_s, theme.onAccent, theme.accent);
 }
 
 void addOther(QList<Pair>& pairs, const Theme& theme) {
@@ -168,6 +190,7 @@ void addOther(QList<Pair>& pairs, const Theme& theme) {
     pairs.append({u"chosen segment"_s, theme.text, {theme.trough, theme.segment}, forText});
     pairs.append({u"other segment"_s, theme.text, {theme.trough}, forText});
     pairs.append({u"hovered segment"_s, theme.text, {theme.trough, theme.hover}, forText});
+    pairs.append({u"pressed segment"_s, theme.text, {theme.trough, theme.pressed}, forText});
     for (const QColor& behind : {theme.content, theme.sidebar}) {
         pairs.append({u"overlay"_s, theme.text, {behind, theme.overlay}, forText});
         pairs.append({u"transcript"_s, theme.secondaryText, {behind, theme.overlay}, forText});
@@ -205,6 +228,7 @@ void ThemeTest::isReadableEverywhere_data() {
         addRows(pairs, theme);
         addSidebar(pairs, theme);
         addDetail(pairs, theme);
+        addFocus(pairs, theme);
         addOther(pairs, theme);
         for (const Pair& pair : pairs)
             QTest::addRow("%s: %s", qUtf8Printable(name), qUtf8Printable(pair.what))

@@ -65,6 +65,8 @@ void LinkButton::paintEvent(QPaintEvent*) {
     constexpr double focusRadius = 4;
     const Theme& theme = Theme::of(this);
     QPainter painter(this);
+    if (isDown())
+        Painting::fillRounded(&painter, rect(), focusRadius, theme.pressed);
     if (Painting::showsFocus(this))
         Painting::drawFocusRing(&painter, rect(), focusRadius, theme);
     QFont shown = font();

@@ -30,6 +30,7 @@ public:
         // The group sees to that, but screen readers are told of a check box without.
         setAutoExclusive(true);
         setFont(Typography::font(Typography::body, QFont::Medium));
+        setAttribute(Qt::WA_Hover);
         setFocusPolicy(Qt::StrongFocus);
     }
 
@@ -46,8 +47,8 @@ protected:
         QPainter painter(this);
         if (isChecked())
             Painting::drawBordered(&painter, rect(), radius, theme.segment, theme.hairline);
-        else if (underMouse())
-            Painting::fillRounded(&painter, rect(), radius, theme.hover);
+        else if (isDown() || underMouse())
+            Painting::fillRounded(&painter, rect(), radius, isDown() ? theme.pressed : theme.hover);
         if (Painting::showsFocus(this))
             Painting::drawFocusRing(&painter, rect(), radius, theme);
         painter.setPen(theme.text);
