@@ -15,7 +15,7 @@ jobs() { nproc 2> /dev/null || sysctl -n hw.ncpu; }
 
 # Debian and Ubuntu package names, by what they are needed for.
 debian_build="ca-certificates ccache cmake g++ git libgl-dev libsimdjson-dev ninja-build patchelf
-    pkg-config qcoro-qt6-dev qt6-base-dev qt6-base-dev-tools"
+    pkg-config qcoro-qt6-dev qt6-base-dev qt6-base-dev-tools qt6-translations-l10n"
 debian_run="libqt6svg6 procps python3 qt6-qpa-plugins tar zsh"
 # A virtual display, something to drive it and look at it with, and fonts for three languages.
 debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation fonts-noto-cjk
@@ -37,7 +37,7 @@ qt_svg_package() {
     printf 'qt6-svg-dev'
 }
 
-homebrew_build="ccache cmake ninja pkgconf qcoro6 qtbase qtsvg simdjson"
+homebrew_build="ccache cmake ninja pkgconf qcoro6 qtbase qtsvg qttranslations simdjson"
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then

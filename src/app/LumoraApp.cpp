@@ -43,6 +43,8 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
 
     // The manager's first command has to know of it.
     AskpassProgram::offer(QApplication::applicationDirPath());
+    // Before those who show the language.
+    m_toolkitTexts.emplace(LangManager::shared());
     m_brewManager.emplace(discoveryFor(m_options));
     m_sleepInhibitor.emplace(*m_brewManager);
     const ApplicationBundle bundle = ApplicationBundle::running();

@@ -4,6 +4,7 @@
 #include "AutoUpdater.h"
 #include "BrewManager.h"
 #include "CommandLineOptions.h"
+#include "ToolkitTexts.h"
 #include "UpdateAlertBoxes.h"
 #include "shell/DesktopNotices.h"
 #include "shell/MainWindow.h"
@@ -31,6 +32,7 @@ private:
     std::optional<QApplication> m_application;
     CommandLineOptions m_options;
     std::optional<SystemAppearance> m_appearance;
+    std::optional<ToolkitTexts> m_toolkitTexts;
     std::optional<BrewManager> m_brewManager;
     std::optional<SleepInhibitor> m_sleepInhibitor;
     std::optional<MainWindow> m_window;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Askpass.h"
 
+#include "LangManager.h"
 #include "PasswordDialog.h"
 #include "SessionVariables.h"
+#include "ToolkitTexts.h"
 #include "style/Look.h"
 #include "style/SystemAppearance.h"
 
@@ -101,6 +103,7 @@ int Askpass::run(const char* prompt) {
     // Whoever asked may go before the answer is out.
     std::signal(SIGPIPE, SIG_IGN);
 
+    const ToolkitTexts toolkitTexts(LangManager::shared());
     PasswordDialog dialog(QString::fromUtf8(prompt));
     // A pipe tells in this way that its reader is gone: nobody waits for the password any more,
     // and the next one who needs it shall not be refused.

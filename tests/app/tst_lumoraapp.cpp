@@ -2,6 +2,7 @@
 #include "DesktopServiceDouble.h"
 #include "FakeBrew.h"
 #include "FreshHome.h"
+#include "LangManager.h"
 #include "LumoraApp.h"
 #include "SecondProcess.h"
 #include "SilentBus.h"
@@ -50,6 +51,7 @@ private Q_SLOTS:
     void looksAsItIsTold_data();
     void looksAsItIsTold();
     void followsTheDesktop();
+    void speaksOneLanguage();
     void showsTheBundlesPicture();
     void usesNoBrewButTheOneItIsGiven_data();
     void usesNoBrewButTheOneItIsGiven();
@@ -112,6 +114,16 @@ QByteArray colors() {
 QImage imageOf(const QIcon& icon) {
     constexpr int side = 64;
     return icon.pixmap(side).toImage();
+}
+
+/// What the toolkit's menus say in each of the languages.
+int speak(const QStringList& arguments) {
+    const Application application(arguments);
+    for (const Lang lang : {Lang::en, Lang::ko, Lang::ja}) {
+        LangManager::shared().setCurrent(lang);
+        std::printf("%s\n", qPrintable(QCoreApplication::translate("QLineEdit", "&Copy")));
+    }
+    return EXIT_SUCCESS;
 }
 
 int look(const QStringList& arguments) {
@@ -298,6 +310,12 @@ void LumoraAppTest::followsTheDesktop() {
     QCOMPARE(process.status(), EXIT_SUCCESS);
 }
 
+void LumoraAppTest::speaksOneLanguage() {
+    const SecondProcess process(u"speak"_s, with({}));
+    QCOMPARE(process.output(), "&Copy\n복사(&C)\nコピー(&C)\n");
+    QCOMPARE(process.status(), EXIT_SUCCESS);
+}
+
 void LumoraAppTest::showsTheBundlesPicture() {
     const QString program = ApplicationBundle::executableIn(m_home.path() + u"/Lumora.app"_s);
     QVERIFY(QDir().mkpath(QFileInfo(program).path()));
@@ -407,6 +425,7 @@ int main(int argc, char* argv[]) {
     return SecondProcess::main<LumoraAppTest>(argc, argv,
                                               {{u"look"_s, look},
                                                {u"follow"_s, follow},
+                                               {u"speak"_s, speak},
                                                {u"show about"_s, showAbout},
                                                {u"find brew"_s, findBrew},
                                                {u"upgrade"_s, upgrade},
