@@ -97,7 +97,7 @@ copy_common_licences() {
 }
 
 complete_bundle() {
-    local contents="$1/Contents" source_plugins plugin name path
+    local contents="$1/Contents" translations=$2 source_plugins plugin name path
     local programs=("$contents/bin/Lumora" "$contents/bin/lumora-askpass")
     local libraries="$contents/lib" licences="$contents/Resources/licences"
     mkdir -p "$libraries" "$licences"
@@ -121,6 +121,8 @@ complete_bundle() {
         cp -L "$path" "$libraries/$name"
         copy_licence "$path" "$licences"
     done < <(needed_libraries "${files[@]}")
+    # Built into the programs.
+    copy_licence "$translations/qtbase_ko.qm" "$licences"
     copy_common_licences "$licences"
 
     # A run path of a library's own, such as libproxy's, would keep the executable's from it.

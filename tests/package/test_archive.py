@@ -174,6 +174,7 @@ class ReleaseArchive(DesktopTest):
         licences = {path.name for path in (self.contents / "Resources/licences").iterdir()}
         # Debian has renamed some packages for the sake of their ABI.
         self.assertTrue({"libqt6core6.txt", "libqt6core6t64.txt"} & licences, licences)
+        self.assertIn("qt6-translations-l10n.txt", licences)
         self.assertIn("LGPL-3", licences)
 
     def programs(self) -> dict[str, Elf]:

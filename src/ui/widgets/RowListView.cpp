@@ -195,7 +195,7 @@ void RowListView::keyPressEvent(QKeyEvent* event) {
 void RowListView::keyboardSearch(const QString& search) {
     if (m_searchField == nullptr || !m_searchField->isVisible()) {
         QListView::keyboardSearch(search);
-    } else if (search.front().isPrint()) {
+    } else {
         m_searchField->setFocus(Qt::OtherFocusReason);
         m_searchField->end(false);
         m_searchField->insert(search);
