@@ -6,6 +6,7 @@
 #include "UiTest.h"
 #include "shell/DetailColumn.h"
 #include "widgets/Labels.h"
+#include "widgets/RowListView.h"
 
 #include <QListView>
 
@@ -34,6 +35,31 @@ void forAllLooks(Add add) {
 
 } // namespace
 
+/// What can be clicked in the window, in its coordinates, by names.
+QList<std::pair<QString, QRect>> targetsIn(const QWidget& window) {
+    QList<std::pair<QString, QRect>> targets;
+    const auto add = [&](const QString& name, const QWidget& widget, const QRect& area) {
+        targets.append({name, QRect(widget.mapTo(&window, area.topLeft()), area.size())});
+    };
+    for (const auto* const button : window.findChildren<QAbstractButton*>()) {
+        if (button->isVisible())
+            add(u"%1 \"%2\""_s.arg(QLatin1StringView(button->metaObject()->className()),
+                                   button->accessibleName() + button->text()),
+                *button, button->rect());
+    }
+    for (const auto* const list : window.findChildren<RowListView*>()) {
+        for (int row = 0; list->isVisible() && row < list->model()->rowCount(); ++row) {
+            const QModelIndex index = list->model()->index(row, 0);
+            const QList<RowAction> actions = list->rows().row(index).actions;
+            for (qsizetype i = 0; i < actions.size(); ++i) {
+                if (actions.at(i).canTrigger())
+                    add(actions.at(i).title, *list->viewport(), list->actionRect(index, i));
+            }
+        }
+    }
+    return targets;
+}
+
 /// Nothing is clipped and nothing overlaps: every page, at both sizes, in all languages.
 class WindowLayoutTest final : public QObject {
     Q_OBJECT
@@ -41,6 +67,8 @@ class WindowLayoutTest final : public QObject {
 private Q_SLOTS:
     void hasRoomForEverything_data();
     void hasRoomForEverything();
+    void givesEveryPressItsRoom_data();
+    void givesEveryPressItsRoom();
     void hasRoomForTheNotFoundPage_data();
     void hasRoomForTheNotFoundPage();
     void keepsTheMenuButtonOffTheSidebar_data();
@@ -72,6 +100,43 @@ void WindowLayoutTest::hasRoomForEverything() {
     // The title of a page is cut only when a number is beyond all bounds.
     const auto& title = require<ElidedLabel>(require<PageHeader>(app.window));
     QCOMPARE(title.text(), title.fullText());
+}
+
+void WindowLayoutTest::givesEveryPressItsRoom_data() {
+    QTest::addColumn<const AppScene*>("scene");
+    for (const AppScene& scene : AppScene::all())
+        QTest::newRow(scene.name) << &scene;
+}
+
+void WindowLayoutTest::givesEveryPressItsRoom() {
+    QFETCH(const AppScene*, scene);
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    // Dependencies that lead somewhere.
+    QList<BrewPackage> formulae = *app.manager.formulae;
+    QStringList names;
+    for (const BrewPackage& formula : formulae)
+        names.append(formula.name);
+    for (BrewPackage& formula : formulae)
+        formula.dependencies = names + names + names;
+    app.manager.formulae.set(formulae);
+    scene->enter(app);
+    QTRY_COMPARE(faults(app.window), QString());
+    constexpr int least = 24;
+    const auto targets = targetsIn(app.window);
+    QVERIFY(!targets.isEmpty());
+    for (const auto& [name, area] : targets) {
+        if (area.width() >= least && area.height() >= least)
+            continue;
+        // Small ones among text have as much to themselves: nothing else is pressed near by.
+        QRect room(0, 0, qMax(least, area.width()), qMax(least, area.height()));
+        room.moveCenter(area.center());
+        for (const auto& [other, otherArea] : targets) {
+            const bool isNear = otherArea != area && room.intersects(otherArea);
+            QVERIFY2(!isNear, qPrintable(name + u" is too near to "_s + other));
+        }
+    }
 }
 
 void WindowLayoutTest::hasRoomForTheNotFoundPage_data() {
