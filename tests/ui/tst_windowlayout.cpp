@@ -113,13 +113,14 @@ void WindowLayoutTest::givesEveryPressItsRoom() {
     AppWindow app;
     app.showLoaded();
     AppScene::fill(app);
-    // Dependencies that lead somewhere.
+    // Lines of dependencies that lead somewhere.
+    constexpr int many = 20;
     QList<BrewPackage> formulae = *app.manager.formulae;
     QStringList names;
-    for (const BrewPackage& formula : formulae)
-        names.append(formula.name);
+    for (int i = 0; i < many; ++i)
+        names.append(formulae.at(i % formulae.size()).name);
     for (BrewPackage& formula : formulae)
-        formula.dependencies = names + names + names;
+        formula.dependencies = names;
     app.manager.formulae.set(formulae);
     scene->enter(app);
     QTRY_COMPARE(faults(app.window), QString());
