@@ -2,7 +2,6 @@
 #include "widgets/Accessible.h"
 
 #include "widgets/DisplayText.h"
-
 #include "widgets/RowListAccessible.h"
 #include "widgets/RowListView.h"
 

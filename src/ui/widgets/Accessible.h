@@ -14,8 +14,8 @@ namespace Accessible {
 /// a text, and never asks again.
 void setRole(QWidget* widget, QAccessible::Role role);
 
-/// Gives a notification, or whatever the widget is, its name, made harmless, and has it read out. One that is to
-/// appear does so afterwards.
+/// Gives a notification, or whatever the widget is, its name, made harmless, and has it read out.
+/// One that is to appear does so afterwards.
 void announce(QWidget* widget, const QString& text);
 
 } // namespace Accessible
