@@ -157,6 +157,8 @@ private Q_SLOTS:
     void keepsTheKeyboardAcrossPackages();
     void marksAChipThatLeadsSomewhere();
     void cutsANameThatIsTooLong();
+    void keepsTheOtherBadgesBesideALongVersion();
+    void tellsTheWholeOfALongValue();
     void setsALabelSmallerThatIsTooLong();
     void letsValuesBeCopied();
     void scrollsByTheKeyboard();
@@ -560,6 +562,51 @@ void PackageDetailTest::cutsANameThatIsTooLong() {
     QVERIFY(name.text().endsWith(u'…') && name.text().size() < 100);
     QCOMPARE(name.toolTip(), u"<qt>"_s + package.name + u"</qt>"_s);
     QVERIFY(name.mapTo(&detail.window, QPoint(name.width(), 0)).x() <= 560 - 16);
+}
+
+void PackageDetailTest::keepsTheOtherBadgesBesideALongVersion() {
+    BrewPackage package = Samples::outdated(wget());
+    package.installedVersion = u"1.2.3"_s;
+    const QString longVersion = u"2025.10.05-"_s.repeated(20);
+    Detail detail(package);
+    QCOMPARE(detail.badges(false).at(1)->toolTip(), QString());
+    package.installedVersion = longVersion;
+    detail.manager.formulae.set({package});
+    QTRY_COMPARE(detail.badges(false).at(1)->text(), u'v' + longVersion);
+    QTRY_COMPARE(detail.badges(false).at(1)->toolTip(), u"<qt>v"_s + longVersion + u"</qt>"_s);
+    for (const int place : {0, 2}) {
+        const DetailBadge& badge = *detail.badges(false).at(place);
+        QVERIFY2(badge.width() >= badge.sizeHint().width(), qPrintable(badge.text()));
+    }
+    const DetailBadge& last = *detail.badges(false).constLast();
+    QVERIFY(last.mapTo(&detail.window, QPoint(last.width(), 0)).x() <= 560 - 16);
+    QVERIFY(detail.badges(false).at(1)->width() > 100);
+}
+
+void PackageDetailTest::tellsTheWholeOfALongValue() {
+    BrewPackage package = wget();
+    package.version = u"2025.10.05-"_s.repeated(20);
+    package.homepage = u"https://example.org/"_s + u"wget/"_s.repeated(40);
+    Detail detail(package);
+    const auto value = [&](const QString& fullText) -> const ElidedLabel& {
+        for (const auto* const label : detail.window.findChildren<ElidedLabel*>()) {
+            if (label->fullText() == fullText && label->objectName().isEmpty())
+                return *label;
+        }
+        qFatal("Nothing shows \"%s\"", qUtf8Printable(fullText));
+    };
+    const ElidedLabel& version = value(package.version);
+    QVERIFY(version.text().endsWith(u'…'));
+    QCOMPARE(version.toolTip(), u"<qt>"_s + package.version + u"</qt>"_s);
+    QCOMPARE(version.accessibleName(), u"Version: "_s + package.version);
+    QCOMPARE(value(package.fullName).toolTip(), QString());
+    const auto& link = require<LinkButton>(detail.window);
+    QVERIFY(link.width() < link.sizeHint().width());
+    QCOMPARE(link.toolTip(), u"<qt>"_s + package.homepage + u"</qt>"_s);
+    package.homepage = u"https://example.org/"_s;
+    detail.manager.formulae.set({package});
+    QTRY_COMPARE(require<LinkButton>(detail.window).text(), package.homepage);
+    QCOMPARE(require<LinkButton>(detail.window).toolTip(), QString());
 }
 
 void PackageDetailTest::setsALabelSmallerThatIsTooLong() {

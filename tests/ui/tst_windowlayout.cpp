@@ -3,6 +3,8 @@
 #include "BrewAt.h"
 #include "ControlTree.h"
 #include "Find.h"
+#include "ListDriver.h"
+#include "SheetDriver.h"
 #include "UiTest.h"
 #include "shell/DetailColumn.h"
 #include "widgets/Labels.h"
@@ -12,6 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
+using enum SidebarCategory;
+
 namespace {
 
 /// All that may be wrong.
@@ -19,6 +23,8 @@ QString faults(const QWidget& window) {
     return ControlTree::overlaps(window) + ControlTree::sticksOut(window) +
            ControlTree::clippedTexts(window);
 }
+
+constexpr QSize large{1600, 1000};
 
 void addLooks() {
     QTest::addColumn<QSize>("size");
@@ -31,6 +37,7 @@ void forAllLooks(Add add) {
         for (const Lang lang : allLangs)
             add(size, lang);
     }
+    add(large, Lang::en);
 }
 
 } // namespace
@@ -71,6 +78,9 @@ private Q_SLOTS:
     void givesEveryPressItsRoom();
     void hasRoomForTheNotFoundPage_data();
     void hasRoomForTheNotFoundPage();
+    void keepsTogetherWhatIsReadInALargeWindow_data();
+    void keepsTogetherWhatIsReadInALargeWindow();
+    void growsTheSheetsWithTheWindow();
     void keepsTheMenuButtonOffTheSidebar_data();
     void keepsTheMenuButtonOffTheSidebar();
 };
@@ -158,6 +168,73 @@ void WindowLayoutTest::hasRoomForTheNotFoundPage() {
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QTRY_COMPARE(faults(window), QString());
     QCOMPARE(window.size(), size);
+}
+
+void WindowLayoutTest::keepsTogetherWhatIsReadInALargeWindow_data() {
+    QTest::addColumn<SidebarCategory>("category");
+    for (const SidebarCategory category : {formulae, casks, updates, search, taps})
+        QTest::newRow(qUtf8Printable(rawValue(category))) << category;
+}
+
+void WindowLayoutTest::keepsTogetherWhatIsReadInALargeWindow() {
+    QFETCH(SidebarCategory, category);
+    constexpr int readable = 900;
+    AppWindow app;
+    app.window.resize(large);
+    app.showLoaded();
+    AppScene::fill(app);
+    app.choose(category);
+    const auto left = [&app](const QWidget& widget) {
+        return widget.mapTo(&app.window, QPoint(0, 0)).x();
+    };
+    const auto& header = require<PageHeader>(app.window);
+    const int title = left(require<ElidedLabel>(header));
+    const QRect column(left(header), 0, header.width(), 1);
+    QVERIFY(column.width() > 1300);
+    // The header's title stands above the names, and what ends a row below its controls.
+    const ListDriver list = app.page().list();
+    const QString id = list.ids().constLast();
+    const QRect action = list.actionRect(id).translated(left(*list.view().viewport()), 0);
+    QVERIFY(action.right() - title < readable);
+    QVERIFY(qAbs((title - column.left()) - (column.right() - action.right())) < 20);
+    // Painted there as well as pressed there.
+    const QImage picture = list.view().viewport()->grab().toImage();
+    const QRgb empty = picture.pixel(picture.width() - 20, list.rect(id).center().y());
+    const auto isEmptyAt = [&](int x) {
+        for (int y = list.rect(id).top(); y <= list.rect(id).bottom(); ++y) {
+            if (picture.pixel(x - left(*list.view().viewport()), y) != empty)
+                return false;
+        }
+        return true;
+    };
+    for (int x = column.left(); x < title - 1; ++x)
+        QVERIFY(isEmptyAt(x));
+    for (int x = action.right() + 1; x < column.right(); ++x)
+        QVERIFY(isEmptyAt(x));
+    const auto firstInk = [&] {
+        int x = title - 1;
+        while (x < column.right() && isEmptyAt(x))
+            ++x;
+        return x;
+    };
+    QVERIFY(firstInk() - title < 5);
+}
+
+void WindowLayoutTest::growsTheSheetsWithTheWindow() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    app.window.content()->selection().setSelectedPackageID(app.page().list().ids().constFirst());
+    const SheetDriver sheet(app.window);
+    QCOMPARE(sheet.panel().size(), QSize(560, 470));
+    app.window.resize(700, 450);
+    QTRY_COMPARE(sheet.panel().size(), QSize(560, 402));
+    app.window.resize(1200, 800);
+    QTRY_COMPARE(sheet.panel().size(), QSize(746, 626));
+    // No wider than its lines can be read.
+    app.window.resize(large);
+    QTRY_COMPARE(sheet.panel().size(), QSize(800, 783));
+    QCOMPARE(faults(*sheet.panel().window()), QString());
 }
 
 void WindowLayoutTest::keepsTheMenuButtonOffTheSidebar_data() {

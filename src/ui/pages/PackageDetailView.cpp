@@ -50,13 +50,16 @@ QLayout* headerOf(const BrewPackage& package) {
     name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     name->setObjectName(u"detailName"_s);
 
+    auto* const version = new DetailBadge(u'v' + package.installedVersion, DetailBadge::Tone::Good);
     QHBoxLayout* const badges = Boxes::row(
         badgeSpacing, {isCask ? new DetailBadge(L10n::cask(), DetailBadge::Tone::Cask)
                               : new DetailBadge(L10n::formula(), DetailBadge::Tone::Formula),
-                       new DetailBadge(u'v' + package.installedVersion, DetailBadge::Tone::Good)});
+                       version});
     if (package.isOutdated)
         badges->addWidget(new DetailBadge(L10n::updateAvailable(), DetailBadge::Tone::Outdated));
     badges->addStretch();
+    // Of the badges this one alone can be too long for their line.
+    version->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 
     auto* const icon =
         new SymbolLabel(isCask ? u"macwindow"_s : u"shippingbox.fill"_s, iconSize, &Theme::accent);

@@ -4,6 +4,7 @@
 #include "BrewManager.h"
 #include "L10n.h"
 #include "LangManager.h"
+#include "style/Metrics.h"
 #include "style/Symbol.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
@@ -66,7 +67,9 @@ SettingsView::SettingsView(LangManager& langManager, BrewManager& manager, QWidg
                                      {makeLanguage(), Boxes::hairline(), makeCleanup(),
                                       Boxes::hairline(), makeDoctor(), Boxes::stretch()},
                                      {padding, padding - 2, padding, padding}));
+    content->setMaximumWidth(Metrics::widestContent);
     QScrollArea* const scroll = Boxes::scrolling(content);
+    scroll->setAlignment(Qt::AlignHCenter);
     scroll->setFocusPolicy(Qt::NoFocus);
     setLayout(Boxes::column(0, {scroll}));
 }

@@ -13,6 +13,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace {
 
 /// Gives a widget's room away at once, but deletes it later: it may be the one that asked.
@@ -28,9 +30,7 @@ PageHeader::PageHeader(QWidget* parent)
     : QWidget(parent),
       m_title(new ElidedLabel(Typography::digits(Typography::headerTitle, QFont::DemiBold))),
       m_layout(new QHBoxLayout(this)) {
-    constexpr int trailingMargin = 15;
     setFixedHeight(Metrics::headerHeight);
-    m_layout->setContentsMargins(Metrics::contentMargin, 0, trailingMargin, 1);
     m_layout->addWidget(m_title, 1);
 }
 
@@ -48,6 +48,12 @@ void PageHeader::setControls(QWidget* controls) {
     m_controls = controls;
     if (m_controls != nullptr)
         m_layout->addWidget(m_controls);
+}
+
+void PageHeader::resizeEvent(QResizeEvent*) {
+    constexpr int trailingMargin = 15;
+    const int beside = std::max(0, (width() - Metrics::widestContent) / 2);
+    m_layout->setContentsMargins(beside + Metrics::contentMargin, 0, beside + trailingMargin, 1);
 }
 
 void PageHeader::paintEvent(QPaintEvent*) {

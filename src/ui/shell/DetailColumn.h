@@ -25,6 +25,7 @@ public:
     void setControls(QWidget* controls);
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

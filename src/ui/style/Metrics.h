@@ -16,6 +16,10 @@ inline constexpr int sidebarMaximum = 220;
 inline constexpr int headerHeight = 52;
 /// From the edge of the content column to its text.
 inline constexpr int contentMargin = 18;
+/// What is read stays together in the middle of a wide column: the end of a row is that of the
+/// line that the eye is in.
+inline constexpr int widestContent = 880;
+inline constexpr int widestSheet = 800;
 inline constexpr int controlHeight = 30;
 inline constexpr int controlRadius = 7;
 inline constexpr int buttonRadius = 6;

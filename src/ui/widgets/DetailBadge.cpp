@@ -46,7 +46,7 @@ DetailBadge::DetailBadge(QString text, Tone tone, QWidget* parent)
     Accessible::setRole(this, QAccessible::StaticText);
     setFont(fontFor(tone));
     setAccessibleName(m_text);
-    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 QSize DetailBadge::sizeHint() const {
@@ -73,6 +73,11 @@ void DetailBadge::paint(QPainter* painter, const QWidget& badge, const QString& 
     painter->drawText(
         badge.rect(), Qt::AlignCenter | Qt::TextSingleLine,
         badge.fontMetrics().elidedText(text, Qt::ElideRight, badge.width() - 2 * paddingX));
+}
+
+void DetailBadge::resizeEvent(QResizeEvent*) {
+    const bool isCut = width() < Typography::width(font(), m_text) + 2 * paddingX;
+    DisplayText::setToolTip(this, isCut ? m_text : QString());
 }
 
 void DetailBadge::paintEvent(QPaintEvent*) {

@@ -26,6 +26,7 @@ public:
     static constexpr double radius = 4;
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

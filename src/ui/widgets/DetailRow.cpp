@@ -31,10 +31,10 @@ QLabel* makeLabel(const QString& text, QFont::Weight weight) {
 DetailRow::DetailRow(const QString& label, const QString& value, QFont::Weight labelWeight,
                      QWidget* parent)
     : QWidget(parent) {
-    auto* const text =
-        new PlainLabel(DisplayText::line(value), Typography::digits(Typography::body));
+    auto* const text = new ElidedLabel(Typography::digits(Typography::body));
+    text->setFullText(value);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->setAccessibleName(label + u": "_s + text->text());
+    text->setAccessibleName(label + u": "_s + DisplayText::line(value));
     // A value of absurd length is cut at the edge instead of widening the pane.
     text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     setLayout(Boxes::row(0, {makeLabel(label, labelWeight), {text, 1}}));

@@ -61,6 +61,11 @@ QSize LinkButton::minimumSizeHint() const {
     return {0, sizeHint().height()};
 }
 
+void LinkButton::resizeEvent(QResizeEvent*) {
+    // The whole of what is cut.
+    DisplayText::setToolTip(this, width() < sizeHint().width() ? text() : QString());
+}
+
 void LinkButton::paintEvent(QPaintEvent*) {
     constexpr double focusRadius = 4;
     const Theme& theme = Theme::of(this);

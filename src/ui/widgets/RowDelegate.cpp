@@ -12,6 +12,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -31,12 +33,18 @@ constexpr int arrowSize = 11;
 constexpr double trashOpacity = 0.7;
 constexpr double badgeOpacity = 0.1;
 
+/// What a row has of the list's width, without so much on both sides.
+QRect inset(const QRect& rect, int margin) {
+    const int beside = std::max(0, (rect.width() - Metrics::widestContent) / 2) + margin;
+    return rect.adjusted(beside, 0, -beside, 0);
+}
+
 QRect selectionRect(const QRect& rect) {
-    return rect.adjusted(Metrics::rowInset, 0, -Metrics::rowInset, 0);
+    return inset(rect, Metrics::rowInset);
 }
 
 QRect contentRect(const QRect& rect) {
-    return rect.adjusted(Metrics::contentMargin, 0, -Metrics::contentMargin, 0);
+    return inset(rect, Metrics::contentMargin);
 }
 
 /// As much of the text as fits.

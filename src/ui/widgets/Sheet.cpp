@@ -137,11 +137,18 @@ void Sheet::fade() {
     animation->start();
 }
 
+QSize Sheet::wantedSize() const {
+    if (!m_preferred.isValid())
+        return m_panel->sizeHint();
+    const QSize grown(m_preferred.width() * width() / Metrics::windowWidth,
+                      m_preferred.height() * height() / Metrics::windowHeight);
+    return grown.boundedTo({Metrics::widestSheet, QWIDGETSIZE_MAX}).expandedTo(m_preferred);
+}
+
 void Sheet::place() {
     constexpr int margin = 24;
     const QSize room = size() - QSize(2 * margin, 2 * margin);
-    const QSize wanted = m_preferred.isValid() ? m_preferred : m_panel->sizeHint();
-    QRect panel(QPoint(), wanted.boundedTo(room).expandedTo(m_smallest));
+    QRect panel(QPoint(), wantedSize().boundedTo(room).expandedTo(m_smallest));
     panel.moveCenter(rect().center());
     m_panel->setGeometry(panel);
     if (m_notice != nullptr) {

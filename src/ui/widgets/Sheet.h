@@ -15,8 +15,8 @@ public:
     /// What the panel looks like: a page that has come forward, or a card put down on it.
     enum class Surface { Page, Card };
 
-    /// `preferred` is the panel's size, as far as the window has room; an invalid one means
-    /// the size of its content.
+    /// `preferred` is the panel's size in a window of the usual size, and grows and shrinks with
+    /// it; an invalid one means the size of its content.
     explicit Sheet(QWidget* window, QSize preferred = {}, QSize smallest = {},
                    Surface surface = Surface::Page);
 
@@ -54,6 +54,7 @@ protected:
 
 private:
     void place();
+    [[nodiscard]] QSize wantedSize() const;
     void fade();
     void refusePresses();
     [[nodiscard]] bool isInReach(const QWidget* widget) const;

@@ -16,6 +16,8 @@ from .waiting import PATIENCE, NotHappened, wait_until
 
 # From a row's right end to within its button, whether a trash can or one with a word in it.
 _ROW_ACTION_INSET = 28
+# What is read of a row stands in the middle of a wider list.
+_WIDEST_ROW = 880
 # More than there are things on any page.
 _MOST_TABS = 30
 _CONTAINERS = ("dialog", "filler", "frame", "panel")
@@ -202,7 +204,8 @@ class Application:
         self.click_action_of(self.row(package))
 
     def click_action_of(self, row: Node) -> None:
-        self.click_at(row.rect.right - _ROW_ACTION_INSET, row.rect.centre[1])
+        beside = max(0, (row.rect.width - _WIDEST_ROW) // 2)
+        self.click_at(row.rect.right - beside - _ROW_ACTION_INSET, row.rect.centre[1])
 
     def open_context_menu(self, node: Node) -> None:
         self.click(node, _BUTTON_RIGHT)
