@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "AlertDriver.h"
 #include "AppWindow.h"
 #include "Find.h"
 #include "Input.h"
@@ -42,6 +43,8 @@ private Q_SLOTS:
     void listsItsEntriesInEveryLanguage();
     void opensByItsButtonInsideTheScreen();
     void keepsItsButtonInTheCorner();
+    void waitsForTheAnswerToAnAlert();
+    void namesTheKeyThatEnds();
     void asksForUpdates();
     void leadsToTheAboutPage();
     void closesTheWindow();
@@ -98,6 +101,25 @@ void ApplicationMenuTest::keepsItsButtonInTheCorner() {
         const QRect place(button.mapTo(&app.window, QPoint(0, 0)), button.size());
         QCOMPARE(place.bottomLeft(), QPoint(10, size.height() - 1 - 10));
     }
+}
+
+void ApplicationMenuTest::waitsForTheAnswerToAnAlert() {
+    AppWindow app;
+    app.showLoaded();
+    Alert::ask(&app.window, {.title = u"Title"_s, .answers = {u"OK"_s}}, [](qsizetype) {});
+    const AlertDriver alert;
+    Input::key(Qt::Key_F10);
+    QVERIFY(!app.window.applicationMenu()->isVisible());
+    alert.escape();
+    Input::key(Qt::Key_F10);
+    QVERIFY(openMenu(app) != nullptr);
+}
+
+void ApplicationMenuTest::namesTheKeyThatEnds() {
+    const AppWindow app;
+    const QAction& last = *app.window.applicationMenu()->actions().constLast();
+    QCOMPARE(last.menuRole(), QAction::QuitRole);
+    QCOMPARE(last.shortcut(), QKeySequence(u"Ctrl+Q"_s));
 }
 
 void ApplicationMenuTest::asksForUpdates() {

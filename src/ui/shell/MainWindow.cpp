@@ -9,6 +9,7 @@
 #include "style/Metrics.h"
 #include "views/Page.h"
 #include "widgets/Accessible.h"
+#include "widgets/AlertCard.h"
 #include "widgets/DisplayText.h"
 #include "widgets/IconButton.h"
 #include "widgets/Sheet.h"
@@ -101,5 +102,9 @@ void MainWindow::addShortcuts() {
     add(QKeySequence(u"Ctrl+R"_s), onPage(&Page::refresh));
     add(QKeySequence(u"F5"_s), onPage(&Page::refresh));
     if (m_menuButton != nullptr)
-        add(QKeySequence(u"F10"_s), [this] { m_menuButton->click(); });
+        add(QKeySequence(u"F10"_s), [this] {
+            // A question has to be answered first.
+            if (qobject_cast<AlertCard*>(Sheet::openOver(this)) == nullptr)
+                m_menuButton->click();
+        });
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "style/LumoraStyle.h"
 
+#include "style/MenuLook.h"
 #include "style/Metrics.h"
 #include "style/Painting.h"
 #include "style/Theme.h"
 #include "style/Typography.h"
 
+#include <QGuiApplication>
+#include <QMenu>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleFactory>
@@ -42,6 +45,12 @@ int paddingOf(Prominence prominence) {
     return 14;
 }
 
+/// Whether a window's corners may be transparent: an X11 display need not be able to, and shows
+/// them black then.
+bool showsTransparency() {
+    return QGuiApplication::platformName() == "wayland"_L1;
+}
+
 } // namespace
 
 LumoraStyle::LumoraStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
@@ -53,10 +62,26 @@ void LumoraStyle::setProminence(QPushButton* button, Prominence prominence) {
         button->setFont(Typography::font(prominentSize, QFont::Medium));
 }
 
+void LumoraStyle::polish(QWidget* widget) {
+    if (showsTransparency() && qobject_cast<QMenu*>(widget) != nullptr)
+        widget->setAttribute(Qt::WA_TranslucentBackground);
+    QProxyStyle::polish(widget);
+}
+
 void LumoraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
     if (element == CE_PushButton) {
         drawPushButton(option, painter, widget);
+    } else if (element == CE_MenuItem) {
+        if (const auto* const entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
+            painter->save();
+            const bool underlines = proxy()->styleHint(SH_UnderlineShortcut, option, widget) != 0;
+            MenuLook::paintEntry(painter, *entry,
+                                 underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
+            painter->restore();
+        }
+    } else if (element == CE_MenuEmptyArea) {
+        // The panel is there already.
     } else if (element == CE_Splitter) {
         const Theme& theme = Theme::of(option->palette);
         painter->fillRect(option->rect, theme.sidebar);
@@ -126,6 +151,12 @@ void LumoraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
                                theme.fieldBorder);
         if (option->state.testFlag(State_HasFocus))
             Painting::drawFocusRing(painter, option->rect, Metrics::controlRadius, theme);
+        break;
+    case PE_PanelMenu:
+        MenuLook::paintPanel(painter, *option);
+        break;
+    case PE_FrameMenu:
+        // Part of the panel.
         break;
     case PE_FrameFocusRect:
         Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius, theme);
@@ -214,6 +245,10 @@ QSize LumoraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
         return {width,
                 prominence == Prominence::Prominent ? prominentHeight : Metrics::controlHeight};
     }
+    if (type == CT_MenuItem) {
+        if (const auto* const entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
+            return MenuLook::entrySize(*entry, size);
+    }
     return QProxyStyle::sizeFromContents(type, option, size, widget);
 }
 
@@ -224,6 +259,11 @@ int LumoraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ScrollView_ScrollBarOverlap:
         // The thumb floats over the content's margin instead of taking room from it.
         return scrollBarExtent;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return MenuLook::margin;
+    case PM_MenuPanelWidth:
+        return 0;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
@@ -243,6 +283,12 @@ int LumoraStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
         if (m_motion == Motion::Reduced)
             return 0;
         break;
+    case SH_Menu_Mask:
+        if (option == nullptr || showsTransparency())
+            break;
+        if (auto* const mask = qstyleoption_cast<QStyleHintReturnMask*>(returned))
+            mask->region = MenuLook::rounded(option->rect);
+        return 1;
     default:
         break;
     }

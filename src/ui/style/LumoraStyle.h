@@ -5,7 +5,7 @@
 
 class QPushButton;
 
-/// Fusion with quieter buttons, fields, scroll bars and focus marks.
+/// Fusion with quieter buttons, fields, scroll bars, menus and focus marks.
 class LumoraStyle final : public QProxyStyle {
     Q_OBJECT
 
@@ -28,6 +28,9 @@ public:
 
     /// How much may move that needn't.
     void setMotion(Motion motion) { m_motion = motion; }
+
+    void polish(QWidget* widget) override;
+    using QProxyStyle::polish;
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
