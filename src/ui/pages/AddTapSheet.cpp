@@ -37,6 +37,10 @@ AddTapSheet::AddTapSheet(QWidget* window)
     m_progress->setLayout(
         Boxes::row(Metrics::rowSpacing, {new Spinner(Spinner::Size::Small),
                                          new PlainLabel(L10n::addingTap()), Boxes::stretch()}));
+    // The sheet neither grows nor moves when it comes.
+    QSizePolicy policy = m_progress->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_progress->setSizePolicy(policy);
 
     auto* const cancel = new PushButton(L10n::cancel());
     cancel->setObjectName(u"cancelAddTap"_s);
@@ -63,7 +67,6 @@ AddTapSheet::AddTapSheet(QWidget* window)
 void AddTapSheet::setAdding(bool isAdding) {
     const bool hasFailed = std::exchange(m_isAdding, isAdding) && !isAdding && isVisible();
     m_progress->setVisible(isAdding);
-    fitContent();
     updateButtons();
     // There is something to be corrected.
     if (hasFailed)

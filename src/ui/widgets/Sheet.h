@@ -35,9 +35,6 @@ public:
     /// takes away what was there.
     void setNotice(QWidget* notice);
 
-    /// Makes the panel fit its content again after that has changed.
-    void fitContent() { place(); }
-
     /// Hides the sheet, gives the focus back and deletes the sheet later.
     void dismiss();
 
