@@ -53,7 +53,7 @@ struct ShownMenu final {
     QAction* off{menu.addAction(u"First entry"_s)};
     QAction* separator{menu.addSeparator()};
     QMenu* submenu{menu.addMenu(u"More"_s)};
-    QAction* last{menu.addAction(u"Last"_s)};
+    QAction* last{menu.addAction(u"First entry"_s)};
 };
 
 } // namespace
@@ -160,8 +160,13 @@ void MenuLookTest::setsKeysAndSubmenusApart() {
         QVERIFY2(right >= 8 && right <= 14, qPrintable(QString::number(right)));
     }
     // Between the longest text and the keys is room.
-    QVERIFY(shown.inkOn(theme->card, shown.first).right() <
-            shown.inkOn(theme->card, shown.last).right() - 40);
+    const QImage withKey = shown.picture(shown.last);
+    const int textEnd = shown.inkOn(theme->card, shown.first).right();
+    const QRect beside(textEnd + 1, 0, 24, withKey.height());
+    for (int x = beside.left(); x <= beside.right(); ++x) {
+        for (int y = 0; y < beside.height(); ++y)
+            QVERIFY(Pixels::areAlike(withKey.pixelColor(x, y), theme->card));
+    }
     const QRect line = shown.inkOn(theme->card, shown.separator);
     QCOMPARE(line.height(), 1);
     QVERIFY(line.left() > 0);

@@ -51,7 +51,7 @@ void MenuLook::paintEntry(QPainter* painter, const QStyleOptionMenuItem& option,
         return;
     }
     const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
-    if (isEnabled && option.state.testFlag(QStyle::State_Selected))
+    if (option.state.testFlag(QStyle::State_Selected))
         Painting::fillRounded(painter, option.rect, Metrics::buttonRadius, theme.selection);
     const QColor dimmed = option.palette.color(QPalette::Disabled, QPalette::Text);
     const qsizetype tab = option.text.indexOf(u'\t');
@@ -73,7 +73,7 @@ QSize MenuLook::entrySize(const QStyleOptionMenuItem& option, const QSize& text)
         // Of no width at all it would be left out.
         return {1, separatorHeight};
     int width = text.width() + 2 * padding;
-    if (option.reservedShortcutWidth > 0)
+    if (option.text.contains(u'\t'))
         width += beforeKey;
     if (option.menuItemType == QStyleOptionMenuItem::SubMenu)
         width += arrowSize;
