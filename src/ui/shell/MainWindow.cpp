@@ -26,6 +26,7 @@ MainWindow::MainWindow(BrewManager& manager, LangManager& langManager, const QSt
       m_menu(new QMenu(u"Lumora"_s, this)) {
     Accessible::setRole(this, QAccessible::Window);
     setWindowTitle(u"Lumora"_s);
+    m_menu->setAccessibleName(u"Lumora"_s);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_content);

@@ -31,8 +31,7 @@ constexpr int tallestTranscript = 80;
 
 OperationOverlay::OperationOverlay(QWidget* parent)
     : QWidget(parent),
-      m_output(
-          new OutputText(L10n::output(), OutputText::Frame::None, Typography::caption2, this)) {
+      m_output(new OutputText(L10n::output(), OutputText::Frame::None, Typography::caption2)) {
     Accessible::setRole(this, QAccessible::Notification);
     setObjectName(u"operationOverlay"_s);
     m_output->setTallest(tallestTranscript);

@@ -302,6 +302,7 @@ void RowListView::openMenu(const QModelIndex& index, const QPoint& globalPositio
     const Row row = m_model.row(index);
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setAccessibleName(DisplayText::line(row.title));
     // The rows may be others by the time the user has made up their mind.
     if (m_selectable == Selectable::Yes)
         menu->addAction(DisplayText::label(L10n::details()), this, [this, id = row.id] {
