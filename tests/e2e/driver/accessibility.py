@@ -22,6 +22,18 @@ _ACTION = "org.a11y.atspi.Action"
 _TEXT = "org.a11y.atspi.Text"
 _EDITABLE_TEXT = "org.a11y.atspi.EditableText"
 _PROPERTIES = "org.freedesktop.DBus.Properties"
+_ACCESSIBLE_QUESTIONS = (
+    "GetApplication",
+    "GetAttributes",
+    "GetChildren",
+    "GetIndexInParent",
+    "GetInterfaces",
+    "GetLocalizedRoleName",
+    "GetRelationSet",
+    "GetRole",
+    "GetRoleName",
+    "GetState",
+)
 _PATIENCE_MS = 30_000
 _SHOWING = 25
 _STATES = {
@@ -173,14 +185,35 @@ class AccessibilityBus:
         return Tree(windows)
 
     def actions_of(self, nodes: list[Node]) -> list[list[str]]:
-        """What can be done with each of them, by name."""
+        """What can be done with each of them, by the names that are the same in all languages."""
         interfaces = self._call_all([Call(node.ref, _ACCESSIBLE, "GetInterfaces") for node in nodes])
         able = [node for node, names in zip(nodes, interfaces) if _ACTION in (names or [])]
-        answers = self._call_all([Call(node.ref, _ACTION, "GetActions") for node in able])
-        actions = {
-            node.ref: [name for name, *_ in answer or []] for node, answer in zip(able, answers)
-        }
+        counts = self._call_all(
+            Call(node.ref, _PROPERTIES, "Get", GLib.Variant("(ss)", (_ACTION, "NActions")))
+            for node in able
+        )
+        places = [(node, place) for node, count in zip(able, counts) for place in range(count or 0)]
+        names = self._call_all(
+            Call(node.ref, _ACTION, "GetName", GLib.Variant("(i)", (place,))) for node, place in places
+        )
+        actions: dict[Ref, list[str]] = {}
+        for (node, _), name in zip(places, names):
+            actions.setdefault(node.ref, []).append(name or "")
         return [actions.get(node.ref, []) for node in nodes]
+
+    def pester(self, nodes: list[Node]) -> None:
+        """Asks all that can be asked of things that may be gone, and doesn't care for answers."""
+        point = GLib.Variant("(iiu)", (300, 120, _SCREEN))
+        questions = [(_ACCESSIBLE, method, None) for method in _ACCESSIBLE_QUESTIONS]
+        questions += [
+            (_ACCESSIBLE, "GetChildAtIndex", GLib.Variant("(i)", (0,))),
+            (_PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "Parent"))),
+            (_PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "ChildCount"))),
+            (_COMPONENT, "GetExtents", GLib.Variant("(u)", (_SCREEN,))),
+            (_COMPONENT, "GetAccessibleAtPoint", point),
+            (_ACTION, "GetActions", None),
+        ]
+        self._call_all([Call(node.ref, *question) for node in nodes for question in questions])
 
     def act(self, node: Node, action: int) -> bool:
         call = Call(node.ref, _ACTION, "DoAction", GLib.Variant("(i)", (action,)))
