@@ -230,6 +230,7 @@ void AlertTest::isAnAlertToScreenReaders() {
     const AlertDriver alert;
     QAccessibleInterface* const card = QAccessible::queryAccessibleInterface(&alert.card());
     QCOMPARE(card->role(), QAccessible::AlertMessage);
+    QVERIFY(card->state().modal);
     QCOMPARE(card->text(QAccessible::Name), u"Uninstall Package"_s);
     // Without what only keeps the name together.
     const QString message = u"Are you sure you want to uninstall ca-certificates?"_s;

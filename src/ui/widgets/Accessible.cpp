@@ -85,7 +85,7 @@ QAccessibleInterface* make(const QString&, QObject* object) {
         return new ListAccessible(list);
     if (qobject_cast<QAbstractButton*>(widget) != nullptr)
         return new ButtonAccessible(widget, role);
-    if (role == QAccessible::Dialog)
+    if (role == QAccessible::Dialog || role == QAccessible::AlertMessage)
         return new DialogAccessible(widget, role);
     if (role == QAccessible::Window)
         return new WindowAccessible(widget, role);

@@ -12,7 +12,7 @@
 #include "widgets/SymbolLabel.h"
 #include "widgets/WholeWords.h"
 
-#include <QAccessibleWidget>
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -29,17 +29,6 @@ constexpr int bottomPadding = 18;
 constexpr int iconSize = 35;
 constexpr int iconSpacing = 14;
 constexpr int besideText = padding + iconSize + iconSpacing + padding;
-
-class AccessibleAlert final : public QAccessibleWidget {
-public:
-    explicit AccessibleAlert(QWidget* card) : QAccessibleWidget(card, QAccessible::AlertMessage) {}
-};
-
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
-    return className == QLatin1StringView(AlertCard::staticMetaObject.className())
-               ? new AccessibleAlert(static_cast<QWidget*>(object))
-               : nullptr;
-}
 
 /// The label as high as its text is at that width.
 QLabel* wrapped(QLabel* label, const QString& text, int width) {
@@ -89,7 +78,6 @@ AlertCard::AlertCard(const Alert::Question& question, QWidget* window)
     const QString title = DisplayText::line(question.title);
     // How long a word may be is decided here by its width.
     const QString message = DisplayText::paragraph(question.message).remove(u'\u200B');
-    QAccessible::installFactory(makeAccessible);
     setAccessibleName(title);
     setAccessibleDescription(message);
 

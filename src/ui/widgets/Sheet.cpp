@@ -53,7 +53,8 @@ Sheet::Sheet(QWidget* window, QSize preferred, QSize smallest, Surface surface)
       m_smallest(smallest),
       m_surface(surface),
       m_panel(new Panel(surface, this)) {
-    Accessible::setRole(this, QAccessible::Dialog);
+    Accessible::setRole(this,
+                        surface == Surface::Card ? QAccessible::AlertMessage : QAccessible::Dialog);
     setObjectName(u"sheet"_s);
     setFocusPolicy(Qt::NoFocus);
     window->installEventFilter(this);

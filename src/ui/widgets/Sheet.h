@@ -12,7 +12,7 @@ class Sheet : public QWidget {
     Q_OBJECT
 
 public:
-    /// What the panel looks like: a page that has come forward, or a card put down on it.
+    /// What the panel is: a page that has come forward, or a card with an alert put down on it.
     enum class Surface { Page, Card };
 
     /// `preferred` is the panel's size in a window of the usual size, and grows and shrinks with
