@@ -93,6 +93,10 @@ class Stage:
         self.app.press("Escape")
         self.app.wait_gone(role=_ALERT)
 
+    def close_menu(self) -> None:
+        self.app.press("Escape")
+        wait_until(lambda: not self.app.screen.has_popup(), "the menu closes")
+
     def close_sheet(self) -> None:
         self.app.press("Escape")
         self.app.wait_gone("brew info", role="text")
@@ -116,6 +120,11 @@ def visit_pages(stage: Stage) -> None:
     stage.wait_for_count(len(state["casks"]))
     stage.take("casks")
     if not stage.main_only:
+        # Its name has hyphens where a line could end.
+        stage.app.click_row_action(CASK)
+        stage.app.find(role=_ALERT)
+        stage.take("uninstall-cask-alert")
+        stage.dismiss_alert()
         stage.app.click(stage.app.row(CASK))
         stage.app.find("brew info", role="text")
         stage.take("cask-detail")
@@ -142,6 +151,9 @@ def visit_formulae(stage: Stage) -> None:
         stage.app.find(role=_ALERT)
         stage.take("uninstall-alert")
         stage.dismiss_alert()
+        stage.app.open_context_menu(stage.app.row(FORMULA))
+        stage.take("row-menu")
+        stage.close_menu()
     stage.app.click(stage.app.row(FORMULA))
     stage.app.find("brew info", role="text")
     stage.take("formula-detail")
@@ -154,8 +166,9 @@ def visit_formulae(stage: Stage) -> None:
         stage.app.click_button("Lumora")
         stage.app.wait_for_menu()
         stage.take("menu")
-        stage.app.press("Escape")
-        wait_until(lambda: not stage.app.screen.has_popup(), "the menu closes")
+        stage.app.press("Down")
+        stage.take("menu-entry")
+        stage.close_menu()
 
 
 def visit_updates(stage: Stage, outdated: int) -> None:
@@ -168,6 +181,9 @@ def visit_updates(stage: Stage, outdated: int) -> None:
         stage.app.click_row_action(FORMULA)
         stage.app.find(role="text", text=re.compile(f" {FORMULA}\\."))
         stage.take("updates-running", moving=True)
+        stage.app.press("End")
+        stage.take("updates-running-end", moving=True)
+        stage.app.press("Home")
     stage.wait_for_count(outdated - 1)
     upgraded = f"^Successfully upgraded {FORMULA}"
     stage.strip(upgraded)
