@@ -7,10 +7,12 @@
 #include "SheetDriver.h"
 #include "UiTest.h"
 #include "shell/DetailColumn.h"
+#include "views/Page.h"
 #include "widgets/Labels.h"
 #include "widgets/RowListView.h"
 
 #include <QListView>
+#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 
@@ -80,6 +82,7 @@ private Q_SLOTS:
     void hasRoomForTheNotFoundPage();
     void keepsTogetherWhatIsReadInALargeWindow_data();
     void keepsTogetherWhatIsReadInALargeWindow();
+    void keepsTheSettingsTogetherInALargeWindow();
     void growsTheSheetsWithTheWindow();
     void keepsTheMenuButtonOffTheSidebar_data();
     void keepsTheMenuButtonOffTheSidebar();
@@ -218,6 +221,21 @@ void WindowLayoutTest::keepsTogetherWhatIsReadInALargeWindow() {
         return x;
     };
     QVERIFY(firstInk() - title < 5);
+}
+
+void WindowLayoutTest::keepsTheSettingsTogetherInALargeWindow() {
+    AppWindow app;
+    app.window.resize(large);
+    app.showLoaded();
+    app.choose(settings);
+    const Page& page = *app.window.content()->detailColumn()->page();
+    const QWidget& content = *require<QScrollArea>(page).widget();
+    QCOMPARE(content.width(), 880);
+    const int left = content.mapTo(&page, QPoint(0, 0)).x();
+    QVERIFY(qAbs(left - (page.width() - content.width() - left)) <= 1);
+    // A narrow one has it all.
+    app.window.resize(900, 600);
+    QTRY_COMPARE(content.width(), page.width());
 }
 
 void WindowLayoutTest::growsTheSheetsWithTheWindow() {
