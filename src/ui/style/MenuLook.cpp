@@ -81,7 +81,9 @@ QSize MenuLook::entrySize(const QStyleOptionMenuItem& option, const QSize& text)
 }
 
 QRegion MenuLook::rounded(const QRect& rect) {
+    // Masks know whole pixels only: a tighter curve than the border's leaves that what it needs.
+    constexpr int radius = Metrics::rowRadius - 3;
     QPainterPath path;
-    path.addRoundedRect(rect, Metrics::rowRadius, Metrics::rowRadius);
+    path.addRoundedRect(rect, radius, radius);
     return QRegion(path.toFillPolygon().toPolygon());
 }
