@@ -160,6 +160,8 @@ private Q_SLOTS:
     void keepsTheOtherBadgesBesideALongVersion();
     void tellsTheWholeOfALongValue();
     void setsALabelSmallerThatIsTooLong();
+    void setsLabelAndValueOnOneLine_data();
+    void setsLabelAndValueOnOneLine();
     void letsValuesBeCopied();
     void scrollsByTheKeyboard();
     void speaksTheLanguage_data();
@@ -621,6 +623,40 @@ void PackageDetailTest::setsALabelSmallerThatIsTooLong() {
         QCOMPARE(label->width(), 100);
         QVERIFY(label->font().pointSizeF() < Typography::font(Typography::body).pointSizeF());
         QVERIFY(Typography::width(label->font(), text) <= 100);
+    }
+}
+
+void PackageDetailTest::setsLabelAndValueOnOneLine_data() {
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("value");
+    // Each begins with the same letter, whose foot is looked for.
+    QTest::newRow("in Latin script") << u"xa"_s << u"xa"_s;
+    QTest::newRow("a label in another script") << u"x名前"_s << u"xa"_s;
+    QTest::newRow("a value in another script") << u"xa"_s << u"x名前"_s;
+    QTest::newRow("a label set smaller") << u"xインストール済みの名前"_s << u"xa"_s;
+}
+
+void PackageDetailTest::setsLabelAndValueOnOneLine() {
+    QFETCH(QString, label);
+    QFETCH(QString, value);
+    const auto footAt = [](const QImage& image, int left) {
+        const int narrow = Typography::width(Typography::font(Typography::tag), u"x"_s) - 1;
+        const QImage letter = image.copy(left, 0, narrow, image.height());
+        for (int y = letter.height() - 1; y >= 0; --y) {
+            for (int x = 0; x < letter.width(); ++x) {
+                if (letter.pixelColor(x, y).lightness() < 200)
+                    return y;
+            }
+        }
+        return -1;
+    };
+    DetailRow text(label, value);
+    DetailRow link(label, new LinkButton(value, u"https://example.org"_s));
+    for (DetailRow* const row : {&text, &link}) {
+        row->resize(400, row->sizeHint().height());
+        const QImage image = row->grab().toImage();
+        QVERIFY(footAt(image, 0) > 0);
+        QCOMPARE(footAt(image, 0), footAt(image, 100));
     }
 }
 
