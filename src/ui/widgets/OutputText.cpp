@@ -8,6 +8,7 @@
 #include "widgets/Boxes.h"
 #include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
+#include "widgets/SpacedLines.h"
 
 #include <QPainter>
 #include <QScrollBar>
@@ -18,6 +19,10 @@
 OutputText::OutputText(const QString& accessibleName, Frame frame, double textSize, QWidget* parent)
     : QPlainTextEdit(parent), m_frame(frame) {
     constexpr int boxPadding = 8;
+    constexpr double lineHeight = 1.45;
+    auto* const lines = new QTextDocument(this);
+    lines->setDocumentLayout(new SpacedLines(lines, qRound(lineHeight * textSize)));
+    setDocument(lines);
     setAccessibleName(accessibleName);
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
