@@ -59,7 +59,8 @@ DetailRow::DetailRow(const QString& label, const QString& value, QFont::Weight l
     // A value of absurd length is cut at the edge instead of widening the pane.
     text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     QLabel* const name = makeLabel(label, labelWeight);
-    const int below = baselineOf(text->font(), text->text()) - baselineOf(name->font(), label);
+    const int below =
+        baselineOf(text->font(), DisplayText::line(value)) - baselineOf(name->font(), label);
     setLayout(Boxes::row(0, {lowered(name, below), {lowered(text, -below), 1}}));
 }
 
