@@ -200,6 +200,13 @@ void OverlayTest::scrollsALongTranscript() {
     app.manager.operationOutput.set(u"one line"_s);
     QCoreApplication::processEvents();
     QCOMPARE(panelOf(shown).height(), low);
+    // A new one has room for a long line, too, which is wrapped.
+    app.manager.isRunningOperation.set(false);
+    QCoreApplication::processEvents();
+    const OperationOverlay& again = showOverlay(app, QString(2000, u'w'));
+    QCOMPARE(require<OutputText>(again).height(), tallestTranscript);
+    QVERIFY(again.rect().contains(require<OutputText>(again).geometry()));
+    QCOMPARE(panelOf(again).height(), tall);
 }
 
 void OverlayTest::showsItsHeaderAboveAnEmptyTranscript() {

@@ -183,6 +183,8 @@ void ContentView::updateOverlay() {
             m_overlay = new OperationOverlay(this);
         m_overlay->setOutput(*manager().operationOutput);
         m_overlay->show();
+        // Nothing hidden is told its size: only now the transcript knows how high it is.
+        m_overlay->place();
     }
     keepClearOfOverlay();
 }
