@@ -6,6 +6,7 @@ from __future__ import annotations
 import re
 import unittest
 from collections.abc import Callable
+from typing import Any
 
 from driver.testcase import DesktopTest
 from driver.waiting import wait_until
@@ -19,60 +20,59 @@ class Announcements(DesktopTest):
         self.app = self.start()
         self.app.find(f"Formulae ({len(self.prefix.state()['formulae'])})", role="label")
 
-    def wait_to_hear(self, heard: Callable[[], list[list[str]]], role: str, name: str) -> None:
-        wait_until(lambda: [role, name] in heard(), lambda: f"{name!r} is heard: {heard()}")
+    def wait_to_hear(self, heard: Callable[[], list[Any]], what: Any) -> None:
+        wait_until(lambda: what in heard(), lambda: f"{what!r} is heard: {heard()}")
 
     def test_an_operation_is_told_of_once_from_its_beginning_to_its_end(self) -> None:
         self.app.find(re.compile("^Updates, "), role="list item")
         self.app.press("ctrl+3")
-        with self.desk.accessibility.entered_states("showing") as heard:
+        with self.desk.accessibility.announcements() as heard:
             with self.prefix.holding_changes():
                 self.app.click_row_action("bat")
-                self.wait_to_hear(heard, "notification", "Running... Upgrading bat...")
-            self.wait_to_hear(heard, "notification", "Successfully upgraded bat")
+                self.wait_to_hear(heard, "Running... Upgrading bat...")
+            self.wait_to_hear(heard, "Successfully upgraded bat")
             self.app.find("Updates (1)", role="label")
-        told = [name for role, name in heard() if role == "notification"]
-        self.assertEqual(told, ["Running... Upgrading bat...", "Successfully upgraded bat"])
+        self.assertEqual(heard(), ["Running... Upgrading bat...", "Successfully upgraded bat"])
 
     def test_failures_are_told_of(self) -> None:
         self.app.find(re.compile("^Updates, "), role="list item")
         self.app.press("ctrl+3")
         self.prefix.misbehave(every={"error": "No such luck", "status": 1})
-        with self.desk.accessibility.entered_states("showing") as heard:
+        with self.desk.accessibility.announcements() as heard:
             self.app.click_row_action("bat")
             failure = "Failed to upgrade bat — Error: No such luck"
-            self.wait_to_hear(heard, "notification", failure)
+            self.wait_to_hear(heard, failure)
             self.app.press("F5")
-            self.wait_to_hear(heard, "notification", "brew outdated failed")
+            self.wait_to_hear(heard, "brew outdated failed")
 
     def test_what_a_page_has_to_say_instead_of_a_list_is_told(self) -> None:
-        with self.desk.accessibility.entered_states("showing") as heard:
+        with self.desk.accessibility.announcements() as heard:
             self.app.press("ctrl+4")
-            self.wait_to_hear(heard, "notification", "Type to search Homebrew packages")
+            self.wait_to_hear(heard, "Type to search Homebrew packages")
             self.app.type("nothing-of-this-name")
-            self.wait_to_hear(heard, "notification", "No results found")
+            self.wait_to_hear(heard, "No results found")
 
     def test_the_keyboard_is_told_of_wherever_it_goes_in_a_list(self) -> None:
         with self.desk.accessibility.entered_states("focused") as heard:
             self.app.tab_to("Formulae", role="list")
-            self.wait_to_hear(heard, *self.row("bat"))
+            self.wait_to_hear(heard, self.row("bat"))
             self.app.press("Right")
-            self.wait_to_hear(heard, "push button", "Uninstall")
+            self.wait_to_hear(heard, ["push button", "Uninstall"])
             before = len(heard())
             self.app.press("Left")
-            wait_until(lambda: list(self.row("bat")) in heard()[before:], "the row is heard again")
+            wait_until(lambda: self.row("bat") in heard()[before:], "the row is heard again")
             self.app.press("Down")
-            self.wait_to_hear(heard, *self.row("ca-certificates"))
+            self.wait_to_hear(heard, self.row("ca-certificates"))
 
     def test_a_row_that_is_chosen_is_told_of(self) -> None:
         with self.desk.accessibility.entered_states("selected") as heard:
             self.app.click(self.app.row("jq"))
-            self.wait_to_hear(heard, *self.row("jq"))
+            self.wait_to_hear(heard, self.row("jq"))
         self.assertTrue(self.app.row("jq").is_in("selected"))
         self.assertFalse(self.app.row("bat").is_in("selected"))
 
-    def row(self, package: str) -> tuple[str, str]:
-        return "list item", self.app.row(package).name
+    def row(self, package: str) -> list[str]:
+        return ["list item", self.app.row(package).name]
 
 
 if __name__ == "__main__":

@@ -92,11 +92,6 @@ QAccessibleInterface* make(const QString&, QObject* object) {
     return new QAccessibleWidget(widget, role);
 }
 
-void tell(QWidget* widget, QAccessible::Event type) {
-    QAccessibleEvent event(widget, type);
-    QAccessible::updateAccessibility(&event);
-}
-
 } // namespace
 
 void Accessible::setRole(QWidget* widget, QAccessible::Role role) {
@@ -112,10 +107,14 @@ void Accessible::announce(QWidget* widget, const QString& text) {
     QAccessibleAnnouncementEvent event(widget, spoken);
     QAccessible::updateAccessibility(&event);
 #else
-    tell(widget, QAccessible::Alert);
+    const auto tell = [widget](QAccessible::Event type) {
+        QAccessibleEvent event(widget, type);
+        QAccessible::updateAccessibility(&event);
+    };
+    tell(QAccessible::Alert);
     // Alerts don't get as far as the bus, where a notification is read out when it appears. This
     // one has done so already.
     if (widget->isVisible())
-        tell(widget, QAccessible::ObjectShow);
+        tell(QAccessible::ObjectShow);
 #endif
 }

@@ -128,6 +128,27 @@ class AccessibilityBus:
             yield lambda: catch_up() or told
 
     @contextlib.contextmanager
+    def announcements(self) -> Iterator[Callable[[], list[str]]]:
+        """What a screen reader has read out by now without being asked.
+
+        Notifications that appear; newer toolkits say besides, or instead, what there is to say.
+        """
+        said: list[str] = []
+
+        def keep(*event: Any) -> None:
+            said.append(str(event[5].unpack()[3]))
+
+        with self.entered_states("showing") as shown, self._listening(
+            "object:announcement", "Announcement", keep
+        ):
+
+            def told_by_now() -> list[str]:
+                told = [name for role, name in shown() if role == "notification"]
+                return told + [text for text in said if text not in told]
+
+            yield told_by_now
+
+    @contextlib.contextmanager
     def _listening(
         self, event: str, signal: str, keep: Callable[..., None]
     ) -> Iterator[Callable[[], None]]:
