@@ -217,6 +217,8 @@ void RowListView::stepThroughActions(Qt::Key key) {
 }
 
 void RowListView::tellFocus() {
+    if (!QAccessible::isActive())
+        return;
     QAccessibleInterface* const self = QAccessible::queryAccessibleInterface(this);
     if (QAccessibleInterface* const focused = self->focusChild()) {
         QAccessibleEvent event(focused, QAccessible::Focus);
@@ -324,8 +326,7 @@ void RowListView::focusInEvent(QFocusEvent* event) {
         setCurrentInPlace(firstRowFrom(indexAt({0, 0})));
     QListView::focusInEvent(event);
     // The toolkit tells of the list itself, but not before this has returned.
-    if (QAccessible::isActive())
-        QMetaObject::invokeMethod(this, &RowListView::tellFocus, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &RowListView::tellFocus, Qt::QueuedConnection);
 }
 
 void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
