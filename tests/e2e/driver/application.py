@@ -303,6 +303,9 @@ class Application:
 
         self._wait(is_resized, lambda: f"the window becomes {width} × {height}")
 
+    def has_ended(self) -> bool:
+        return self._process.poll() is not None
+
     def wait_ended(self, patience: float = PATIENCE) -> tuple[int, float]:
         """Its exit status, and how many seconds it took from now on."""
         started = time.monotonic()
@@ -329,7 +332,7 @@ class Application:
         """Waits, but not for a process that has ended."""
 
         def still_running():
-            if self._process.poll() is not None:
+            if self.has_ended():
                 raise NotHappened(
                     f"the application ended with status {self._process.returncode}:\n"
                     + self.log.read_text(errors="replace")
