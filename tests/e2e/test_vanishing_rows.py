@@ -9,7 +9,7 @@ from collections.abc import Callable
 from driver.testcase import DesktopTest
 from driver.tree import Node
 
-_ROUNDS = 8
+_ROUNDS = 3
 
 
 class VanishingRows(DesktopTest):
