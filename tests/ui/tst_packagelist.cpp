@@ -442,7 +442,8 @@ void PackageListTest::choosesWhatIsClicked() {
     window.page().list().click(list.id(u"wget"_s));
     QCOMPARE(window.selection.selectedPackageID(), list.id(u"wget"_s));
     QTRY_COMPARE(window.page().list().selectedIds(), QStringList{list.id(u"wget"_s)});
-    window.selection.setSelectedPackageID(std::nullopt);
+    const std::optional<QString> nothing;
+    window.selection.setSelectedPackageID(nothing);
     QTRY_COMPARE(window.page().list().selectedIds(), QStringList());
 }
 

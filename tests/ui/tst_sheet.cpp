@@ -46,7 +46,7 @@ struct Window final {
             qFatal("The window doesn't become active");
     }
 
-    void open() {
+    Sheet* open() {
         auto* const sheet = new Sheet(&host);
         auto* const button = new QPushButton(u"inside"_s);
         button->setObjectName(u"inside"_s);
@@ -54,6 +54,7 @@ struct Window final {
         sheet->panel()->layout()->addWidget(button);
         QObject::connect(button, &QPushButton::clicked, &host, [this] { ++pressedInside; });
         sheet->present();
+        return sheet;
     }
 
     [[nodiscard]] SheetDriver sheet() const { return SheetDriver(host); }
@@ -72,6 +73,8 @@ private Q_SLOTS:
     void takesNothingOfTheDoubleClickThatOpensIt();
     void takesPressesAfterThat();
     void fadesInUnlessNothingIsToMove();
+    void leavesTheKeyboardToTheSheetAboveIt();
+    void isGivenTheKeyboardByTheSheetAboveIt();
 };
 
 void SheetTest::takesNothingOfTheDoubleClickThatOpensIt() {
@@ -115,6 +118,35 @@ void SheetTest::fadesInUnlessNothingIsToMove() {
     window.open();
     QVERIFY(Sheet::openOver(&window.host) != fading);
     QVERIFY(Sheet::openOver(&window.host)->graphicsEffect() == nullptr);
+}
+
+void SheetTest::leavesTheKeyboardToTheSheetAboveIt() {
+    Window window;
+    window.opener->setFocus();
+    Sheet* const below = window.open();
+    Sheet* const above = window.open();
+    const QWidget* const inside = above->panel()->findChild<QPushButton*>();
+    QVERIFY(inside->hasFocus());
+    below->dismiss();
+    QVERIFY(inside->hasFocus());
+    // Which gives it back to whom the other one had it from.
+    above->dismiss();
+    QVERIFY(window.opener->hasFocus());
+}
+
+void SheetTest::isGivenTheKeyboardByTheSheetAboveIt() {
+    Window window;
+    Sheet* const below = window.open();
+    auto* const other = new QPushButton(u"other"_s);
+    below->panel()->layout()->addWidget(other);
+    other->show();
+    Sheet* const above = window.open();
+    below->giveFocus(other);
+    QVERIFY(above->panel()->findChild<QPushButton*>()->hasFocus());
+    above->dismiss();
+    QVERIFY(other->hasFocus());
+    below->giveFocus(below->panel()->findChild<QPushButton*>(u"inside"_s));
+    QVERIFY(!other->hasFocus());
 }
 
 LUMORA_UI_TEST_MAIN(SheetTest)

@@ -70,7 +70,7 @@ void AddTapSheet::setAdding(bool isAdding) {
     updateButtons();
     // There is something to be corrected.
     if (hasFailed)
-        m_field->setFocus(Qt::OtherFocusReason);
+        giveFocus(m_field);
 }
 
 void AddTapSheet::updateButtons() {

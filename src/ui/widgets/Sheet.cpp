@@ -108,8 +108,28 @@ void Sheet::refusePresses() {
     });
 }
 
+/// The next one over the same window, or null.
+Sheet* Sheet::above() const {
+    const QList<Sheet*> sheets = allOver(parentWidget());
+    const qsizetype next = sheets.indexOf(this) + 1;
+    return next > 0 && next < sheets.size() ? sheets.at(next) : nullptr;
+}
+
+void Sheet::giveFocus(QWidget* widget) {
+    if (Sheet* const sheet = above())
+        sheet->m_focusBefore = widget;
+    else
+        widget->setFocus(Qt::OtherFocusReason);
+}
+
 void Sheet::dismiss() {
+    Sheet* const sheet = above();
     hide();
+    deleteLater();
+    if (sheet != nullptr) {
+        sheet->m_focusBefore = m_focusBefore;
+        return;
+    }
     // What had the focus may be hidden by now, but something stands near by.
     QWidget* next = m_focusBefore;
     while (next != nullptr && !takesKeyboard(next)) {
@@ -119,7 +139,6 @@ void Sheet::dismiss() {
     }
     if (next != nullptr)
         next->setFocus(Qt::OtherFocusReason);
-    deleteLater();
 }
 
 void Sheet::fade() {

@@ -35,6 +35,9 @@ public:
     /// takes away what was there.
     void setNotice(QWidget* notice);
 
+    /// Gives the focus to something in the sheet, after the one that is above it if there is one.
+    void giveFocus(QWidget* widget);
+
     /// Hides the sheet, gives the focus back and deletes the sheet later.
     void dismiss();
 
@@ -50,6 +53,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    [[nodiscard]] Sheet* above() const;
     void place();
     [[nodiscard]] QSize wantedSize() const;
     void fade();
