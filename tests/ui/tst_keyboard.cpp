@@ -96,6 +96,7 @@ private Q_SLOTS:
     void beginsASearchInItsField_data();
     void beginsASearchInItsField();
     void passesTheSearchInTheSidebar();
+    void goesToTheSidebarFromAPageThatGoes();
     void goesFromTheFieldToTheListAndBack();
     void pressesButtonsAndLinksByReturn_data();
     void pressesButtonsAndLinksByReturn();
@@ -363,6 +364,17 @@ void KeyboardTest::passesTheSearchInTheSidebar() {
     Input::key(Qt::Key_1, Qt::ControlModifier);
     QCoreApplication::processEvents();
     QCOMPARE(QApplication::focusWidget()->objectName(), u"sidebar"_s);
+}
+
+void KeyboardTest::goesToTheSidebarFromAPageThatGoes() {
+    const KeyboardApp keyboard;
+    for (const QString& control : {u"searchField"_s, u"rowList"_s, u"refreshButton"_s}) {
+        Input::key(Qt::Key_1, Qt::ControlModifier);
+        QVERIFY2(Focus::tabTo(control), qPrintable(control));
+        Input::key(Qt::Key_3, Qt::ControlModifier);
+        QCoreApplication::processEvents();
+        QCOMPARE(QApplication::focusWidget()->objectName(), u"sidebar"_s);
+    }
 }
 
 void KeyboardTest::goesFromTheFieldToTheListAndBack() {

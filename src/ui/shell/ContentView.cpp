@@ -115,9 +115,13 @@ void ContentView::showSelectedPage() {
         m_detailColumn->setPlaceholder(L10n::selectCategory());
         return;
     }
+    const bool isPageLeft = m_detailColumn->isAncestorOf(window()->focusWidget());
     m_detailColumn->setPage(
         makePage(*m_selectedCategory, {manager(), m_langManager, m_selection, m_aboutPicture}));
     orderFocus();
+    // The keyboard would go to whatever comes next, and that is the menu.
+    if (isPageLeft)
+        m_sidebar->setFocus(Qt::OtherFocusReason);
     keepClearOfOverlay();
 }
 

@@ -33,6 +33,7 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
     m_list->setMouseTracking(true);
     m_list->viewport()->setAutoFillBackground(false);
 
+    setFocusProxy(m_list);
     (new QVBoxLayout(this))->addWidget(m_list);
     setCoveredHeight(0);
 
