@@ -284,12 +284,15 @@ void PackageDetailTest::followsThePackageInTheLists() {
     upgraded.installedVersion = u"1.2"_s;
     detail.publish(upgraded);
     QTRY_COMPARE(detail.badgeTexts(false), (QStringList{u"Formula"_s, u"v1.2"_s}));
+    QSignalSpy title(detail.view, &PackageDetailView::titleChanged);
     detail.manager.formulae.set({});
     QTRY_COMPARE(detail.state(), u"Package not found"_s);
     QCOMPARE(detail.name(), QString());
-    detail.publish(wget());
+    QCOMPARE(title.last(), QVariantList{u"Package not found"_s});
+    detail.publish(upgraded);
     QTRY_COMPARE(detail.name(), u"wget"_s);
     QCOMPARE(detail.state(), QString());
+    QCOMPARE(title.last(), QVariantList{u"wget"_s});
 }
 
 void PackageDetailTest::opensTheHomePage_data() {

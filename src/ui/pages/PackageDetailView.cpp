@@ -137,6 +137,7 @@ void PackageDetailView::setPackageID(const QString& packageID) {
 void PackageDetailView::render() {
     const std::optional<BrewPackage> package = installedPackage(manager(), m_packageID);
     if (!package) {
+        m_shown.reset();
         m_notFound->showSymbol(u"doc.text.magnifyingglass"_s, &Theme::secondaryText,
                                L10n::packageNotFound());
         m_stack->setCurrentWidget(m_notFound);

@@ -104,6 +104,9 @@ void Accessible::announce(QWidget* widget, const QString& text) {
     const QString spoken = DisplayText::line(text);
     widget->setAccessibleName(spoken);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    // What is to appear is read out then.
+    if (!widget->isVisible())
+        return;
     QAccessibleAnnouncementEvent event(widget, spoken);
     QAccessible::updateAccessibility(&event);
 #else
