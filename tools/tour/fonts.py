@@ -14,7 +14,7 @@ _CONFIGURATION = """<?xml version="1.0"?>
   <alias binding="strong">
     <family>sans-serif</family>
     <prefer>
-      <family>Inter</family>
+      <family>{family}</family>
       <family>Noto Sans CJK {cjk}</family>
     </prefer>
   </alias>
@@ -35,6 +35,7 @@ _CONFIGURATION = """<?xml version="1.0"?>
 """
 
 
-def write_configuration(path: Path, language: str) -> None:
+def write_configuration(path: Path, language: str, family: str) -> None:
     """Families that are not installed are passed over."""
-    path.write_text(_CONFIGURATION.format(cjk=_CJK.get(language, "JP")), encoding="utf-8")
+    configuration = _CONFIGURATION.format(family=family, cjk=_CJK.get(language, "JP"))
+    path.write_text(configuration, encoding="utf-8")

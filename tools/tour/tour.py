@@ -43,7 +43,7 @@ def visit(desk: Desk, view: View, options: argparse.Namespace) -> list[str]:
     """The names of the pictures taken."""
     folder = Path(tempfile.mkdtemp(prefix="v", dir=desk.folder))
     fonts = folder / "fonts.conf"
-    write_configuration(fonts, view.language)
+    write_configuration(fonts, view.language, options.font)
     album = Album(options.out, view.suffix, view.pixels)
     rounds = (
         (visit_pages, ()),
@@ -92,6 +92,7 @@ def parse_arguments() -> argparse.Namespace:
     parser.add_argument(
         "--scales", type=words, default=["1"], metavar="1,1.5,2", help="pixels of the screen per point"
     )
+    parser.add_argument("--font", default="Inter", help="another typeface, such as DejaVu Sans")
     parser.add_argument(
         "--quick", action="store_true", help="the pages only, not all of the states they can be in"
     )
