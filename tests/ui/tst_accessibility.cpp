@@ -13,6 +13,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QRegularExpression>
@@ -80,6 +81,9 @@ private Q_SLOTS:
     void offersWhatCanBeDoneWithARow();
     void opensARow();
     void opensACategory();
+    void leavesWhatASheetCovers();
+    void opensOneSheetForTwoPresses();
+    void opensACategoryFromBehindTheDetail();
     void knowsWhereTheKeyboardIsInARow();
     void readsThatARowIsBusy();
     void forgetsControlsThatHaveGone();
@@ -319,6 +323,59 @@ void AccessibilityTest::opensACategory() {
     QVERIFY(item->state().selected);
     // As after a click.
     QTRY_COMPARE(app.window.focusWidget()->objectName(), u"searchField"_s);
+}
+
+void AccessibilityTest::leavesWhatASheetCovers() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    app.choose(taps);
+    app.page().press(u"addTapButton"_s);
+    const SheetDriver adding(app.window);
+    auto& name = require<QLineEdit>(adding.panel(), u"tapNameField"_s);
+    name.setText(u"half/typed"_s);
+    QAccessibleActionInterface* const row = rowOf(app.page().list().view(), 0)->actionInterface();
+    QAccessibleActionInterface* const trash =
+        rowOf(app.page().list().view(), 0)->child(0)->actionInterface();
+    QAccessibleActionInterface* const item = rowOf(app.sidebar().view(), 5)->actionInterface();
+    QCOMPARE(row->actionNames(), QStringList());
+    QCOMPARE(trash->actionNames(), QStringList());
+    row->doAction(u"Remove"_s);
+    row->doAction(QAccessibleActionInterface::setFocusAction());
+    trash->doAction(QAccessibleActionInterface::pressAction());
+    item->doAction(QAccessibleActionInterface::setFocusAction());
+    item->doAction(QAccessibleActionInterface::pressAction());
+    QCoreApplication::processEvents();
+    QCOMPARE(app.window.content()->selectedCategory(), taps);
+    QCOMPARE(Sheet::allOver(&app.window), QList<Sheet*>{&adding.sheet()});
+    QCOMPARE(app.window.focusWidget(), &name);
+    QCOMPARE(name.text(), u"half/typed"_s);
+}
+
+void AccessibilityTest::opensOneSheetForTwoPresses() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    QAccessibleInterface* const row = rowOf(app.page().list().view(), 1);
+    QAccessibleActionInterface* const trash = row->child(0)->actionInterface();
+    trash->doAction(QAccessibleActionInterface::pressAction());
+    row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCoreApplication::processEvents();
+    QCOMPARE(Sheet::allOver(&app.window).size(), 1);
+    AlertDriver().escape();
+}
+
+void AccessibilityTest::opensACategoryFromBehindTheDetail() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    app.window.content()->selection().setSelectedPackageID(u"formula-wget"_s);
+    QVERIFY(SheetDriver::isOpen(app.window));
+    rowOf(app.sidebar().view(), 5)
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_COMPARE(app.window.content()->selectedCategory(), search);
+    QVERIFY(!SheetDriver::isOpen(app.window));
 }
 
 void AccessibilityTest::knowsWhereTheKeyboardIsInARow() {

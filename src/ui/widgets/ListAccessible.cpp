@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "widgets/ListAccessible.h"
 
+#include "widgets/Sheet.h"
+
 QModelIndex ItemAccessible::index() const {
     return m_list->model()->index(m_row, 0);
 }
 
 bool ItemAccessible::isChoice() const {
     return index().flags().testFlag(Qt::ItemIsEnabled);
+}
+
+bool ItemAccessible::isCovered(const QListView* list) {
+    return Sheet::openOver(list->window()) != nullptr;
 }
 
 QAccessibleInterface* ItemAccessible::parent() const {
@@ -81,7 +87,11 @@ void* ItemAccessible::interface_cast(QAccessible::InterfaceType type) {
 }
 
 QStringList ItemAccessible::actionNames() const {
-    return isChoice() ? QStringList{pressAction(), setFocusAction()} : QStringList();
+    if (!isChoice())
+        return {};
+    // What is pressed behind a sheet is for those to decide who hear of a click.
+    return isCovered(m_list) ? QStringList{pressAction()}
+                             : QStringList{pressAction(), setFocusAction()};
 }
 
 void ItemAccessible::doAction(const QString& name) {
@@ -89,11 +99,12 @@ void ItemAccessible::doAction(const QString& name) {
     const auto act = [list = m_list, index = QPersistentModelIndex(index()), name] {
         if (!index.isValid())
             return;
-        list->setCurrentIndex(index);
-        if (name == pressAction())
+        if (name == pressAction()) {
             Q_EMIT list->clicked(index);
-        else
+        } else if (!isCovered(list)) {
+            list->setCurrentIndex(index);
             list->setFocus(Qt::OtherFocusReason);
+        }
     };
     if (actionNames().contains(name))
         QMetaObject::invokeMethod(m_list, act, Qt::QueuedConnection);

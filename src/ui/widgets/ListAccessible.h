@@ -40,6 +40,8 @@ protected:
     [[nodiscard]] QModelIndex index() const;
     /// Whether it is something to be chosen; a heading isn't.
     [[nodiscard]] bool isChoice() const;
+    /// Whether a sheet keeps it out of reach.
+    [[nodiscard]] static bool isCovered(const QListView* list);
 
 private:
     QListView* m_list;

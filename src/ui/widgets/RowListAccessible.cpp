@@ -51,16 +51,19 @@ public:
     }
 
     [[nodiscard]] QStringList actionNames() const override {
-        return action().canTrigger() ? QStringList{pressAction()} : QStringList();
+        const bool isInReach = action().canTrigger() && !isCovered(list());
+        return isInReach ? QStringList{pressAction()} : QStringList();
     }
 
     void doAction(const QString& name) override {
         // Later, for it may replace the rows, and this with them.
         const QString id = rows()->m_model.row(index()).id;
+        const auto act = [list = rows(), id, title = action().title] {
+            if (!isCovered(list))
+                list->trigger(id, title);
+        };
         if (actionNames().contains(name))
-            QMetaObject::invokeMethod(
-                list(), [list = rows(), id, title = action().title] { list->trigger(id, title); },
-                Qt::QueuedConnection);
+            QMetaObject::invokeMethod(list(), act, Qt::QueuedConnection);
     }
 
 private:
@@ -109,6 +112,8 @@ public:
 
     [[nodiscard]] QStringList actionNames() const override {
         QStringList names;
+        if (isCovered(list()))
+            return names;
         if (isSelectable())
             names.append(pressAction());
         for (const RowAction& action : rows()->menuActions(shown()))
@@ -132,6 +137,8 @@ public:
         }
         // Later, for it may replace the rows, and this with them.
         const auto act = [list = rows(), id = shown().id, name] {
+            if (isCovered(list))
+                return;
             const QModelIndex index = list->m_model.indexOf(id);
             list->setCurrentIndex(index);
             if (name == pressAction())
