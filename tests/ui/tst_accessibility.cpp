@@ -80,6 +80,7 @@ private Q_SLOTS:
     void pressesTheControlsOfARow();
     void offersWhatCanBeDoneWithARow();
     void opensARow();
+    void keepsItsPlaceWhenARowHasGone();
     void opensACategory();
     void leavesWhatASheetCovers();
     void opensOneSheetForTwoPresses();
@@ -309,6 +310,23 @@ void AccessibilityTest::opensARow() {
         ->doAction(QAccessibleActionInterface::pressAction());
     QTRY_COMPARE(app.window.content()->selection().selectedPackageID(), u"formula-wget"_s);
     QCOMPARE(app.page().list().currentId(), u"formula-wget"_s);
+}
+
+void AccessibilityTest::keepsItsPlaceWhenARowHasGone() {
+    AppWindow app;
+    app.showLoaded();
+    AppScene::fill(app);
+    const QString first = app.page().list().ids().constFirst();
+    RowListView& list = app.page().list().view();
+    list.setFocus();
+    list.setCurrentIndex(list.model()->index(0, 0));
+    // The page is filled anew before it comes to the press.
+    app.manager.formulae.set(app.manager.formulae->first(1));
+    rowOf(list, 1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_COMPARE(app.page().list().ids(), QStringList{first});
+    QCoreApplication::processEvents();
+    QCOMPARE(app.page().list().currentId(), first);
+    QVERIFY(!app.window.content()->selection().selectedPackageID());
 }
 
 void AccessibilityTest::opensACategory() {

@@ -137,9 +137,9 @@ public:
         }
         // Later, for it may replace the rows, and this with them.
         const auto act = [list = rows(), id = shown().id, name] {
-            if (isCovered(list))
-                return;
             const QModelIndex index = list->m_model.indexOf(id);
+            if (!index.isValid() || isCovered(list))
+                return;
             list->setCurrentIndex(index);
             if (name == pressAction())
                 list->activate({index, std::nullopt});
