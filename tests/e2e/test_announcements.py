@@ -71,6 +71,16 @@ class Announcements(DesktopTest):
         self.assertTrue(self.app.row("jq").is_in("selected"))
         self.assertFalse(self.app.row("bat").is_in("selected"))
 
+    def test_a_row_that_is_chosen_no_more_is_told_of(self) -> None:
+        bat, jq = self.row("bat"), self.row("jq")
+        self.app.click(self.app.row("jq"))
+        self.app.find("jq", role="dialog")
+        accessibility = self.desk.accessibility
+        with accessibility.entered_states("selected", entered=0) as heard:
+            self.app.press("Escape")
+            self.wait_to_hear(heard, jq)
+        self.assertNotIn(bat, heard())
+
     def row(self, package: str) -> list[str]:
         return ["list item", self.app.row(package).name]
 

@@ -15,6 +15,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -90,13 +91,21 @@ void RowListView::setCurrentInPlace(const QModelIndex& index) {
 void RowListView::setSelectedId(const std::optional<QString>& id) {
     if (m_selectedId == id)
         return;
-    m_selectedId = id;
+    const std::optional<QString> before = std::exchange(m_selectedId, id);
     viewport()->update();
-    if (!QAccessible::isActive() || !id)
+    if (!QAccessible::isActive())
         return;
-    QAccessibleEvent event(this, QAccessible::Selection);
-    event.setChild(m_model.indexOf(*id).row());
-    QAccessible::updateAccessibility(&event);
+    const auto tell = [this](const std::optional<QString>& of, QAccessible::Event type) {
+        const int row = of ? m_model.indexOf(*of).row() : -1;
+        // Without a row it would be told of the list.
+        if (row < 0)
+            return;
+        QAccessibleEvent event(this, type);
+        event.setChild(row);
+        QAccessible::updateAccessibility(&event);
+    };
+    tell(before, QAccessible::SelectionRemove);
+    tell(id, QAccessible::Selection);
 }
 
 void RowListView::setFurtherActions(FurtherActions furtherActions) {

@@ -109,13 +109,18 @@ class AccessibilityBus:
             yield lambda: catch_up() or told
 
     @contextlib.contextmanager
-    def entered_states(self, state: str) -> Iterator[Callable[[], list[list[str]]]]:
-        """Role and name of what has told by now that it is in a state, such as being focused."""
+    def entered_states(
+        self, state: str, entered: int = 1
+    ) -> Iterator[Callable[[], list[list[str]]]]:
+        """Role and name of what has told by now that it is in a state, such as being focused.
+
+        Or of what has told that it isn't any more.
+        """
         told: list[list[str]] = []
 
         def keep(_bus: Any, sender: str, path: str, _interface: str, _signal: str, data: Any) -> None:
             changed, is_in, *_ = data.unpack()
-            if (changed, is_in) != (state, 1):
+            if (changed, is_in) != (state, entered):
                 return
             # Asked at once: it may be called something else later, or be gone.
             heard = ["", ""]
