@@ -39,6 +39,7 @@ private Q_SLOTS:
     void takesWhatIsTypedInTheListToTheFilter();
     void copiesTheNameOfARow_data();
     void copiesTheNameOfARow();
+    void copiesNothingWithoutARow();
     void filters_data();
     void filters();
     void filtersAsTheLocaleKnowsCase_data();
@@ -304,6 +305,20 @@ void PackageListTest::copiesTheNameOfARow() {
     Input::key(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(), u"wget"_s);
     QCOMPARE(window.page().searchField().text(), QString());
+}
+
+void PackageListTest::copiesNothingWithoutARow() {
+    QTest::failOnWarning(QRegularExpression(u"not valid"_s));
+    const QString before = u"what was copied before"_s;
+    QGuiApplication::clipboard()->setText(before);
+    PageWindow window;
+    const PackageListCase& list = PackageListCase::of(PackageType::formula);
+    list.publish(window.manager, {list.package(u"jq"_s)});
+    list.show(window);
+    window.page().list().view().setFocus();
+    window.page().list().view().setCurrentIndex({});
+    Input::key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), before);
 }
 
 void PackageListTest::filters_data() {

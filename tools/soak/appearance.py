@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A desktop that changes its mind about light and dark."""
+"""A desktop that changes its mind about light and dark, contrast and motion."""
 
 from __future__ import annotations
 
@@ -27,8 +27,13 @@ class AppearancePortal:
         self._bus.call_sync(*daemon, "RequestName", name, None, Gio.DBusCallFlags.NONE, -1, None)
 
     def prefer(self, appearance: str) -> None:
-        value = GLib.Variant("u", _VALUES[appearance])
-        setting = GLib.Variant("(ssv)", ("org.freedesktop.appearance", "color-scheme", value))
+        self.wish("color-scheme", _VALUES[appearance])
+
+    def wish(self, name: str, value: int) -> None:
+        """For `contrast` and `reduced-motion`, too, which are 0 or 1."""
+        setting = GLib.Variant(
+            "(ssv)", ("org.freedesktop.appearance", name, GLib.Variant("u", value))
+        )
         self._bus.emit_signal(None, _PATH, _SETTINGS, "SettingChanged", setting)
         self._bus.flush_sync(None)
 

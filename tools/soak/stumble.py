@@ -95,7 +95,8 @@ class Hands:
             self._screen.resize(windows[0], *sides)
 
     def appearance(self) -> None:
-        self._portal.prefer(self._chance.choice(("light", "dark")))
+        name = self._chance.choice(("color-scheme", "contrast", "reduced-motion"))
+        self._portal.wish(name, self._chance.randrange(3 if name == "color-scheme" else 2))
 
     def leave(self) -> None:
         """And go on at once, as everywhere."""

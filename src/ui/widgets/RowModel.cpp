@@ -96,7 +96,8 @@ int RowModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant RowModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    // Views ask for the current row's even where there is none.
+    if (!index.isValid())
         return {};
     switch (role) {
     case Qt::DisplayRole:
