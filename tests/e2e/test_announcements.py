@@ -50,7 +50,9 @@ class Announcements(DesktopTest):
             self.app.press("ctrl+4")
             self.wait_to_hear(heard, "Type to search Homebrew packages")
             self.app.type("nothing-of-this-name")
+            self.wait_to_hear(heard, "Searching...")
             self.wait_to_hear(heard, "No results found")
+        self.assertLess(heard().index("Searching..."), heard().index("No results found"))
 
     def test_the_keyboard_is_told_of_wherever_it_goes_in_a_list(self) -> None:
         with self.desk.accessibility.entered_states("focused") as heard:

@@ -19,6 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Voice = StateView::Voice;
+
 constexpr int rowHeight = 37;
 constexpr std::chrono::milliseconds searchDelay{500};
 
@@ -45,9 +47,11 @@ SearchView::SearchView(BrewManager& manager, PackageSelection& selection, QWidge
     connect(field, &SearchField::textChanged, this, &SearchView::searchTextChanged);
     connect(field, &SearchField::returnPressed, this, &SearchView::performSearch);
     connect(&m_searchTask, &QTimer::timeout, this, &SearchView::performSearch);
+    manager.isSearching.subscribe(this, [this](bool isSearching) { m_isAnswered = !isSearching; });
 }
 
 void SearchView::searchTextChanged(const QString& text) {
+    m_isAnswered = false;
     if (text.isEmpty()) {
         m_searchTask.stop();
         manager().searchResults.set({});
@@ -81,9 +85,11 @@ void SearchView::render() {
         showList();
     else if (*manager().isSearching)
         showBusy(L10n::searching());
+    else if (searchText().isEmpty())
+        showSymbol(u"magnifyingglass"_s, &Theme::secondaryText, L10n::typeToSearch());
     else
-        showSymbol(u"magnifyingglass"_s, &Theme::secondaryText,
-                   searchText().isEmpty() ? L10n::typeToSearch() : L10n::noResultsFound());
+        showSymbol(u"magnifyingglass"_s, &Theme::secondaryText, L10n::noResultsFound(),
+                   StateView::TextSize::Body, m_isAnswered ? Voice::Aloud : Voice::Quiet);
 }
 
 QCoro::Task<> SearchView::install(SearchResult result) {

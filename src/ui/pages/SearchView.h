@@ -27,6 +27,8 @@ private:
 
     /// The search that starts when nothing is typed for a while.
     QTimer m_searchTask;
+    /// Whether a search has ended since the text was changed.
+    bool m_isAnswered{false};
     /// The name of the hit that is being installed.
     std::optional<QString> m_installProgress;
     /// The hits that the rows show, all together and by type.

@@ -50,8 +50,8 @@ void ListPage::showBusy(const QString& text) {
 }
 
 void ListPage::showSymbol(const QString& symbol, ThemeColor color, const QString& text,
-                          StateView::TextSize size) {
-    m_state->showSymbol(symbol, color, text, size);
+                          StateView::TextSize size, StateView::Voice voice) {
+    m_state->showSymbol(symbol, color, text, size, voice);
     m_stack->setCurrentWidget(m_state);
 }
 

@@ -26,7 +26,8 @@ protected:
     /// Show the state instead.
     void showBusy(const QString& text);
     void showSymbol(const QString& symbol, ThemeColor color, const QString& text,
-                    StateView::TextSize size = StateView::TextSize::Body);
+                    StateView::TextSize size = StateView::TextSize::Body,
+                    StateView::Voice voice = StateView::Voice::Aloud);
 
     [[nodiscard]] RowListView& list() const { return *m_list; }
 

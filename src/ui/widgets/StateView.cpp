@@ -6,6 +6,7 @@
 #include "style/Typography.h"
 #include "widgets/Accessible.h"
 #include "widgets/Boxes.h"
+#include "widgets/DisplayText.h"
 #include "widgets/Labels.h"
 #include "widgets/Spinner.h"
 
@@ -24,24 +25,27 @@ StateView::StateView(QWidget* parent)
 void StateView::showBusy(const QString& text) {
     m_spinner->show();
     m_symbol->hide();
-    setText(text, TextSize::Body);
+    setText(text, TextSize::Body, Voice::Aloud);
 }
 
 void StateView::showSymbol(const QString& symbol, ThemeColor color, const QString& text,
-                           TextSize size) {
+                           TextSize size, Voice voice) {
     m_spinner->hide();
     m_symbol->setSymbol(symbol, color);
     m_symbol->show();
-    setText(text, size);
+    setText(text, size, voice);
 }
 
-void StateView::setText(const QString& text, TextSize size) {
+void StateView::setText(const QString& text, TextSize size, Voice voice) {
     constexpr double titleSize = 18;
     m_text->setFont(Typography::font(size == TextSize::Title ? titleSize : Typography::body));
     if (m_text->text() == text)
         return;
     m_text->setText(text);
-    Accessible::announce(this, text);
+    if (voice == Voice::Aloud)
+        Accessible::announce(this, text);
+    else
+        setAccessibleName(DisplayText::line(text));
 }
 
 QString StateView::text() const {

@@ -12,18 +12,20 @@ class StateView final : public QWidget {
 
 public:
     enum class TextSize { Body, Title };
+    /// Whether a screen reader is to say a text when it comes, or only when it is asked.
+    enum class Voice { Aloud, Quiet };
 
     explicit StateView(QWidget* parent = nullptr);
 
     void showBusy(const QString& text);
     void showSymbol(const QString& symbol, ThemeColor color, const QString& text,
-                    TextSize size = TextSize::Body);
+                    TextSize size = TextSize::Body, Voice voice = Voice::Aloud);
 
     [[nodiscard]] QString text() const;
     [[nodiscard]] bool isBusy() const;
 
 private:
-    void setText(const QString& text, TextSize size);
+    void setText(const QString& text, TextSize size, Voice voice);
 
     Spinner* m_spinner;
     SymbolLabel* m_symbol;
