@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "AppWindow.h"
 #include "Find.h"
+#include "Focus.h"
 #include "Input.h"
 #include "Pixels.h"
 #include "Samples.h"
@@ -56,16 +57,27 @@ void fillLists(AppWindow& app) {
     QList<BrewPackage> casks;
     QList<OutdatedPackage> outdated;
     QList<BrewTap> taps;
+    QList<SearchResult> hits;
     for (int i = 0; i < count; ++i) {
         casks.append(Samples::cask(u"cask-%1"_s.arg(i)));
         outdated.append(Samples::outdatedFormula(u"formula-%1"_s.arg(i)));
         taps.append({.name = u"somebody/tap-%1"_s.arg(i)});
+        hits.append({.name = u"hit-%1"_s.arg(i)});
     }
     app.manager.formulae.set(Samples::manyFormulae(count));
     app.manager.casks.set(casks);
     app.manager.outdatedFormulae.set(outdated);
     app.manager.taps.set(taps);
+    app.manager.searchResults.set(hits);
     QCoreApplication::processEvents();
+}
+
+const QString longTranscript = QString(u"one line\n"_s).repeated(200);
+
+/// All of the widget, above the panel.
+bool isInSight(const QWidget& widget, const OperationOverlay& shown) {
+    return widget.visibleRegion() == widget.rect() &&
+           widget.mapTo(widget.window(), widget.rect().bottomLeft()).y() < panelOf(shown).top();
 }
 
 } // namespace
@@ -92,6 +104,8 @@ private Q_SLOTS:
     void leavesTheListsInReach();
     void leavesTheCurrentRowInSight();
     void leavesTheSettingsInReach();
+    void leavesTheLinksInReach();
+    void leavesTheCurrentLinkInSight();
     void leavesMenuAndSidebarInReach_data();
     void leavesMenuAndSidebarInReach();
     void hasAShadowAroundIt();
@@ -268,7 +282,7 @@ void OverlayTest::isASurfaceOfItsOwn() {
 void OverlayTest::leavesTheListsInReach_data() {
     QTest::addColumn<SidebarCategory>("page");
     using enum SidebarCategory;
-    for (const SidebarCategory category : {formulae, casks, updates, taps})
+    for (const SidebarCategory category : {formulae, casks, updates, search, taps})
         QTest::newRow(qUtf8Printable(rawValue(category))) << category;
 }
 
@@ -343,6 +357,47 @@ void OverlayTest::leavesTheSettingsInReach() {
         return button.mapTo(&app.window, button.rect().bottomLeft()).y() < panelOf(shown).top();
     };
     QTRY_VERIFY(isInReach());
+}
+
+void OverlayTest::leavesTheLinksInReach() {
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    app.choose(SidebarCategory::about);
+    const auto& first = app.page().button(u"link-house"_s);
+    const auto place = [&] { return first.mapTo(&app.window, QPoint(0, 0)); };
+    const QPoint before = place();
+    const OperationOverlay& shown = showOverlay(app, longTranscript);
+    QVERIFY(Focus::tabTo(u"link-house"_s));
+    for (const QString& name : {u"link-house"_s, u"link-envelope"_s, u"link-doc.text"_s}) {
+        QCOMPARE(QApplication::focusWidget()->objectName(), name);
+        QVERIFY(isInSight(*QApplication::focusWidget(), shown));
+        Input::key(Qt::Key_Tab);
+    }
+    app.manager.isRunningOperation.set(false);
+    QTRY_COMPARE(place(), before);
+}
+
+void OverlayTest::leavesTheCurrentLinkInSight() {
+    AppWindow app;
+    app.window.resize(700, 450);
+    app.showLoaded();
+    app.choose(SidebarCategory::about);
+    QVERIFY(Focus::tabTo(u"link-doc.text"_s));
+    const QWidget& link = *QApplication::focusWidget();
+    const OperationOverlay& shown = showOverlay(app, u"one line"_s);
+    QVERIFY(isInSight(link, shown));
+    app.manager.operationOutput.set(longTranscript);
+    QCoreApplication::processEvents();
+    QVERIFY(isInSight(link, shown));
+    // Who looks at something else then isn't called back by every line.
+    auto& bar =
+        *require<QScrollArea>(*app.window.content()->detailColumn()->page()).verticalScrollBar();
+    QVERIFY(bar.value() > 0);
+    bar.setValue(0);
+    app.manager.operationOutput.set(longTranscript + u"more"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(bar.value(), 0);
 }
 
 void OverlayTest::leavesMenuAndSidebarInReach_data() {

@@ -11,6 +11,7 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
+#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 
@@ -76,7 +77,8 @@ AboutView::AboutView(BrewManager& manager, const QString& picture, QWidget* pare
     // Fixed: it is not the version that releases are compared with.
     auto* const version = new SecondaryLabel(u"Version 0.1.9"_s, 12);
     version->setObjectName(u"aboutVersion"_s);
-    setLayout(Boxes::column(
+    auto* const content = new QWidget;
+    content->setLayout(Boxes::column(
         columnSpacing,
         {Boxes::stretch(),
          Boxes::column(spacing, {centered(icon), centered(name), centered(version)}),
@@ -85,6 +87,19 @@ AboutView::AboutView(BrewManager& manager, const QString& picture, QWidget* pare
                         aboutLink(u"envelope"_s, L10n::contact(), Addresses::contact),
                         aboutLink(u"doc.text"_s, L10n::openSourceInfo(), Addresses::repository)}),
          Boxes::stretch()}));
+    m_scroll = Boxes::scrolling(content);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    setLayout(Boxes::column(0, {m_scroll}));
+}
+
+void AboutView::setCoveredHeight(int height) {
+    const QMargins margins(0, 0, 0, height);
+    if (margins == layout()->contentsMargins())
+        return;
+    layout()->setContentsMargins(margins);
+    layout()->activate();
+    if (isAncestorOf(window()->focusWidget()))
+        m_scroll->ensureWidgetVisible(window()->focusWidget());
 }
 
 void AboutView::render() {
