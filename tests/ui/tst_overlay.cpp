@@ -109,6 +109,9 @@ private Q_SLOTS:
     void leavesMenuAndSidebarInReach_data();
     void leavesMenuAndSidebarInReach();
     void hasAShadowAroundIt();
+    void givesTheKeyboardBack_data();
+    void givesTheKeyboardBack();
+    void keepsTheKeyboardInAnotherLanguage();
 };
 
 void OverlayTest::isThereExactlyWhileAnOperationRuns() {
@@ -453,6 +456,47 @@ void OverlayTest::hasAShadowAroundIt() {
     QVERIFY(darkening({panel.center().x(), panel.top() - 1}) >
             darkening({panel.center().x(), panel.top() - shadow}));
     QCOMPARE(darkening({panel.center().x(), panel.top() - shadow - 3}), 0);
+}
+
+void OverlayTest::givesTheKeyboardBack_data() {
+    QTest::addColumn<SidebarCategory>("page");
+    QTest::addColumn<QString>("focused");
+    QTest::newRow("to the list") << SidebarCategory::formulae << u"rowList"_s;
+    QTest::newRow("to the sidebar beside no list") << SidebarCategory::about << u"sidebar"_s;
+}
+
+void OverlayTest::givesTheKeyboardBack() {
+    QFETCH(SidebarCategory, page);
+    QFETCH(QString, focused);
+    AppWindow app;
+    app.showLoaded();
+    fillLists(app);
+    app.choose(page);
+    require<OutputText>(showOverlay(app, u"one line"_s)).setFocus();
+    QVERIFY(require<OutputText>(*overlay(app)).hasFocus());
+    app.manager.isRunningOperation.set(false);
+    QTRY_VERIFY(overlay(app) == nullptr);
+    QVERIFY(QApplication::focusWidget() != nullptr);
+    QCOMPARE(QApplication::focusWidget()->objectName(), focused);
+    // Nobody is called from where the keyboard is.
+    showOverlay(app, u"one line"_s);
+    auto& button = require<QAbstractButton>(app.window, u"applicationMenuButton"_s);
+    button.setFocus();
+    app.manager.isRunningOperation.set(false);
+    QTRY_VERIFY(overlay(app) == nullptr);
+    QVERIFY(button.hasFocus());
+}
+
+void OverlayTest::keepsTheKeyboardInAnotherLanguage() {
+    AppWindow app;
+    app.showLoaded();
+    fillLists(app);
+    require<OutputText>(showOverlay(app, u"one line"_s)).setFocus();
+    LangManager::shared().setCurrent(Lang::ja);
+    QCoreApplication::processEvents();
+    QVERIFY(QApplication::focusWidget() != nullptr);
+    QVERIFY(QApplication::focusWidget()->isVisible());
+    LangManager::shared().setCurrent(Lang::en);
 }
 
 LUMORA_UI_TEST_MAIN(OverlayTest)

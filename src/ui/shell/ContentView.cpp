@@ -59,6 +59,7 @@ ContentView::ContentView(BrewManager& manager, LangManager& langManager, QString
 ContentView::~ContentView() = default;
 
 void ContentView::rebuild() {
+    removeOverlay();
     // The widgets are others afterwards, but the keyboard is to stay where it was.
     const QWidget* const focused = window()->focusWidget();
     const QString focusedName = focused != nullptr ? focused->objectName() : QString();
@@ -76,7 +77,6 @@ void ContentView::rebuild() {
         again->setFocus(Qt::OtherFocusReason);
 
     closeSheet();
-    delete std::exchange(m_overlay, nullptr);
     updateSheet();
     if (m_outputSheet)
         openOutput(m_outputSheet->summary());
@@ -181,7 +181,7 @@ void ContentView::updateSheet() {
 
 void ContentView::updateOverlay() {
     if (!*manager().isRunningOperation) {
-        delete std::exchange(m_overlay, nullptr);
+        removeOverlay();
     } else {
         if (m_overlay == nullptr)
             m_overlay = new OperationOverlay(this);
@@ -191,6 +191,18 @@ void ContentView::updateOverlay() {
         m_overlay->place();
     }
     keepClearOfOverlay();
+}
+
+void ContentView::removeOverlay() {
+    const auto hasFocus = [this] {
+        return m_overlay != nullptr && m_overlay->isAncestorOf(window()->focusWidget());
+    };
+    // The keyboard would be nowhere without the transcript that it is in.
+    if (hasFocus() && m_detailColumn->page() != nullptr)
+        m_detailColumn->page()->enterContent();
+    if (hasFocus())
+        m_sidebar->enter();
+    delete std::exchange(m_overlay, nullptr);
 }
 
 /// It can't be moved or closed, so that what lies behind it is out of reach as long as it is there.

@@ -67,6 +67,7 @@ private:
     void closeSheet();
     void updateSheet();
     void updateOverlay();
+    void removeOverlay();
     void updateNotice();
     void openOutput(OperationSummary summary);
     void keepClearOfOverlay();

@@ -20,6 +20,8 @@ public:
 
     /// So much of the sidebar, from below, is covered by something else.
     void setCoveredHeight(int height);
+    /// Puts the focus on the list.
+    void enter();
 
     [[nodiscard]] QListView* list() const { return m_list; }
 

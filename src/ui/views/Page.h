@@ -23,6 +23,9 @@ public:
     /// there is one.
     virtual void begin() {}
 
+    /// The keyboard goes on to what the page has found or lists, if there is any of it.
+    virtual void enterContent() {}
+
     /// So much of the page, from below, is covered by something that lies over the window: what can
     /// be scrolled is to be kept clear of it.
     virtual void setCoveredHeight(int) {}
@@ -38,9 +41,6 @@ Q_SIGNALS:
 protected:
     /// Called once, when the page is displayed for the first time.
     virtual void firstShown() {}
-
-    /// Called when the keyboard goes on from the search field to what it has found.
-    virtual void enterContent() {}
 
     void showEvent(QShowEvent* event) override;
 
