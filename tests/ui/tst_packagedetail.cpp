@@ -158,6 +158,7 @@ private Q_SLOTS:
     void keepsTheKeyboardAcrossPackages();
     void marksAChipThatLeadsSomewhere();
     void cutsANameThatIsTooLong();
+    void showsOnHoverTheChipThatIsCut();
     void keepsTheOtherBadgesBesideALongVersion();
     void tellsTheWholeOfALongValue();
     void setsALabelSmallerThatIsTooLong();
@@ -569,6 +570,18 @@ void PackageDetailTest::cutsANameThatIsTooLong() {
     QVERIFY(name.text().endsWith(u'…') && name.text().size() < 100);
     QCOMPARE(name.toolTip(), u"<qt>"_s + package.name + u"</qt>"_s);
     QVERIFY(name.mapTo(&detail.window, QPoint(name.width(), 0)).x() <= 560 - 16);
+}
+
+void PackageDetailTest::showsOnHoverTheChipThatIsCut() {
+    Detail detail;
+    const QString longName = u"<b>"_s + QString(200, u'w');
+    BrewPackage package = wget();
+    package.dependencies = {u"libidn2"_s, longName};
+    detail.manager.formulae.set(
+        {Samples::formula(u"libidn2"_s), Samples::formula(longName), package});
+    detail.show(package.id());
+    QTRY_COMPARE(detail.chip(longName).toolTip(), u"<qt>%1</qt>"_s.arg(longName.toHtmlEscaped()));
+    QCOMPARE(detail.chip(u"libidn2"_s).toolTip(), QString());
 }
 
 void PackageDetailTest::keepsTheOtherBadgesBesideALongVersion() {

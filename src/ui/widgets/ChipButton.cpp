@@ -30,6 +30,10 @@ QSize ChipButton::sizeHint() const {
     return DetailBadge::sizeOf(font(), text(), tone);
 }
 
+void ChipButton::resizeEvent(QResizeEvent*) {
+    DetailBadge::explainIfCut(this, text());
+}
+
 void ChipButton::paintEvent(QPaintEvent*) {
     const Theme& theme = Theme::of(this);
     QPainter painter(this);

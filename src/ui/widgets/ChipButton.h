@@ -15,5 +15,6 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 };

@@ -75,9 +75,13 @@ void DetailBadge::paint(QPainter* painter, const QWidget& badge, const QString& 
         badge.fontMetrics().elidedText(text, Qt::ElideRight, badge.width() - 2 * paddingX));
 }
 
+void DetailBadge::explainIfCut(QWidget* badge, const QString& text) {
+    const bool isCut = badge->width() < Typography::width(badge->font(), text) + 2 * paddingX;
+    DisplayText::setToolTip(badge, isCut ? text : QString());
+}
+
 void DetailBadge::resizeEvent(QResizeEvent*) {
-    const bool isCut = width() < Typography::width(font(), m_text) + 2 * paddingX;
-    DisplayText::setToolTip(this, isCut ? m_text : QString());
+    explainIfCut(this, m_text);
 }
 
 void DetailBadge::paintEvent(QPaintEvent*) {

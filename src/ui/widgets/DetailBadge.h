@@ -22,6 +22,8 @@ public:
     static void paint(QPainter* painter, const QWidget& badge, const QString& text, Tone tone);
     [[nodiscard]] static QSize sizeOf(const QFont& font, const QString& text, Tone tone);
     [[nodiscard]] static QFont fontFor(Tone tone);
+    /// Tells the text on hover where there is no room for all of it.
+    static void explainIfCut(QWidget* badge, const QString& text);
 
     static constexpr double radius = 4;
 
