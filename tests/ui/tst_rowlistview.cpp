@@ -159,6 +159,7 @@ private Q_SLOTS:
     void beginsWithTheFirstRowInSight();
     void staysWithAnActionWhenOtherRowsGo();
     void takesAPressWhereItLies();
+    void takesNothingBesideTheRows();
     void rendersSpinnersOnlyWhileTheyCanBeSeen();
 };
 
@@ -790,6 +791,36 @@ void RowListViewTest::takesAPressWhereItLies() {
     QCOMPARE(window.chosen.count(), 1);
     QCOMPARE(window.chosen.constFirst().constFirst(), id);
     QCOMPARE(bar->value(), position);
+}
+
+void RowListViewTest::takesNothingBesideTheRows() {
+    Window window({item(u"a"_s), item(u"b"_s)});
+    window.host.resize(1'600, 320);
+    QTRY_VERIFY(window.view->viewport()->width() > 1'500);
+    const ListDriver list = window.list();
+    window.view->setSelectedId(u"b"_s);
+    const QRect row = list.rect(u"b"_s);
+    const QColor fill = Pixels::on(Theme::light().content, Theme::light().selection);
+    const QRect painted = Pixels::boundsOf(window.view->viewport()->grab(row).toImage(), fill)
+                              .translated(row.topLeft());
+    QVERIFY(painted.width() > 800 && painted.width() <= 880);
+    QWidget& viewport = *window.view->viewport();
+    const int middle = row.center().y();
+    for (const int x : {row.left() + 1, painted.left() - 1, painted.right() + 1, row.right() - 1}) {
+        const QPoint beside(x, middle);
+        Input::moveTo(viewport, beside);
+        QVERIFY(!list.state(u"b"_s).isHovered);
+        Input::click(viewport, beside);
+        Input::click(viewport, beside, Qt::RightButton);
+        QVERIFY(QApplication::activePopupWidget() == nullptr);
+    }
+    QCOMPARE(window.chosen.count(), 0);
+    for (const int x : {painted.left(), painted.right()}) {
+        Input::moveTo(viewport, QPoint(x, middle));
+        QVERIFY(list.state(u"b"_s).isHovered);
+        Input::click(viewport, QPoint(x, middle));
+    }
+    QCOMPARE(window.chosen.count(), 2);
 }
 
 void RowListViewTest::rendersSpinnersOnlyWhileTheyCanBeSeen() {

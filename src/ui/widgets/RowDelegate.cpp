@@ -39,10 +39,6 @@ QRect inset(const QRect& rect, int margin) {
     return rect.adjusted(beside, 0, -beside, 0);
 }
 
-QRect selectionRect(const QRect& rect) {
-    return inset(rect, Metrics::rowInset);
-}
-
 QRect contentRect(const QRect& rect) {
     return inset(rect, Metrics::contentMargin);
 }
@@ -100,6 +96,10 @@ RowDelegate::RowDelegate(int itemHeight, QObject* parent)
       m_buttonFont(Typography::font(12, QFont::Medium)),
       m_badgeFont(Typography::font(Typography::caption, QFont::Medium)) {}
 
+QRect RowDelegate::rowRect(const QRect& rect) {
+    return inset(rect, Metrics::rowInset);
+}
+
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     return {option.rect.width(), RowModel::isRow(index) ? m_itemHeight : headingHeight};
 }
@@ -116,7 +116,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
 
     const auto state = index.data(RowModel::StateRole).value<RowState>();
-    const QRect selection = selectionRect(option.rect);
+    const QRect selection = rowRect(option.rect);
     if (state.isSelected)
         Painting::fillRounded(painter, selection, Metrics::rowRadius, theme.selection);
     else if (state.isHovered)

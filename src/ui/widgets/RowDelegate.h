@@ -20,6 +20,9 @@ public:
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;
 
+    /// What is drawn as the row: less than the list's width.
+    [[nodiscard]] static QRect rowRect(const QRect& rect);
+
     /// Where a click counts as one on each of the row's actions: more generous than what is
     /// drawn for small icons.
     [[nodiscard]] QList<QRect> hitRects(const QRect& rect, const Row& row) const;

@@ -144,7 +144,7 @@ QRect RowListView::tagRect(const QModelIndex& index, qsizetype tag) const {
 
 RowListView::Target RowListView::targetAt(const QPoint& position) const {
     const QModelIndex index = indexAt(position);
-    if (!RowModel::isRow(index))
+    if (!RowModel::isRow(index) || !RowDelegate::rowRect(visualRect(index)).contains(position))
         return {};
     const Row row = m_model.row(index);
     const QList<QRect> areas = m_delegate.hitRects(visualRect(index), row);
@@ -293,8 +293,8 @@ void RowListView::contextMenuEvent(QContextMenuEvent* event) {
         openMenuByKeyboard();
         return;
     }
-    const QModelIndex index = indexAt(event->pos());
-    if (!RowModel::isRow(index))
+    const QModelIndex index = targetAt(event->pos()).row;
+    if (!index.isValid())
         return;
     m_currentAction.reset();
     setCurrentInPlace(index);
