@@ -356,8 +356,6 @@ void AccessibilityTest::leavesWhatASheetCovers() {
     QAccessibleActionInterface* const trash =
         rowOf(app.page().list().view(), 0)->child(0)->actionInterface();
     QAccessibleActionInterface* const item = rowOf(app.sidebar().view(), 5)->actionInterface();
-    QCOMPARE(row->actionNames(), QStringList());
-    QCOMPARE(trash->actionNames(), QStringList());
     row->doAction(u"Remove"_s);
     row->doAction(QAccessibleActionInterface::setFocusAction());
     trash->doAction(QAccessibleActionInterface::pressAction());

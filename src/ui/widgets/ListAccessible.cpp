@@ -87,11 +87,7 @@ void* ItemAccessible::interface_cast(QAccessible::InterfaceType type) {
 }
 
 QStringList ItemAccessible::actionNames() const {
-    if (!isChoice())
-        return {};
-    // What is pressed behind a sheet is for those to decide who hear of a click.
-    return isCovered(m_list) ? QStringList{pressAction()}
-                             : QStringList{pressAction(), setFocusAction()};
+    return isChoice() ? QStringList{pressAction(), setFocusAction()} : QStringList();
 }
 
 void ItemAccessible::doAction(const QString& name) {
@@ -99,6 +95,7 @@ void ItemAccessible::doAction(const QString& name) {
     const auto act = [list = m_list, index = QPersistentModelIndex(index()), name] {
         if (!index.isValid())
             return;
+        // What is pressed behind a sheet is for those to decide who hear of a click.
         if (name == pressAction()) {
             Q_EMIT list->clicked(index);
         } else if (!isCovered(list)) {

@@ -51,8 +51,7 @@ public:
     }
 
     [[nodiscard]] QStringList actionNames() const override {
-        const bool isInReach = action().canTrigger() && !isCovered(list());
-        return isInReach ? QStringList{pressAction()} : QStringList();
+        return action().canTrigger() ? QStringList{pressAction()} : QStringList();
     }
 
     void doAction(const QString& name) override {
@@ -112,8 +111,6 @@ public:
 
     [[nodiscard]] QStringList actionNames() const override {
         QStringList names;
-        if (isCovered(list()))
-            return names;
         if (isSelectable())
             names.append(pressAction());
         for (const RowAction& action : rows()->menuActions(shown()))

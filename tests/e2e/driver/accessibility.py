@@ -49,6 +49,7 @@ _STATES = {
 # In coordinates of the screen, not of the window.
 _SCREEN = 0
 _LONGEST_TEXT = 200_000
+_TO_THE_END = -1
 
 
 class Ref(NamedTuple):
@@ -61,6 +62,11 @@ class Call(NamedTuple):
     interface: str
     method: str
     arguments: GLib.Variant | None = None
+
+
+def _end_of(length: int | None) -> int:
+    """The end of a text wherever that is by then: the toolkit warns of one that was."""
+    return _LONGEST_TEXT if length and length > _LONGEST_TEXT else _TO_THE_END
 
 
 class AccessibilityBus:
@@ -256,7 +262,7 @@ class AccessibilityBus:
         )
         # An end beyond the text's own gives nothing at all.
         contents = self._call_all(
-            Call(ref, _TEXT, "GetText", GLib.Variant("(ii)", (0, min(length or 0, _LONGEST_TEXT))))
+            Call(ref, _TEXT, "GetText", GLib.Variant("(ii)", (0, _end_of(length))))
             for (ref, _), length in zip(texts, lengths)
         )
         for (_, node), content in zip(texts, contents):
