@@ -4,11 +4,13 @@
 #include "ListDriver.h"
 #include "Pixels.h"
 #include "UiTest.h"
+#include "style/LumoraStyle.h"
 #include "style/Theme.h"
 #include "widgets/RowListView.h"
 
 #include <QApplication>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolTip>
@@ -161,6 +163,7 @@ private Q_SLOTS:
     void takesAPressWhereItLies();
     void takesNothingBesideTheRows();
     void rendersSpinnersOnlyWhileTheyCanBeSeen();
+    void turnsItsSpinnersAsTheDesktopWishes();
 };
 
 void RowListViewTest::choosesARowByClick() {
@@ -839,6 +842,25 @@ void RowListViewTest::rendersSpinnersOnlyWhileTheyCanBeSeen() {
     QVERIFY(isTurning());
     window.set(items(40));
     QTRY_VERIFY(!isTurning());
+}
+
+void RowListViewTest::turnsItsSpinnersAsTheDesktopWishes() {
+    auto& style = dynamic_cast<LumoraStyle&>(*QApplication::style());
+    const auto restore = qScopeGuard([&style] { style.setMotion(LumoraStyle::Motion::Usual); });
+    style.setMotion(LumoraStyle::Motion::Reduced);
+    const Window window({item(u"a"_s, Kind::Spinner)});
+    const PaintCounter paints(window.view->viewport());
+    QTRY_VERIFY(paints.count() > 0);
+    style.setMotion(LumoraStyle::Motion::Usual);
+    // In one of the calm kind's seconds there is room for many.
+    const auto isInMotion = [&] {
+        const int before = paints.count();
+        return QTest::qWaitFor([&] { return paints.count() > before + 2; }, 1'000);
+    };
+    constexpr int patience = 10'000;
+    QVERIFY(QTest::qWaitFor(isInMotion, patience));
+    style.setMotion(LumoraStyle::Motion::Reduced);
+    QVERIFY(QTest::qWaitFor([&] { return !isInMotion(); }, patience));
 }
 
 LUMORA_UI_TEST_MAIN(RowListViewTest)

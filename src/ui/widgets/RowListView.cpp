@@ -411,10 +411,13 @@ void RowListView::paintEvent(QPaintEvent* event) {
 }
 
 void RowListView::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != m_spinnerTimer.timerId())
+    if (event->timerId() != m_spinnerTimer.timerId()) {
         QListView::timerEvent(event);
-    else if (isVisible() && showsSpinner())
+    } else if (isVisible() && showsSpinner()) {
         viewport()->update();
-    else
+        // The desktop's wish may be another one by now.
+        m_spinnerTimer.start(Spinner::interval(this), this);
+    } else {
         m_spinnerTimer.stop();
+    }
 }
