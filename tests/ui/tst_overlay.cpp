@@ -105,7 +105,8 @@ private Q_SLOTS:
     void leavesTheCurrentRowInSight();
     void leavesTheSettingsInReach();
     void leavesTheLinksInReach();
-    void leavesTheCurrentLinkInSight();
+    void leavesTheCurrentControlInSight_data();
+    void leavesTheCurrentControlInSight();
     void leavesMenuAndSidebarInReach_data();
     void leavesMenuAndSidebarInReach();
     void hasAShadowAroundIt();
@@ -381,18 +382,27 @@ void OverlayTest::leavesTheLinksInReach() {
     QTRY_COMPARE(place(), before);
 }
 
-void OverlayTest::leavesTheCurrentLinkInSight() {
+void OverlayTest::leavesTheCurrentControlInSight_data() {
+    QTest::addColumn<SidebarCategory>("page");
+    QTest::addColumn<QString>("control");
+    QTest::newRow("a link") << SidebarCategory::about << u"link-doc.text"_s;
+    QTest::newRow("a button") << SidebarCategory::settings << u"doctorButton"_s;
+}
+
+void OverlayTest::leavesTheCurrentControlInSight() {
+    QFETCH(SidebarCategory, page);
+    QFETCH(QString, control);
     AppWindow app;
     app.window.resize(700, 450);
     app.showLoaded();
-    app.choose(SidebarCategory::about);
-    QVERIFY(Focus::tabTo(u"link-doc.text"_s));
-    const QWidget& link = *QApplication::focusWidget();
+    app.choose(page);
+    QVERIFY(Focus::tabTo(control));
+    const QWidget& widget = *QApplication::focusWidget();
     const OperationOverlay& shown = showOverlay(app, u"one line"_s);
-    QVERIFY(isInSight(link, shown));
+    QVERIFY(isInSight(widget, shown));
     app.manager.operationOutput.set(longTranscript);
     QCoreApplication::processEvents();
-    QVERIFY(isInSight(link, shown));
+    QVERIFY(isInSight(widget, shown));
     // Who looks at something else then isn't called back by every line.
     auto& bar =
         *require<QScrollArea>(*app.window.content()->detailColumn()->page()).verticalScrollBar();

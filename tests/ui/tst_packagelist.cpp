@@ -457,8 +457,7 @@ void PackageListTest::choosesWhatIsClicked() {
     window.page().list().click(list.id(u"wget"_s));
     QCOMPARE(window.selection.selectedPackageID(), list.id(u"wget"_s));
     QTRY_COMPARE(window.page().list().selectedIds(), QStringList{list.id(u"wget"_s)});
-    const std::optional<QString> nothing;
-    window.selection.setSelectedPackageID(nothing);
+    window.selection.setSelectedPackageID(std::nullopt);
     QTRY_COMPARE(window.page().list().selectedIds(), QStringList());
 }
 

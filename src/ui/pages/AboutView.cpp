@@ -11,7 +11,6 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
-#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 
@@ -87,19 +86,7 @@ AboutView::AboutView(BrewManager& manager, const QString& picture, QWidget* pare
                         aboutLink(u"envelope"_s, L10n::contact(), Addresses::contact),
                         aboutLink(u"doc.text"_s, L10n::openSourceInfo(), Addresses::repository)}),
          Boxes::stretch()}));
-    m_scroll = Boxes::scrolling(content);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    setLayout(Boxes::column(0, {m_scroll}));
-}
-
-void AboutView::setCoveredHeight(int height) {
-    const QMargins margins(0, 0, 0, height);
-    if (margins == layout()->contentsMargins())
-        return;
-    layout()->setContentsMargins(margins);
-    layout()->activate();
-    if (isAncestorOf(window()->focusWidget()))
-        m_scroll->ensureWidgetVisible(window()->focusWidget());
+    setScrolledContent(content);
 }
 
 void AboutView::render() {

@@ -3,8 +3,6 @@
 
 #include "views/Page.h"
 
-class QScrollArea;
-
 /// The application's icon, name and version, and where to find more about it.
 class AboutView final : public Page {
     Q_OBJECT
@@ -14,11 +12,6 @@ public:
     /// one its icon is shown, smaller.
     AboutView(BrewManager& manager, const QString& picture, QWidget* parent = nullptr);
 
-    void setCoveredHeight(int height) override;
-
 protected:
     void render() override;
-
-private:
-    QScrollArea* m_scroll;
 };

@@ -18,7 +18,6 @@
 #include "widgets/SymbolLabel.h"
 
 #include <QPointer>
-#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 
@@ -68,14 +67,7 @@ SettingsView::SettingsView(LangManager& langManager, BrewManager& manager, QWidg
                                       Boxes::hairline(), makeDoctor(), Boxes::stretch()},
                                      {padding, padding - 2, padding, padding}));
     content->setMaximumWidth(Metrics::widestContent);
-    QScrollArea* const scroll = Boxes::scrolling(content);
-    scroll->setAlignment(Qt::AlignHCenter);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    setLayout(Boxes::column(0, {scroll}));
-}
-
-void SettingsView::setCoveredHeight(int height) {
-    layout()->setContentsMargins(0, 0, 0, height);
+    setScrolledContent(content);
 }
 
 QLayout* SettingsView::makeLanguage() {

@@ -18,8 +18,6 @@ class SettingsView final : public Page {
 public:
     SettingsView(LangManager& langManager, BrewManager& manager, QWidget* parent = nullptr);
 
-    void setCoveredHeight(int height) override;
-
 protected:
     void render() override;
 

@@ -18,9 +18,9 @@ public:
         return m_selectedPackageID;
     }
 
-    void setSelectedPackageID(std::optional<QString> packageID) {
+    void setSelectedPackageID(const std::optional<QString>& packageID) {
         m_before.clear();
-        select(std::move(packageID));
+        select(packageID);
     }
 
     void goOnTo(const QString& packageID) {
@@ -39,10 +39,10 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void select(std::optional<QString> packageID) {
+    void select(const std::optional<QString>& packageID) {
         if (packageID == m_selectedPackageID)
             return;
-        m_selectedPackageID = std::move(packageID);
+        m_selectedPackageID = packageID;
         Q_EMIT changed();
     }
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "views/Page.h"
 
+#include "widgets/Boxes.h"
 #include "widgets/IconButton.h"
 #include "widgets/SearchField.h"
 
 #include <QHBoxLayout>
+#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +29,24 @@ void Page::setTitle(const QString& title) {
         return;
     m_title = title;
     Q_EMIT titleChanged(title);
+}
+
+void Page::setScrolledContent(QWidget* content) {
+    m_scroll = Boxes::scrolling(content);
+    m_scroll->setAlignment(Qt::AlignHCenter);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    setLayout(Boxes::column(0, {m_scroll}));
+}
+
+void Page::setCoveredHeight(int height) {
+    const QMargins margins(0, 0, 0, height);
+    if (m_scroll == nullptr || margins == layout()->contentsMargins())
+        return;
+    layout()->setContentsMargins(margins);
+    layout()->activate();
+    QWidget* const focused = window()->focusWidget();
+    if (isAncestorOf(focused))
+        m_scroll->ensureWidgetVisible(focused);
 }
 
 void Page::addHeaderControl(QWidget* control) {

@@ -4,6 +4,7 @@
 #include "views/View.h"
 
 class IconButton;
+class QScrollArea;
 class SearchField;
 
 /// What the detail column shows for one category: a title, controls for the header and the
@@ -28,7 +29,7 @@ public:
 
     /// So much of the page, from below, is covered by something that lies over the window: what can
     /// be scrolled is to be kept clear of it.
-    virtual void setCoveredHeight(int) {}
+    virtual void setCoveredHeight(int height);
 
     /// Puts the focus on the search field, if there is one to be seen.
     void focusSearch() const;
@@ -45,6 +46,9 @@ protected:
     void showEvent(QShowEvent* event) override;
 
     void setTitle(const QString& title);
+    /// Fills the page with what is scrolled where there is no room for it, centred where there is
+    /// more than it takes.
+    void setScrolledContent(QWidget* content);
     /// Adds a control to the header, behind those that are there.
     void addHeaderControl(QWidget* control);
     SearchField* addSearchField(const QString& placeholder);
@@ -55,6 +59,7 @@ protected:
 private:
     QString m_title;
     bool m_wasShown{false};
+    QScrollArea* m_scroll{nullptr};
     QWidget* m_headerControls;
     SearchField* m_searchField{nullptr};
     IconButton* m_refreshButton{nullptr};
