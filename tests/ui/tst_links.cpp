@@ -47,6 +47,11 @@ private:
         package.homepage = homepage;
         m_manager.formulae.set({package});
         QCoreApplication::processEvents();
+        // The report that comes moves what is to be clicked.
+        QVERIFY(QTest::qWaitFor([this] { return findVisible<Spinner>(m_window) == nullptr; }));
+        // Rendering and layout each in a turn of their own at most.
+        for (int turn = 0; turn < 3; ++turn)
+            QCoreApplication::processEvents();
     }
 
     const ScriptedBrew m_brew;
