@@ -187,8 +187,6 @@ void ContentView::updateOverlay() {
             m_overlay = new OperationOverlay(this);
         m_overlay->setOutput(*manager().operationOutput);
         m_overlay->show();
-        // Nothing hidden is told its size: only now the transcript knows how high it is.
-        m_overlay->place();
     }
     keepClearOfOverlay();
 }
@@ -201,7 +199,7 @@ void ContentView::removeOverlay() {
     if (hasFocus() && m_detailColumn->page() != nullptr)
         m_detailColumn->page()->enterContent();
     if (hasFocus())
-        m_sidebar->enter();
+        m_sidebar->setFocus(Qt::OtherFocusReason);
     delete std::exchange(m_overlay, nullptr);
 }
 

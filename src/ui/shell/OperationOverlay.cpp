@@ -75,6 +75,11 @@ void OperationOverlay::place() {
                 room.width() - 2 * (sideMargin - shadowRadius), height);
 }
 
+void OperationOverlay::showEvent(QShowEvent*) {
+    // Nothing hidden is told its size: only now the transcript knows how high it is.
+    place();
+}
+
 void OperationOverlay::paintEvent(QPaintEvent*) {
     const Theme& theme = Theme::of(this);
     const QRectF panel =

@@ -16,13 +16,15 @@ public:
 
     void setOutput(const QString& output);
     [[nodiscard]] QString output() const;
-    /// Puts the panel at the bottom of its parent.
-    void place();
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Puts the panel at the bottom of its parent.
+    void place();
+
     OutputText* m_output;
 };

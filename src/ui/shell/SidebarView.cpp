@@ -52,10 +52,6 @@ void SidebarView::setCoveredHeight(int height) {
     layout()->setContentsMargins(0, topMargin, 0, height);
 }
 
-void SidebarView::enter() {
-    m_list->setFocus(Qt::OtherFocusReason);
-}
-
 void SidebarView::open(const QModelIndex& index) {
     const QVariant category = index.data(SidebarDelegate::CategoryRole);
     if (category.isValid())

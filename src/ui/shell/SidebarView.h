@@ -20,8 +20,6 @@ public:
 
     /// So much of the sidebar, from below, is covered by something else.
     void setCoveredHeight(int height);
-    /// Puts the focus on the list.
-    void enter();
 
     [[nodiscard]] QListView* list() const { return m_list; }
 
