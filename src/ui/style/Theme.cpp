@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include <array>
+
 namespace {
 
 using Contrast = Theme::Contrast;
@@ -58,6 +60,13 @@ Theme makeTheme(bool isDark, Contrast contrast) {
     };
 }
 
+const Theme& themeFor(bool isDark, Contrast contrast) {
+    static const std::array themes{
+        makeTheme(false, Contrast::Usual), makeTheme(false, Contrast::Higher),
+        makeTheme(true, Contrast::Usual), makeTheme(true, Contrast::Higher)};
+    return themes.at((isDark ? 2 : 0) + (contrast == Contrast::Higher ? 1 : 0));
+}
+
 } // namespace
 
 QColor withOpacity(QColor color, double opacity) {
@@ -66,15 +75,11 @@ QColor withOpacity(QColor color, double opacity) {
 }
 
 const Theme& Theme::light(Contrast contrast) {
-    static const Theme usual = makeTheme(false, Contrast::Usual);
-    static const Theme higher = makeTheme(false, Contrast::Higher);
-    return contrast == Contrast::Higher ? higher : usual;
+    return themeFor(false, contrast);
 }
 
 const Theme& Theme::dark(Contrast contrast) {
-    static const Theme usual = makeTheme(true, Contrast::Usual);
-    static const Theme higher = makeTheme(true, Contrast::Higher);
-    return contrast == Contrast::Higher ? higher : usual;
+    return themeFor(true, contrast);
 }
 
 const Theme& Theme::of(const QWidget* widget) {
@@ -84,13 +89,10 @@ const Theme& Theme::of(const QWidget* widget) {
 const Theme& Theme::of(const QPalette& palette) {
     const bool textIsLighter = palette.color(QPalette::WindowText).lightness() >
                                palette.color(QPalette::Window).lightness();
-    const auto themeOf = [textIsLighter](Contrast contrast) -> const Theme& {
-        return textIsLighter ? dark(contrast) : light(contrast);
-    };
-    const Theme& higher = themeOf(Contrast::Higher);
+    const Theme& higher = themeFor(textIsLighter, Contrast::Higher);
     return palette.color(QPalette::PlaceholderText) == higher.secondaryText
                ? higher
-               : themeOf(Contrast::Usual);
+               : themeFor(textIsLighter, Contrast::Usual);
 }
 
 QPalette Theme::palette() const {
