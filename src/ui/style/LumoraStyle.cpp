@@ -101,6 +101,8 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
     const bool destructive = prominenceOf(widget) == Prominence::Destructive;
     const bool prominent = prominenceOf(widget) == Prominence::Prominent ||
                            button->features.testFlag(QStyleOptionButton::DefaultButton);
+    const bool isFilled = prominent || destructive;
+    const QColor& onFill = destructive ? theme.onDestructive : theme.onAccent;
     painter->save();
     Painting::drawButton(painter, option->rect, theme,
                          {.isEnabled = isEnabled,
@@ -110,12 +112,8 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
                           .isDestructive = destructive});
     if (option->state.testFlag(State_HasFocus) &&
         option->state.testFlag(State_KeyboardFocusChange)) {
-        if (prominent)
-            Painting::drawFocusRingWithin(painter, option->rect, Metrics::rowRadius,
-                                          theme.onAccent);
-        else if (destructive)
-            Painting::drawFocusRingWithin(painter, option->rect, Metrics::rowRadius,
-                                          theme.onDestructive);
+        if (isFilled)
+            Painting::drawFocusRingWithin(painter, option->rect, Metrics::rowRadius, onFill);
         else
             Painting::drawFocusRing(painter, option->rect, Metrics::buttonRadius, theme);
     }
@@ -132,8 +130,8 @@ void LumoraStyle::drawPushButton(const QStyleOption* option, QPainter* painter,
                            isEnabled ? QIcon::Normal : QIcon::Disabled);
     }
     QPalette palette = option->palette;
-    if (prominent || destructive)
-        palette.setColor(QPalette::ButtonText, destructive ? theme.onDestructive : theme.onAccent);
+    if (isFilled)
+        palette.setColor(QPalette::ButtonText, onFill);
     drawItemText(painter, content.adjusted(iconWidth, 0, 1, 0),
                  Qt::AlignLeft | Qt::AlignVCenter | Qt::TextHideMnemonic, palette, isEnabled,
                  button->text, QPalette::ButtonText);
