@@ -9,9 +9,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void writeFile(const QString& path, const QByteArray& content) {
+void writeFile(const QString& path, const QByteArray& content, bool isProgram = false) {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+    bool isWritten = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    // Before the file has its name: somebody may be about to run what has it now.
+    if (isProgram)
+        isWritten = isWritten &&
+                    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (!isWritten || !file.commit())
         qFatal("%s could not be written", qUtf8Printable(path));
 }
 
@@ -28,8 +33,12 @@ FakeBrew::FakeBrew(const QByteArray& body) {
 }
 
 void FakeBrew::setBody(const QByteArray& body) const {
-    writeFile(path(), "#!/bin/sh\n" + body + '\n');
-    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    // The program only reads it: what a thread that starts a command holds open for writing, for
+    // the moment between fork and exec, can't be executed by anybody ("text file busy").
+    const QString script = m_folder.filePath(u"body"_s);
+    writeFile(script, body + '\n');
+    if (!QFile::exists(path()))
+        writeFile(path(), "#!/bin/sh\n. " + script.toUtf8() + '\n', true);
 }
 
 void FakeBrew::remove() const {
