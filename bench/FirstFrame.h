@@ -1,29 +1,41 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QApplication>
 #include <QEvent>
 #include <QTimer>
 #include <QWidget>
 
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 /// Tells the world when a window has painted its first frame: writes one line to standard
-/// output, and ends the process there if it was started with --exit.
+/// output, and ends the process there if it is to.
 class FirstFrame final : public QObject {
 public:
-    explicit FirstFrame(QWidget* window) : m_window(window) { window->installEventFilter(this); }
+    enum class Then { GoOn, Exit };
+
+    /// What the program was asked for, by a last argument that is nobody else's.
+    [[nodiscard]] static Then takeLast(int& argc, char* argv[]) {
+        if (std::string_view(argv[argc - 1]) != "--exit")
+            return Then::GoOn;
+        argv[--argc] = nullptr;
+        return Then::Exit;
+    }
+
+    FirstFrame(QWidget* window, Then then) : m_window(window), m_then(then) {
+        window->installEventFilter(this);
+    }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (watched == m_window && event->type() == QEvent::Paint) {
             m_window->removeEventFilter(this);
             // After this turn, in which the frame goes to the window system.
-            QTimer::singleShot(0, this, [] {
+            QTimer::singleShot(0, this, [this] {
                 std::puts("first frame");
                 std::fflush(stdout);
-                if (QApplication::arguments().contains(QStringLiteral("--exit")))
+                if (m_then == Then::Exit)
                     std::_Exit(0);
             });
         }
@@ -32,4 +44,5 @@ protected:
 
 private:
     QWidget* m_window;
+    Then m_then;
 };

@@ -1,25 +1,24 @@
 // SPDX-License-Identifier: MIT
 //
-// The application as main() puts it together, with a watch on its first frame.
-// Usage: bench_launch BREW [--exit]
-#include "BrewDiscovery.h"
-#include "BrewManager.h"
+// The application as main() starts it, with a watch on its first frame and, where the environment
+// names one, a release service of its own.
+// Usage: [LUMORA_BENCH_RELEASES=ADDRESS] bench_launch BREW [--exit]
 #include "FirstFrame.h"
-#include "LangManager.h"
-#include "shell/MainWindow.h"
-#include "style/Look.h"
-#include "style/SystemAppearance.h"
-
-#include <cstdlib>
+#include "LumoraApp.h"
+#include "ShellProcess.h"
 
 int main(int argc, char* argv[]) {
-    const QApplication application(argc, argv);
-    Look::setUp();
-    const SystemAppearance appearance;
-    Look::setDark(appearance.isDark());
-    BrewManager manager(BrewDiscovery{.candidates = {argc > 1 ? argv[1] : ""}});
-    MainWindow window(manager, LangManager::shared(), QString());
-    const FirstFrame firstFrame(&window);
-    window.show();
-    std::_Exit(QApplication::exec());
+    const auto then = FirstFrame::takeLast(argc, argv);
+    if (argc != 2)
+        return EXIT_FAILURE;
+    prepareForChildProcesses();
+    char option[] = "--brew";
+    char* words[] = {argv[0], option, argv[1], nullptr};
+    int count = 3;
+    // Nobody listens at the port that is none.
+    const QString releases =
+        qEnvironmentVariable("LUMORA_BENCH_RELEASES", QStringLiteral("http://127.0.0.1:0"));
+    LumoraApp app(count, words, {.api = releases, .owner = QStringLiteral("bench")});
+    const FirstFrame firstFrame(&app.window(), then);
+    app.run();
 }

@@ -26,6 +26,8 @@ public:
     /// no destructor runs.
     [[noreturn]] void run();
 
+    [[nodiscard]] QWidget& window() { return *m_window; }
+
 private:
     void followDesktop();
 
