@@ -9,6 +9,7 @@
 #include "SearchResult.h"
 
 #include <QCoroTask>
+#include <QFuture>
 
 #include <functional>
 #include <optional>
@@ -56,6 +57,10 @@ public:
     /// "" when there is no brew.
     [[nodiscard]] const QString& brewPath() const { return m_brewPath; }
 
+    /// From now on the commands of loads start only once `until` is finished. The loads don't wait:
+    /// their flags say at once what is going on.
+    void holdLoadCommands(QFuture<void> until) { m_loadCommandsHeldUntil = std::move(until); }
+
     // Loads replace their lists whole, or leave them and set errorMessage.
     QCoro::Task<> loadFormulae();
     QCoro::Task<> loadCasks();
@@ -98,4 +103,6 @@ private:
     QCoro::Task<QString> runReport(QStringList arguments,
                                    std::function<QString(const Printed&)> choose);
     QString m_brewPath;
+    /// A future of nothing is a finished one.
+    QFuture<void> m_loadCommandsHeldUntil;
 };

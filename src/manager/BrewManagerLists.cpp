@@ -41,6 +41,9 @@ QCoro::Task<> BrewManager::runLoad(Load load) {
     const QPointer<BrewManager> self(this);
     load.isLoading.set(true);
     errorMessage.set(std::nullopt);
+    co_await m_loadCommandsHeldUntil;
+    if (!self)
+        co_return;
     const auto outcome = co_await runDetached(m_brewPath, load.arguments);
     if (!self)
         co_return;

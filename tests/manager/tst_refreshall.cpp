@@ -5,6 +5,7 @@
 #include "LoadCase.h"
 #include "PublicationRecorder.h"
 
+#include <QPromise>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +25,8 @@ private Q_SLOTS:
     void replacesTheOtherListsWhenOneReportIsBroken();
     void failsFourTimesWithoutBrew();
     void mayOverlapItself();
+    void holdsItsCommandsBackAsLongAsIsWished();
+    void startsNothingThatIsHeldBackOnceTheManagerIsGone();
 
 private:
     const FreshHome m_home;
@@ -228,6 +231,48 @@ void RefreshAllTest::mayOverlapItself() {
     QTRY_VERIFY(first.isReady() && second.isReady());
     QVERIFY(!isLoadingAnything(manager));
     QCOMPARE(manager.taps->size(), 2);
+}
+
+void RefreshAllTest::holdsItsCommandsBackAsLongAsIsWished() {
+    const FakeBrew brew;
+    brew.setBody(brew.recordArguments() +
+                 LoadCase::answers(brew, [](const LoadCase&) { return ""; }));
+    BrewManager manager(brewAt(brew));
+    QPromise<void> start;
+    start.start();
+    manager.holdLoadCommands(start.future());
+
+    const auto task = manager.refreshAll();
+    for (const LoadCase& row : LoadCase::all())
+        QVERIFY(*(manager.*row.flag));
+    // What is no load is not held back. It takes as long as a load that weren't either.
+    for (int i = 0; i < 3; ++i)
+        QCoro::waitFor(manager.doctor());
+    QCOMPARE(brew.recordedRuns(), QList<QStringList>(3, {u"doctor"_s}));
+
+    start.finish();
+    QTRY_VERIFY(task.isReady());
+    QVERIFY(!isLoadingAnything(manager));
+    QCOMPARE(brew.recordedRuns().size(), 3 + 4);
+    QCOMPARE(manager.taps->size(), 2);
+    QCoro::waitFor(manager.loadTaps());
+    QCOMPARE(brew.recordedRuns().size(), 3 + 4 + 1);
+}
+
+void RefreshAllTest::startsNothingThatIsHeldBackOnceTheManagerIsGone() {
+    const FakeBrew brew;
+    brew.setBody(brew.recordArguments());
+    QPromise<void> start;
+    start.start();
+    auto manager = std::make_unique<BrewManager>(brewAt(brew));
+    manager->holdLoadCommands(start.future());
+    const auto task = manager->refreshAll();
+    manager.reset();
+    start.finish();
+    QTRY_VERIFY(task.isReady());
+    BrewManager another(brewAt(brew));
+    QCoro::waitFor(another.doctor());
+    QCOMPARE(brew.recordedRuns(), QList<QStringList>{{u"doctor"_s}});
 }
 
 QTEST_GUILESS_MAIN(RefreshAllTest)

@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTimer>
@@ -61,6 +62,8 @@ class ShellTest final : public QObject {
 private Q_SLOTS:
     void showsTheLoadingFormulaeFirst();
     void refreshesOnceAtTheStart();
+    void startsNoCommandBeforeTheFirstFrame();
+    void startsTheCommandsWhereNoFrameComes();
     void opensAtItsSizeAndNotBelowTheSmallest();
     void keepsTheSidebarWithinItsWidths();
     void showsAPageForEveryCategory_data();
@@ -104,6 +107,33 @@ void ShellTest::refreshesOnceAtTheStart() {
     QCoreApplication::processEvents();
     QVERIFY(!*app.manager.isLoadingFormulae);
     QCOMPARE(app.brew.newRuns(), QStringList());
+}
+
+void ShellTest::startsNoCommandBeforeTheFirstFrame() {
+    AppWindow app;
+    // It is painted in a later turn than this one.
+    app.window.show();
+    QVERIFY(*app.manager.isLoadingFormulae);
+    QVERIFY(*app.manager.isLoadingTaps);
+    // As long as commands take that nothing holds back.
+    for (int i = 0; i < 3; ++i)
+        QProcess::execute(u"/bin/zsh"_s, {u"-l"_s, u"-c"_s, app.manager.brewPath() + u" other"_s});
+    QCOMPARE(app.brew.newRuns(), QStringList(3, u"other"_s));
+    app.waitUntilLoaded();
+    QCOMPARE(sorted(app.brew.newRuns()), allLoads);
+}
+
+void ShellTest::startsTheCommandsWhereNoFrameComes() {
+    AppWindow app;
+    app.brew.setFormulae({Samples::formula(u"wget"_s)});
+    const FirstPaint firstPaint(app.window);
+    // The offscreen platform paints minimised windows, too.
+    QShowEvent shown;
+    QCoreApplication::sendEvent(app.window.content(), &shown);
+    QVERIFY(*app.manager.isLoadingFormulae);
+    app.waitUntilLoaded();
+    QVERIFY(firstPaint.text().isNull());
+    QCOMPARE(sorted(app.brew.newRuns()), allLoads);
 }
 
 void ShellTest::opensAtItsSizeAndNotBelowTheSmallest() {

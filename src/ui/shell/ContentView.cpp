@@ -9,6 +9,7 @@
 #include "shell/DetailColumn.h"
 #include "shell/DetailSheet.h"
 #include "shell/FailureStrip.h"
+#include "shell/FirstFrame.h"
 #include "shell/OperationOverlay.h"
 #include "shell/OperationStrip.h"
 #include "shell/OutputSheet.h"
@@ -265,6 +266,9 @@ void ContentView::render() {
 
 void ContentView::showEvent(QShowEvent* event) {
     View::showEvent(event);
-    if (!std::exchange(m_wasShown, true) && *manager().brewAvailable)
-        manager().refreshAll();
+    if (std::exchange(m_wasShown, true) || !*manager().brewAvailable)
+        return;
+    // They would take the processors that are to paint it.
+    manager().holdLoadCommands(FirstFrame::of(window()));
+    manager().refreshAll();
 }
