@@ -130,8 +130,9 @@ int look(const QStringList& arguments) {
     const Application application(arguments);
     std::fputs(colors().constData(), stdout);
     const bool isStyled = qobject_cast<LumoraStyle*>(QApplication::style()) != nullptr;
-    const bool hasIcon = imageOf(Application::window().windowIcon()) ==
-                         imageOf(QIcon(LUMORA_SOURCE_DIR "/assets/Lumora.png"_L1));
+    const QImage icon = imageOf(Application::window().windowIcon());
+    const bool hasIcon =
+        !icon.isNull() && icon == imageOf(QIcon(LUMORA_SOURCE_DIR "/assets/Lumora.svg"_L1));
     const auto isAsLarge = [](const QFont& font, double size) {
         return qFuzzyCompare(font.pointSizeF(), Typography::font(size).pointSizeF());
     };

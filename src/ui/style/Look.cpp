@@ -13,7 +13,9 @@
 using namespace Qt::StringLiterals;
 
 void Look::setUp() {
-    QApplication::setWindowIcon(QIcon(u":/Lumora.png"_s));
+    // Drawn in the few small sizes that a window system is given. All of a picture of 512 pixels,
+    // decoded and sent, would take a fifth of the start.
+    QApplication::setWindowIcon(QIcon(u":/Lumora.svg"_s));
 #ifndef Q_OS_MACOS
     QApplication::setStyle(new LumoraStyle);
 #endif
