@@ -30,6 +30,13 @@ struct Parser final : QCommandLineParser {
         u"kind"_s, u"system"_s};
 };
 
+/// Ends the process as one that was called the wrong way.
+[[noreturn]] void refuse(const QString& complaint) {
+    constexpr int wrongUsage = 2;
+    std::fprintf(stderr, "Lumora: %s\n", qUtf8Printable(complaint));
+    std::exit(wrongUsage);
+}
+
 } // namespace
 
 void CommandLineOptions::answerQuestions(int argc, char* argv[]) {
@@ -49,6 +56,11 @@ void CommandLineOptions::answerQuestions(int argc, char* argv[]) {
 
 CommandLineOptions CommandLineOptions::parse(const QCoreApplication& application) {
     Parser parser;
+    if (!parser.parse(QCoreApplication::arguments()))
+        refuse(parser.errorText());
+    if (const QStringList strays = parser.positionalArguments(); !strays.isEmpty())
+        refuse(u"unexpected argument \"%1\""_s.arg(strays.constFirst()));
+    // Only questions are left to answer.
     parser.process(application);
 
     CommandLineOptions options;
@@ -60,8 +72,7 @@ CommandLineOptions CommandLineOptions::parse(const QCoreApplication& application
     } else if (kind == u"dark"_s) {
         options.appearance = Appearance::Dark;
     } else if (kind != u"system"_s) {
-        std::fprintf(stderr, "Lumora: unknown appearance \"%s\"\n", qUtf8Printable(kind));
-        std::exit(EXIT_FAILURE);
+        refuse(u"unknown appearance \"%1\""_s.arg(kind));
     }
     return options;
 }

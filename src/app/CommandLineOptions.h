@@ -19,7 +19,7 @@ struct CommandLineOptions final {
     /// nor a display; the application's name and version have to be set.
     static void answerQuestions(int argc, char* argv[]);
 
-    /// Reads the application's arguments; ends the process after --help, --version and
-    /// arguments that it doesn't know.
+    /// Reads the application's arguments. Ends the process after --help and --version, and
+    /// with a line on standard error and status 2 for arguments that it doesn't know.
     [[nodiscard]] static CommandLineOptions parse(const QCoreApplication& application);
 };
