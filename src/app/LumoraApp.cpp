@@ -52,7 +52,7 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
     m_notices.emplace(m_window->content()->notice(), *m_window);
 
     m_alerts.emplace(&*m_window);
-    m_updater.emplace(releases, bundle, *m_alerts);
+    m_updater.emplace(releases, bundle, *m_alerts, QApplication::arguments().sliced(1));
     QObject::connect(&*m_window, &MainWindow::updateCheckRequested, &*m_updater,
                      &AutoUpdater::checkForUpdatesManually);
     QObject::connect(&*m_updater, &AutoUpdater::terminationRequested, &*m_application,

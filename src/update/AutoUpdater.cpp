@@ -53,8 +53,12 @@ UpdateAlerts::Alert updateOffer(const QString& version, const QString& current) 
 
 } // namespace
 
-AutoUpdater::AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts)
-    : m_source(std::move(source)), m_bundle(std::move(bundle)), m_alerts(alerts) {}
+AutoUpdater::AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts,
+                         QStringList arguments)
+    : m_source(std::move(source)),
+      m_bundle(std::move(bundle)),
+      m_alerts(alerts),
+      m_arguments(std::move(arguments)) {}
 
 void AutoUpdater::checkAfterLaunch() {
     if (const auto version = takeUpdatedVersion())

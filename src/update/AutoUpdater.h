@@ -7,6 +7,7 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QStringList>
 
 #include <memory>
 
@@ -32,8 +33,9 @@ class AutoUpdater final : public QObject {
 public:
     using UpdateError = ::UpdateError;
 
-    /// The alerts outlive the updater.
-    AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts);
+    /// The alerts outlive the updater. A new bundle is started with `arguments`.
+    AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts,
+                QStringList arguments = {});
 
     /// Tells of an update that has just been installed, and looks for the next one; returns
     /// at once.
@@ -78,6 +80,7 @@ private:
     ReleaseSource m_source;
     ApplicationBundle m_bundle;
     UpdateAlerts& m_alerts;
+    QStringList m_arguments;
     /// Made for the first check: it is neither small nor quick to make. Every request under
     /// way shares it.
     std::shared_ptr<QNetworkAccessManager> m_network;

@@ -7,7 +7,6 @@
 
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QStringList>
 
 #include <algorithm>
 #include <cerrno>
@@ -30,12 +29,21 @@ QString patternFor(const QString& path) {
     return pattern;
 }
 
-QString startingLine(const QString& appPath) {
+/// Each after a blank, as a word of a command line.
+QString words(const QStringList& arguments) {
+    QString words;
+    for (QString argument : arguments)
+        words += u" '"_s + argument.replace(u'\'', u"'\\''"_s) + u'\'';
+    return words;
+}
+
+QString startingLine(const QString& appPath, const QStringList& arguments) {
 #ifdef Q_OS_MACOS
-    return u"open "_s + quoted(appPath);
+    return u"open "_s + quoted(appPath) +
+           (arguments.isEmpty() ? QString() : u" --args"_s + words(arguments));
 #else
     // A session of its own keeps it out of reach of whatever ends the script's.
-    return u"setsid "_s + quoted(ApplicationBundle::executableIn(appPath)) +
+    return u"setsid "_s + quoted(ApplicationBundle::executableIn(appPath)) + words(arguments) +
            u" > /dev/null 2>&1 &"_s;
 #endif
 }
@@ -57,7 +65,7 @@ QString UpdateScript::text() const {
         u"rm -f "_s + quoted(archivePath),
         u"rm -rf "_s + quoted(unpackFolder),
         u"rm -f "_s + quoted(scriptPath),
-        startingLine(appPath),
+        startingLine(appPath, arguments),
     };
     return lines.join(u'\n');
 }

@@ -3,6 +3,7 @@
 
 #include <QCoroTask>
 #include <QString>
+#include <QStringList>
 
 /// The shell script that swaps the bundles once the application is gone, and starts the
 /// new one.
@@ -14,6 +15,8 @@ struct UpdateScript final {
     QString archivePath;
     QString unpackFolder;
     QString scriptPath;
+    /// What the new bundle is started with, whatever is in them.
+    QStringList arguments{};
 
     /// The lines, without a line feed after the last. Paths stand in double quotes as they
     /// are: see canName().

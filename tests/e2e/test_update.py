@@ -132,6 +132,11 @@ def process_running(program: Path) -> int | None:
     return None
 
 
+def arguments_of(process: int) -> list[str]:
+    words = Path(f"/proc/{process}/cmdline").read_text(encoding="utf-8").split("\0")
+    return words[1:-1]
+
+
 class SelfUpdate(DesktopTest):
     prefix_options = ("--small", "--pace", "0")
 
@@ -207,12 +212,15 @@ class SelfUpdate(DesktopTest):
         self.service.offer("0.2.0", file=str(self.make_archive()))
         (self.bundle / "Contents/Resources/old").write_text("old\n")
         app = self.start_bundle()
+        arguments = arguments_of(app.process_id)
+        self.assertIn("--brew", arguments)
         app.find("New Version v0.2.0 Available", role="label")
         app.find(re.compile("^Current: v0.1.9\n"), role="label")
         self.assertEqual(self.service.requests(), [LATEST])
         app.answer("Update Now")
 
         restarted = self.wait_for_restart(app)
+        self.assertEqual(arguments_of(restarted.process_id), arguments)
         restarted.find("Update Complete", role="label")
         restarted.find("Updated to v0.2.0.", role="label")
         self.assertEqual(version_of(self.bundle), "0.2.0")

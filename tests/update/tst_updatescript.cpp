@@ -19,6 +19,7 @@ class UpdateScriptTest final : public QObject {
 private Q_SLOTS:
     void hasFourteenLines();
     void takesPathsAsTheyAre();
+    void startsTheNewBundleWithArguments();
     void knowsWhichPathsItCanName_data();
     void knowsWhichPathsItCanName();
     void swapsTheBundles();
@@ -135,6 +136,28 @@ void UpdateScriptTest::takesPathsAsTheyAre() {
                               .unpackFolder = u"u"_s,
                               .scriptPath = u"s"_s};
     QCOMPARE(script.text().split(u'\n').value(8), u"rm -rf \"/한 글/%1 'a' & \"b\".app\""_s);
+}
+
+void UpdateScriptTest::startsTheNewBundleWithArguments() {
+    const Swap swap;
+    const QStringList arguments{u"--brew"_s, u"/o'p't/$(touch code)/ü %1\"`\\"_s, QString()};
+    UpdateScript script = swap.script();
+    script.arguments = arguments;
+    const QString line = script.text().section(u'\n', -1);
+    QVERIFY2(line.startsWith(swap.script().text().section(u'\n', -1).section(u" >"_s, 0, 0)),
+             qPrintable(line));
+    // As a shell takes them.
+    QString call = line;
+#ifdef Q_OS_MACOS
+    call.replace(u"open \""_s + script.appPath + u"\" --args"_s, u"printf '%s\\n'"_s);
+#else
+    call.replace(u"setsid \""_s + swap.old().executable() + u'"', u"printf '%s\\n'"_s);
+    call.chop(QStringLiteral(" > /dev/null 2>&1 &").size());
+#endif
+    QProcess shell;
+    shell.start(u"/bin/bash"_s, {u"-c"_s, call});
+    QVERIFY(shell.waitForFinished());
+    QCOMPARE(QString::fromUtf8(shell.readAll()), arguments.join(u'\n') + u'\n');
 }
 
 void UpdateScriptTest::knowsWhichPathsItCanName_data() {
