@@ -20,6 +20,17 @@ BrewDiscovery discoveryFor(const CommandLineOptions& options) {
     return {.candidates = {options.brewPath->toStdString()}, .askShell = false};
 }
 
+/// What an update may put a newer one in the place of.
+std::optional<ApplicationBundle> replaceable(const std::optional<ApplicationBundle>& bundle) {
+#ifdef LUMORA_SELF_UPDATE
+    return bundle;
+#else
+    // Whoever has built it without the self-updater has another way to update it.
+    (void)bundle;
+    return std::nullopt;
+#endif
+}
+
 } // namespace
 
 LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
@@ -47,12 +58,14 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
     m_toolkitTexts.emplace(LangManager::shared());
     m_brewManager.emplace(discoveryFor(m_options));
     m_sleepInhibitor.emplace(*m_brewManager);
-    const ApplicationBundle bundle = ApplicationBundle::running();
-    m_window.emplace(*m_brewManager, LangManager::shared(), bundle.picturePath());
+    const std::optional<ApplicationBundle> bundle = ApplicationBundle::running();
+    m_window.emplace(*m_brewManager, LangManager::shared(),
+                     bundle ? bundle->picturePath() : QString());
     m_notices.emplace(m_window->content()->notice(), *m_window);
 
     m_alerts.emplace(&*m_window);
-    m_updater.emplace(releases, bundle, *m_alerts, QApplication::arguments().sliced(1));
+    m_updater.emplace(releases, replaceable(bundle), *m_alerts,
+                      QApplication::arguments().sliced(1));
     QObject::connect(&*m_window, &MainWindow::updateCheckRequested, &*m_updater,
                      &AutoUpdater::checkForUpdatesManually);
     QObject::connect(&*m_updater, &AutoUpdater::terminationRequested, &*m_application,

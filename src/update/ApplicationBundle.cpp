@@ -38,11 +38,11 @@ std::optional<QString> textForKey(QIODevice* propertyList, QStringView key) {
 
 } // namespace
 
-ApplicationBundle ApplicationBundle::running() {
-    QString path = QCoreApplication::applicationDirPath();
-    if (path.endsWith(executableFolder))
-        path.chop(executableFolder.size());
-    return ApplicationBundle(path);
+std::optional<ApplicationBundle> ApplicationBundle::running() {
+    const QString path = QCoreApplication::applicationDirPath();
+    if (!path.endsWith(executableFolder))
+        return std::nullopt;
+    return ApplicationBundle(path.chopped(executableFolder.size()));
 }
 
 QString ApplicationBundle::version() const {

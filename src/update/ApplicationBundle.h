@@ -7,14 +7,13 @@
 
 /// The folder Lumora.app that an application runs from.
 ///
-/// macOS's layout serves on Linux, too, with the executable in Contents/bin. An application
-/// outside of any bundle has its executable's folder instead, without anything in it.
+/// macOS's layout serves on Linux, too, with the executable in Contents/bin.
 class ApplicationBundle final {
 public:
     explicit ApplicationBundle(QString mainPath) : m_mainPath(std::move(mainPath)) {}
 
-    /// The one this process runs from.
-    [[nodiscard]] static ApplicationBundle running();
+    /// The one this process runs from, if it does.
+    [[nodiscard]] static std::optional<ApplicationBundle> running();
 
     /// The short version string of the bundle's Info.plist; "0.0.0" if it has none.
     [[nodiscard]] QString version() const;

@@ -10,6 +10,7 @@
 #include "UpdateAlerts.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QCoroFuture>
 #include <QCoroTimer>
 #include <QJsonDocument>
@@ -42,6 +43,11 @@ protected:
     }
 };
 
+/// The catalogue has it before the sentence that an update restarts the application.
+QString currentVersionLine(const QString& current) {
+    return L10n::updateInfoText(current).section(u'\n', 0, 0);
+}
+
 UpdateAlerts::Alert updateOffer(const QString& version, const QString& current) {
     return {
         .style = UpdateAlerts::Style::Informational,
@@ -53,14 +59,16 @@ UpdateAlerts::Alert updateOffer(const QString& version, const QString& current) 
 
 } // namespace
 
-AutoUpdater::AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts,
-                         QStringList arguments)
+AutoUpdater::AutoUpdater(ReleaseSource source, std::optional<ApplicationBundle> bundle,
+                         UpdateAlerts& alerts, QStringList arguments)
     : m_source(std::move(source)),
       m_bundle(std::move(bundle)),
       m_alerts(alerts),
       m_arguments(std::move(arguments)) {}
 
 void AutoUpdater::checkAfterLaunch() {
+    if (!m_bundle)
+        return;
     if (const auto version = takeUpdatedVersion())
         tellOfUpdate(*version);
     checkLater();
@@ -134,7 +142,9 @@ void AutoUpdater::reportRelease(const LatestRelease& release, Manner manner) {
             showInformation(L10n::upToDate(), L10n::runningLatest(current));
         return;
     }
-    if (const auto& archive = release.archive)
+    if (!m_bundle)
+        showInformation(L10n::newVersionAvailable(release.version), currentVersionLine(current));
+    else if (const auto& archive = release.archive)
         showUpdateAlert(release.version, archive->address, archive->digest);
 }
 
@@ -192,6 +202,10 @@ std::optional<QString> AutoUpdater::takeUpdatedVersion() const {
     if (wasToBeSwapped && compareVersions(version, currentVersion()) != 0)
         return std::nullopt;
     return version;
+}
+
+QString AutoUpdater::currentVersion() const {
+    return m_bundle ? m_bundle->version() : QCoreApplication::applicationVersion();
 }
 
 bool AutoUpdater::isUsingNetwork() const {

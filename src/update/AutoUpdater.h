@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 class QNetworkAccessManager;
 class UpdateAlerts;
@@ -33,12 +34,14 @@ class AutoUpdater final : public QObject {
 public:
     using UpdateError = ::UpdateError;
 
-    /// The alerts outlive the updater. A new bundle is started with `arguments`.
-    AutoUpdater(ReleaseSource source, ApplicationBundle bundle, UpdateAlerts& alerts,
+    /// The alerts outlive the updater. Without a bundle there is nothing to replace: what is
+    /// installed otherwise is for others to update, and a check only tells of a newer release.
+    /// A new bundle is started with `arguments`.
+    AutoUpdater(ReleaseSource source, std::optional<ApplicationBundle> bundle, UpdateAlerts& alerts,
                 QStringList arguments = {});
 
     /// Tells of an update that has just been installed, and looks for the next one; returns
-    /// at once.
+    /// at once. Without a bundle it does neither.
     void checkAfterLaunch();
     /// A check that always answers, but for a release that offers nothing to download.
     void checkForUpdatesManually();
@@ -73,12 +76,12 @@ private:
     /// Gives what is stored, once, unless the bundles should have been swapped and weren't.
     [[nodiscard]] std::optional<QString> takeUpdatedVersion() const;
 
-    [[nodiscard]] QString currentVersion() const { return m_bundle.version(); }
+    [[nodiscard]] QString currentVersion() const;
 
     [[nodiscard]] std::shared_ptr<QNetworkAccessManager> network();
 
     ReleaseSource m_source;
-    ApplicationBundle m_bundle;
+    std::optional<ApplicationBundle> m_bundle;
     UpdateAlerts& m_alerts;
     QStringList m_arguments;
     /// Made for the first check: it is neither small nor quick to make. Every request under

@@ -92,7 +92,8 @@ void startDetached(const QString& script) {
 QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadURL,
                                               QString digest) {
     const QPointer<AutoUpdater> self(this);
-    const ApplicationBundle bundle = m_bundle;
+    // No other updater offers anything.
+    const ApplicationBundle bundle = m_bundle.value();
     const QUrl address(downloadURL, QUrl::StrictMode);
     if (!address.isValid() || m_lock)
         co_return;

@@ -26,18 +26,24 @@
 
 #include <atomic>
 #include <cstdio>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 std::atomic<bool> isLookingUp{false};
+/// Of a check that begins after the application's own.
+std::atomic<bool> isLookingUpLater{false};
 
 } // namespace
 
 /// Stands in for the system's: no name server ever answers.
-extern "C" int getaddrinfo(const char*, const char*, const addrinfo*, addrinfo**) {
-    isLookingUp = true;
+extern "C" int getaddrinfo(const char* host, const char*, const addrinfo*, addrinfo**) {
+    if (host != nullptr && host == std::string_view("later.example"))
+        isLookingUpLater = true;
+    else
+        isLookingUp = true;
     for (;;)
         ::pause();
 }
@@ -53,6 +59,8 @@ private Q_SLOTS:
     void followsTheDesktop();
     void speaksOneLanguage();
     void showsTheBundlesPicture();
+    void asksForReleasesOnlyInABundle_data();
+    void asksForReleasesOnlyInABundle();
     void usesNoBrewButTheOneItIsGiven_data();
     void usesNoBrewButTheOneItIsGiven();
     void leavesAtOnce_data();
@@ -62,6 +70,11 @@ private Q_SLOTS:
     void worksBesideASilentBus();
 
 private:
+    /// Puts this program into a bundle, and gives its path there.
+    [[nodiscard]] QString makeBundle() const;
+    /// What a copy of this program prints in a part.
+    [[nodiscard]] static QByteArray outputOf(const QString& program, const QString& part);
+
     FreshHome m_home;
 };
 
@@ -177,6 +190,22 @@ int showAbout(const QStringList& arguments) {
     const QImage picture = icon->grab().toImage();
     std::puts(qPrintable(picture.pixelColor(picture.rect().center()).name()));
     return EXIT_SUCCESS;
+}
+
+/// Whether it asks for a release by itself.
+int keepUpToDate(const QStringList& arguments) {
+    const Application application(arguments);
+    UpdateAlertBoxes alerts(nullptr);
+    AutoUpdater later({.api = u"https://later.example"_s, .owner = u"someone"_s},
+                      ApplicationBundle(u"/nonexistent"_s), alerts);
+    later.checkAfterLaunch();
+    constexpr int patience = 60'000;
+    if (!QTest::qWaitFor([] { return isLookingUpLater.load(); }, patience))
+        return EXIT_FAILURE;
+    std::puts(isLookingUp ? "asked" : "silent");
+    std::fflush(stdout);
+    // Threads that look up a host for ever can't be joined.
+    std::_Exit(EXIT_SUCCESS);
 }
 
 /// Only a window with a brew has a sidebar.
@@ -318,21 +347,51 @@ void LumoraAppTest::speaksOneLanguage() {
 }
 
 void LumoraAppTest::showsTheBundlesPicture() {
-    const QString program = ApplicationBundle::executableIn(m_home.path() + u"/Lumora.app"_s);
-    QVERIFY(QDir().mkpath(QFileInfo(program).path()));
-    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
+    const QString program = makeBundle();
     QVERIFY(QDir(m_home.path()).mkpath(u"Lumora.app/Contents/Resources"_s));
     QImage picture(256, 256, QImage::Format_RGB32);
     picture.fill(Qt::magenta);
     QVERIFY(picture.save(m_home.path() + u"/Lumora.app/Contents/Resources/Lumora.png"_s));
+    QCOMPARE(outputOf(program, u"show about"_s), "#ff00ff\n");
+}
 
-    QByteArray command = SecondProcess::scriptLine(u"show about"_s, with({}));
+void LumoraAppTest::asksForReleasesOnlyInABundle_data() {
+    QTest::addColumn<bool>("isBundle");
+    QTest::addColumn<QByteArray>("answer");
+#ifdef LUMORA_SELF_UPDATE
+    QTest::newRow("a bundle") << true << QByteArray("asked\n");
+#else
+    QTest::newRow("a bundle") << true << QByteArray("silent\n");
+#endif
+    QTest::newRow("no bundle") << false << QByteArray("silent\n");
+}
+
+void LumoraAppTest::asksForReleasesOnlyInABundle() {
+#ifndef Q_OS_LINUX
+    QSKIP("The system's way to look up hosts can't be replaced here.");
+#endif
+    QFETCH(const bool, isBundle);
+    const QString program = isBundle ? makeBundle() : QCoreApplication::applicationFilePath();
+    QTEST(outputOf(program, u"keep up to date"_s), "answer");
+}
+
+QString LumoraAppTest::makeBundle() const {
+    const QString program = ApplicationBundle::executableIn(m_home.path() + u"/Lumora.app"_s);
+    QDir().mkpath(QFileInfo(program).path());
+    if (!QFile::exists(program) && !QFile::copy(QCoreApplication::applicationFilePath(), program))
+        qFatal("No bundle could be made");
+    return program;
+}
+
+QByteArray LumoraAppTest::outputOf(const QString& program, const QString& part) {
+    QByteArray command = SecondProcess::scriptLine(part, with({}));
     command.replace(QCoreApplication::applicationFilePath().toUtf8(), program.toUtf8());
     QProcess process;
     process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromUtf8(command)});
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.readAllStandardOutput(), "#ff00ff\n");
-    QCOMPARE(process.exitCode(), EXIT_SUCCESS);
+    constexpr int patience = 120'000;
+    if (!process.waitForFinished(patience) || process.exitCode() != EXIT_SUCCESS)
+        return "failed: " + process.readAllStandardError();
+    return process.readAllStandardOutput();
 }
 
 void LumoraAppTest::usesNoBrewButTheOneItIsGiven_data() {
@@ -428,6 +487,7 @@ int main(int argc, char* argv[]) {
                                                {u"follow"_s, follow},
                                                {u"speak"_s, speak},
                                                {u"show about"_s, showAbout},
+                                               {u"keep up to date"_s, keepUpToDate},
                                                {u"find brew"_s, findBrew},
                                                {u"upgrade"_s, upgrade},
                                                {u"leave"_s, leave}});

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void tellsInTheLanguageOfThatMoment();
     void takesOnlyATextForAVersion();
     void doesNothingOnceItIsGone();
+    void doesNothingWithoutABundle();
 
 private:
     void storeVersion(const QVariant& version) {
@@ -135,6 +136,23 @@ void AfterLaunchTest::doesNothingOnceItIsGone() {
     m_updater->checkAfterLaunch();
     m_updater.reset();
     // One that starts later is through with its own check after the first one's time.
+    RecordedAlerts laterAlerts;
+    AutoUpdater later({.api = m_server.address(), .owner = u"later"_s},
+                      ApplicationBundle(m_bundle.path()), laterAlerts);
+    later.checkAfterLaunch();
+    QTRY_COMPARE(m_server.requestsFor(ReleaseServer::latestPath(u"later"_s)), 1);
+    QCOMPARE(m_server.requests().size(), 1);
+    QVERIFY(m_alerts->shown().isEmpty());
+}
+
+void AfterLaunchTest::doesNothingWithoutABundle() {
+    m_server.offer(u"0.3.0"_s);
+    storeVersion(u"0.2.0"_s);
+    AutoUpdater installed({.api = m_server.address(), .owner = u"someone"_s}, std::nullopt,
+                          *m_alerts);
+    installed.checkAfterLaunch();
+    // What a bundle is told stays for the bundle.
+    QCOMPARE(QSettings().value(u"Lumora.updatedToVersion"_s).toString(), u"0.2.0"_s);
     RecordedAlerts laterAlerts;
     AutoUpdater later({.api = m_server.address(), .owner = u"later"_s},
                       ApplicationBundle(m_bundle.path()), laterAlerts);

@@ -33,6 +33,8 @@ private Q_SLOTS:
     void takesInNoMoreThanItReads();
     void doesNotKeepConcurrentChecksApart();
     void readsTheVersionAgainForEveryCheck();
+    void tellsOfAReleaseThatOthersInstall_data();
+    void tellsOfAReleaseThatOthersInstall();
     void offersTheSameReleaseAgain();
     void survivesItsEndDuringACheck();
 
@@ -392,6 +394,34 @@ void ReleaseCheckTest::readsTheVersionAgainForEveryCheck() {
     QCOMPARE(linesOf(check(updater)), linesOf(QList<Alert>{upToDate(u"0.2.0"_s)}));
     QVERIFY(QFile::remove(m_bundle->path() + u"/Contents/Info.plist"_s));
     QCOMPARE(linesOf(check(updater)), linesOf((QList<Alert>{offer(u"0.2.0"_s, u"0.0.0"_s)})));
+}
+
+void ReleaseCheckTest::tellsOfAReleaseThatOthersInstall_data() {
+    QTest::addColumn<QJsonObject>("answer");
+    QTest::addColumn<int>("index");
+    QTest::newRow("newer") << tag(u"\"0.2.0\""_s) << 0;
+    QTest::newRow("newer without an archive") << assets(u"[]"_s) << 0;
+    QTest::newRow("the same") << tag(u"\"0.1.5\""_s) << 1;
+    QTest::newRow("no answer") << QJsonObject{{u"status"_s, 404}} << 2;
+}
+
+void ReleaseCheckTest::tellsOfAReleaseThatOthersInstall() {
+    QFETCH(const QJsonObject, answer);
+    QFETCH(const int, index);
+    const QList<Alert> told{
+        {.title = u"New Version v0.2.0 Available"_s,
+         .text = u"Current: v0.1.5"_s,
+         .buttons = {u"OK"_s}},
+        upToDate(u"0.1.5"_s),
+        warning(cannotConnect),
+    };
+    QCoreApplication::setApplicationVersion(u"0.1.5"_s);
+    m_server.answer(ReleaseServer::latestPath(), answer);
+    AutoUpdater updater({.api = m_server.address(), .owner = u"someone"_s}, std::nullopt,
+                        *m_alerts);
+    QCOMPARE(linesOf(check(updater)), linesOf({told.at(index)}));
+    QCOMPARE(m_server.requests().size(), 1);
+    verifyNothingHasChanged();
 }
 
 void ReleaseCheckTest::offersTheSameReleaseAgain() {

@@ -13,7 +13,7 @@ namespace {
 /// Its own, as the bundle tells it.
 int printVersion(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
-    std::printf("Lumora %s\n", qPrintable(ApplicationBundle::running().version()));
+    std::printf("Lumora %s\n", qPrintable(ApplicationBundle::running()->version()));
     return EXIT_SUCCESS;
 }
 
