@@ -15,6 +15,7 @@ private Q_SLOTS:
     void init();
     void isOfferedWhereNoneIsSet_data();
     void isOfferedWhereNoneIsSet();
+    void isFoundWhereItIsInstalled();
     void leavesTheUsersOwn();
     void isOfferedOnlyIfItCanBeRun_data();
     void isOfferedOnlyIfItCanBeRun();
@@ -59,6 +60,20 @@ void AskpassProgramTest::isOfferedWhereNoneIsSet() {
     AskpassProgram::offer(m_folder->path());
     QCOMPARE(qgetenv(variable), program().toUtf8());
     QVERIFY(qgetenv(session).split('\n').contains("DISPLAY=:7"));
+}
+
+void AskpassProgramTest::isFoundWhereItIsInstalled() {
+    const QString programs = m_folder->filePath(u"bin"_s);
+    const QString installed = QDir::cleanPath(programs + u"/" LUMORA_ASKPASS_FOLDER ""_s);
+    makeProgram(QFile::ReadOwner | QFile::ExeOwner);
+    for (const QString& folder : {installed, programs}) {
+        // The bundle's is the one beside the others.
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(QFile::copy(program(), folder + u"/lumora-askpass"_s));
+        qunsetenv(variable);
+        AskpassProgram::offer(programs);
+        QCOMPARE(qEnvironmentVariable(variable), folder + u"/lumora-askpass"_s);
+    }
 }
 
 void AskpassProgramTest::leavesTheUsersOwn() {
