@@ -1,5 +1,5 @@
 # How a Debian package is made; sourced by scripts/package.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154
 
 # make_deb BUILD_DIR OUTPUT EPOCH: of what is built in BUILD_DIR, or, if that is empty, anew
 make_deb() {
