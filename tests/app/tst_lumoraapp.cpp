@@ -320,6 +320,9 @@ void LumoraAppTest::looksAsItIsTold_data() {
     const QByteArray dark = "dark, tool tips dark\n";
     QTest::newRow("light") << QStringList{u"--appearance"_s, u"light"_s} << light;
     QTest::newRow("dark") << QStringList{u"--appearance"_s, u"dark"_s} << dark;
+    QTest::newRow("beside the toolkit's own options")
+        << QStringList{u"-platform"_s, u"offscreen"_s, u"-reverse"_s, u"--appearance"_s, u"dark"_s}
+        << dark;
     // A desktop without wishes.
     QTest::newRow("as the desktop does") << QStringList() << light;
 }
