@@ -2,7 +2,7 @@
 #
 # Fails if clang-format would change a file; says which.
 set(files "")
-foreach(folder IN ITEMS src tests bench fuzz tools)
+foreach(folder IN ITEMS src tests bench fuzz packaging tools)
     file(GLOB_RECURSE found "${ROOT}/${folder}/*.h" "${ROOT}/${folder}/*.cpp")
     list(APPEND files ${found})
 endforeach()
