@@ -20,7 +20,7 @@ debian_run="libqt6svg6 procps python3 qt6-qpa-plugins tar zsh"
 # A virtual display, something to drive it and look at it with, and fonts for three languages.
 debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation fonts-noto-cjk
     python3-gi python3-xlib xvfb"
-debian_test="appstream desktop-file-utils lintian mandoc openssl xz-utils"
+debian_test="appstream desktop-file-utils lintian mandoc openssl python3-yaml xz-utils"
 debian_package="dpkg-dev file"
 debian_lint="clang clang-format clang-tidy shellcheck"
 debian_bench="libbenchmark-dev"
