@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "FakeBrew.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -57,20 +61,22 @@ QByteArray FakeBrew::printError(const QByteArray& bytes) const {
 }
 
 QByteArray FakeBrew::recordArguments() const {
-    // One file per run, named so that they sort by start time; arguments end in NUL. The
-    // rename keeps a reader from seeing half a file.
+    // One file per run; arguments end in NUL. The rename keeps a reader from seeing half a file.
     const QByteArray log = m_folder.filePath(u"runs"_s).toUtf8();
     return "mkdir -p " + log + "\nprintf '%s\\0' \"$@\" > " + log + "/part-$$\nmv " + log +
-           "/part-$$ " + log + "/$(date +%s%N)-$$\n";
+           "/part-$$ " + log + "/$$\n";
 }
 
 QList<QStringList> FakeBrew::recordedRuns() const {
     QList<QStringList> runs;
     const QDir log(m_folder.filePath(u"runs"_s));
-    for (const QString& name : log.entryList(QDir::Files, QDir::Name)) {
-        if (name.startsWith("part"_L1))
+    QFileInfoList entries = log.entryInfoList(QDir::Files, QDir::Name);
+    // By when they started, which no program tells to a fraction of a second on every system.
+    std::ranges::stable_sort(entries, {}, [](const QFileInfo& run) { return run.lastModified(); });
+    for (const QFileInfo& run : std::as_const(entries)) {
+        if (run.fileName().startsWith("part"_L1))
             continue;
-        QFile file(log.filePath(name));
+        QFile file(run.filePath());
         if (!file.open(QIODevice::ReadOnly))
             qFatal("%s could not be read", qUtf8Printable(file.fileName()));
         QStringList arguments = QString::fromUtf8(file.readAll()).split(QChar(u'\0'));
