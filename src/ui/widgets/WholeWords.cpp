@@ -3,6 +3,7 @@
 
 #include "style/Typography.h"
 
+#include <QStringList>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
