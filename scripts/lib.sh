@@ -22,7 +22,7 @@ debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation
     python3-gi python3-xlib xvfb"
 debian_test="appstream desktop-file-utils lintian mandoc openssl python3-yaml xz-utils"
 debian_package="dpkg-dev file"
-debian_lint="clang clang-format clang-tidy shellcheck"
+debian_lint="clang clang-format clang-tidy clazy shellcheck"
 debian_bench="libbenchmark-dev"
 debian_fuzz="clang libclang-rt-dev llvm"
 
