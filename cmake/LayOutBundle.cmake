@@ -1,3 +1,15 @@
+# What the bundle asks for on macOS: as much as the libraries that come along. Homebrew makes its
+# own for the very system it installs them on.
+set(LUMORA_MINIMUM_MACOS "${CMAKE_OSX_DEPLOYMENT_TARGET}")
+if(APPLE AND NOT LUMORA_MINIMUM_MACOS)
+    execute_process(
+        COMMAND sw_vers -productVersion
+        OUTPUT_VARIABLE LUMORA_MINIMUM_MACOS
+        COMMAND_ERROR_IS_FATAL ANY
+    )
+    string(REGEX MATCH "^[0-9]+" LUMORA_MINIMUM_MACOS "${LUMORA_MINIMUM_MACOS}")
+endif()
+
 # lay_out_bundle(<target> <folder>)
 #
 # Makes the executable the one of the bundle <folder>/Lumora.app. The self-updater swaps

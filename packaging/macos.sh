@@ -1,21 +1,45 @@
-# How a bundle becomes complete on macOS; sourced by scripts/package.
+# How a bundle becomes complete on macOS; sourced by scripts/package. Of the environment:
+#
+#   LUMORA_SIGNING_IDENTITY   a Developer ID; without one the bundle is signed for nobody in
+#                             particular, which only keeps the system from taking it for damaged
+#   LUMORA_NOTARY_PROFILE     what "xcrun notarytool store-credentials" keeps under this name,
+#   LUMORA_NOTARY_KEYCHAIN    in this keychain (the user's own without it): asks for the notary's
+#                             ticket, and puts it into the bundle
 # shellcheck shell=bash
 
-complete_bundle() {
-    local contents="$1/Contents" icons size
-    icons=$(mktemp -d)/Lumora.iconset
-    mkdir -p "$icons"
-    for size in 16 32 128 256; do
-        # shellcheck disable=SC2154
-        sips -z "$size" "$size" "$root/assets/Lumora.png" \
-            --out "$icons/icon_${size}x${size}.png" > /dev/null
-    done
-    iconutil -c icns -o "$contents/Resources/Lumora.icns" "$icons"
-    rm -rf "${icons%/*}"
+sign() {
+    local identity=${LUMORA_SIGNING_IDENTITY:--} options=(--force)
+    # The notary wants both of what is signed by somebody.
+    [ "$identity" = - ] || options+=(--timestamp --options runtime)
+    codesign "${options[@]}" --sign "$identity" "$@" >&2
+}
 
+complete_bundle() {
+    local contents="$1/Contents" name
     macdeployqt "$1" -always-overwrite -executable="$contents/MacOS/lumora-askpass" >&2
-    # Without an identity: it only keeps the system from taking the bundle for a damaged one.
-    codesign --force --deep --sign - "$1" >&2
+
+    # From the inside out: a signature holds those of what is in it.
+    find "$contents" -name '*.dylib' -type f | while IFS= read -r name; do sign "$name"; done
+    for name in "$contents"/Frameworks/*.framework; do
+        [ ! -e "$name" ] || sign "$name"
+    done
+    sign "$contents/MacOS/lumora-askpass"
+}
+
+# seal_bundle FOLDER: what comes after the last change of a file in it
+seal_bundle() {
+    local upload keychain=()
+    sign "$1"
+    codesign --verify --deep --strict "$1" >&2
+    [ -n "${LUMORA_NOTARY_PROFILE:-}" ] || return 0
+
+    [ -z "${LUMORA_NOTARY_KEYCHAIN:-}" ] || keychain=(--keychain "$LUMORA_NOTARY_KEYCHAIN")
+    upload="${1%.app}.zip"
+    ditto -c -k --keepParent "$1" "$upload"
+    xcrun notarytool submit "$upload" --wait --keychain-profile "$LUMORA_NOTARY_PROFILE" \
+        ${keychain[@]+"${keychain[@]}"} >&2
+    rm "$upload"
+    xcrun stapler staple "$1" >&2
 }
 
 # pack FOLDER EPOCH

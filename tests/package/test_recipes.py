@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: MIT
-"""What can be said of the recipes of a release without running them: the cask, the workflows."""
+"""What can be said of a release's recipes without running them: cask, workflows, property list."""
 
 from __future__ import annotations
 
 import hashlib
+import plistlib
 import re
 import shutil
 import subprocess
@@ -93,6 +94,38 @@ class Cask(unittest.TestCase):
                 result = self.fill(*self.archives.values(), stranger)
                 self.assertEqual((result.returncode, result.stdout), (1, ""))
                 self.assertIn(name, result.stderr)
+
+
+class PropertyList(unittest.TestCase):
+    """What macOS reads of the bundle, where it is known what it was built for."""
+
+    def setUp(self) -> None:
+        template = (ROOT / "packaging/Info.plist.in").read_text()
+        self.values = {"PROJECT_VERSION": "1.2.3", "LUMORA_MINIMUM_MACOS": "15"}
+        filled = re.sub("@([A-Z_]+)@", lambda name: self.values[name[1]], template)
+        self.entries = plistlib.loads(filled.encode(), fmt=plistlib.FMT_XML)
+
+    def test_it_says_what_the_bundle_is(self) -> None:
+        identity = {
+            "CFBundleExecutable": "Lumora",
+            "CFBundleIconFile": "Lumora",
+            "CFBundleIdentifier": "app.lumora.Lumora",
+            "CFBundleName": "Lumora",
+            "CFBundlePackageType": "APPL",
+            "CFBundleShortVersionString": "1.2.3",
+            "CFBundleVersion": "1.2.3",
+            "LSApplicationCategoryType": "public.app-category.developer-tools",
+            "LSMinimumSystemVersion": "15",
+            "NSHighResolutionCapable": True,
+            "NSPrincipalClass": "NSApplication",
+        }
+        self.assertEqual(identity, {key: self.entries.get(key) for key in identity})
+
+    def test_its_languages_are_those_of_the_interface(self) -> None:
+        languages = (ROOT / "src/l10n/Lang.h").read_text()
+        (names,) = re.findall(r"enum class Lang \{ ([A-Za-z, ]+) \}", languages)
+        self.assertEqual(self.entries["CFBundleLocalizations"], names.lower().split(", "))
+        self.assertIn(self.entries["CFBundleDevelopmentRegion"], self.entries["CFBundleLocalizations"])
 
 
 @unittest.skipIf(yaml is None, "There is no python3-yaml here.")
