@@ -1,52 +1,27 @@
 # How a bundle becomes complete on Linux; sourced by scripts/package.
 # shellcheck shell=bash
 
-# Libraries that every desktop system has, and that have to be the system's own. Everything
-# else that Lumora or a plugin needs comes along.
-system_libraries=(
-    # The C and C++ run-time: newer systems run what older ones have built, but the system's
-    # graphics drivers don't run on an older C++ run-time.
-    ld-linux*.so.* libc.so.6 libm.so.6 libdl.so.2 libpthread.so.0 librt.so.1 libresolv.so.2
-    libstdc++.so.6 libgcc_s.so.1
-    # OpenGL, as far as it belongs to the drivers. (libOpenGL is a thin front that many
-    # desktops lack.)
-    libGL.so.1 libEGL.so.1 libGLX.so.0 libGLdispatch.so.0 libgbm.so.1 libdrm.so.2
-    # The X client libraries that the drivers use in the same process.
-    libX11.so.6 libX11-xcb.so.1 libxcb.so.1 libXau.so.6 libXdmcp.so.6 libXext.so.6 libbsd.so.0
-    libmd.so.0
-    # The drivers use Wayland's in the same process, too.
-    libwayland-client.so.0 libwayland-egl.so.1
-    # Fonts: they read the system's configuration and cache, whose format is theirs; the rest
-    # of these come with them.
-    libfontconfig.so.1 libfreetype.so.6 libexpat.so.1 libpng16.so.16 libbrotlidec.so.1
-    libbrotlicommon.so.1 libbz2.so.1.0 libz.so.1
-    # Part of every desktop session, and loading modules of the system's.
-    libglib-2.0.so.0 libgobject-2.0.so.0 libgio-2.0.so.0 libgmodule-2.0.so.0 libgthread-2.0.so.0
-    libffi.so.*
-    # The session's bus, and what the system has built it on.
-    libdbus-1.so.3 libsystemd.so.0 libcap.so.2 libgcrypt.so.20 libgpg-error.so.0 liblz4.so.1
-    liblzma.so.5
-    # In every installation: dpkg, the file systems and the security modules need them.
-    libzstd.so.1 libcom_err.so.2 libuuid.so.1 libblkid.so.1 libmount.so.1 libselinux.so.1
-    libpcre2-8.so.0
-    # Encryption gets its security updates from the system.
-    libssl.so.3 libcrypto.so.3
-)
-
-# Plugins that are needed, where this Qt has them, and why.
+# Qt's plugins that are needed, and why; the last ones where they are packaged.
 plugins=(
     platforms/libqxcb.so                # X11
-    platforms/libqwayland-generic.so    # Wayland, and what it loads itself
-    platforms/libqwayland-egl.so
-    wayland-shell-integration/libxdg-shell.so
-    wayland-decoration-client/libbradient.so
-    wayland-graphics-integration-client/libqt-plugin-wayland-egl.so
+    platforms/libqwayland-generic.so    # Wayland: the window,
+    wayland-shell-integration/libxdg-shell.so # its place on the desktop,
+    wayland-decoration-client/libbradient.so # its title bar where the desktop draws none
+    wayland-graphics-integration-client/libqt-plugin-wayland-egl.so # without it there is none
     platforms/libqoffscreen.so          # without a display, for scripts
-    xcbglintegrations/libqxcb-egl-integration.so
-    xcbglintegrations/libqxcb-glx-integration.so
     platforminputcontexts/libcomposeplatforminputcontextplugin.so
     platforminputcontexts/libibusplatforminputcontextplugin.so # Korean and Japanese
     tls/libqopensslbackend.so           # the self-updater's https
+)
+plugins_where_packaged=(
+    platforminputcontexts/libfcitx5platforminputcontextplugin.so # Korean and Japanese, too
+    platformthemes/libqxdgdesktopportal.so # the desktop's wishes by its portal
+)
+
+# Names, without the comments and reasons.
+# shellcheck disable=SC2154
+mapfile -t system_libraries < <(
+    sed -n 's/^\([^# ][^ ]*\) .*/\1/p' "$root/packaging/system-libraries.txt"
 )
 
 is_system_library() {
@@ -58,32 +33,73 @@ is_system_library() {
     return 1
 }
 
-# Where the needed libraries of these files are: lines of a name and a path.
-needed_libraries() {
+# Where the loader finds what these files need, directly or not: lines of a name and a path.
+found_libraries() {
     ldd "$@" 2> /dev/null | sed -n 's/^\t\([^ ]*\) => \(\/[^ ]*\) .*/\1 \2/p' | LC_ALL=C sort -u
 }
 
-# The package that a library belongs to. The database may know it by its path before or
-# after /lib became a link to /usr/lib.
-package_of() {
-    local path candidate
-    path=$(readlink -f "$1")
-    for candidate in "$path" "${path#/usr}"; do
-        if dpkg-query -S "$candidate" 2> /dev/null | sed -n '1s/[:,].*//p'; then
-            return
-        fi
+# The names of what these files need themselves.
+needed_names() {
+    local file
+    for file in "$@"; do patchelf --print-needed "$file"; done | LC_ALL=C sort -u
+}
+
+# The package that each of these files is from.
+packages_of() {
+    local file line paths=()
+    local -A owners
+    for file in "$@"; do
+        file=$(readlink -f "$file")
+        paths+=("${file#/usr}")
+    done
+    # The database may know a file by its path before or after /lib became a link to /usr/lib.
+    while IFS= read -r line; do
+        file=${line##*: }
+        owners[${file#/usr}]=${line%%[:,]*}
+    done < <(dpkg-query -S "${paths[@]}" "${paths[@]/#//usr}" 2> /dev/null)
+    for file in "${paths[@]}"; do
+        [ -n "${owners[$file]:-}" ] || die "$file belongs to no package: its licence is not known"
+        printf '%s\n' "${owners[$file]}"
     done
 }
 
-# copy_licence FILE FOLDER: the conditions under which FILE may be passed on
-copy_licence() {
-    local package text
+# gather_licences FOLDER FILE...: the conditions under which FILEs may be passed on. Prints name and
+# version of the source packages they are made of.
+gather_licences() {
+    local folder=$1 packages package text
+    shift
     has dpkg-query || die "without dpkg nobody knows the licences of the bundled libraries"
-    package=$(package_of "$1")
-    [ -n "$package" ] || die "$1 belongs to no package: its licence is not known"
-    text="/usr/share/doc/$package/copyright"
-    [ -e "$text" ] || die "$package has no licence at $text"
-    [ -e "$2/$package.txt" ] || cp "$text" "$2/$package.txt"
+    packages=$(packages_of "$@" | LC_ALL=C sort -u)
+    for package in $packages; do
+        text="/usr/share/doc/$package/copyright"
+        [ -e "$text" ] || die "$package has no licence at $text"
+        cp "$text" "$folder/$package.txt"
+        # shellcheck disable=SC2016
+        dpkg-query -W -f '${source:Package} ${source:Version}\n' "$package"
+    done | LC_ALL=C sort -u
+}
+
+# offer_sources SOURCES: what their licences want to be said; SOURCES are lines of name and version
+offer_sources() {
+    local system
+    system=$(sed -n 's/^PRETTY_NAME="\(.*\)"$/\1/p' /etc/os-release)
+    cat <<EOT
+Lumora's own source is at $(setting LUMORA_REPOSITORY_URL);
+LICENSE, beside this folder, has its terms.
+
+The folders lib and plugins, and Qt's texts in the programs, come from packages of
+$system. But for the libraries' run paths, which were taken out, they are as
+they were there. This folder has a file of terms for each package, named after it. Any of the
+libraries may be replaced by a changed one with the same interface: the programs take what they
+find in lib.
+
+These are the source packages, with everything needed to build them, by name and version. The
+system's own archive has them, and its archive of snapshots keeps them. Besides, for three years
+from the day this archive was published, whoever has published it gives them to anybody who asks
+for them at $(setting LUMORA_CONTACT_ADDRESS), for no more than sending them costs.
+
+$1
+EOT
 }
 
 # Licences that the packages only refer to.
@@ -97,7 +113,7 @@ copy_common_licences() {
 }
 
 complete_bundle() {
-    local contents="$1/Contents" translations=$2 source_plugins plugin name path
+    local contents="$1/Contents" source_plugins plugin name path sources
     local programs=("$contents/bin/Lumora" "$contents/bin/lumora-askpass")
     local libraries="$contents/lib" licences="$contents/Resources/licences"
     mkdir -p "$libraries" "$licences"
@@ -105,25 +121,39 @@ complete_bundle() {
 
     source_plugins=$(qtpaths6 --query QT_INSTALL_PLUGINS 2> /dev/null ||
         qmake6 -query QT_INSTALL_PLUGINS)
-    local files=("${programs[@]}")
     for plugin in "${plugins[@]}"; do
+        [ -e "$source_plugins/$plugin" ] || die "Qt's plugin $plugin is not in $source_plugins"
+    done
+    local files=("${programs[@]}") brought=()
+    for plugin in "${plugins[@]}" "${plugins_where_packaged[@]}"; do
         [ -e "$source_plugins/$plugin" ] || continue
         mkdir -p "$contents/plugins/${plugin%/*}"
         cp -L "$source_plugins/$plugin" "$contents/plugins/$plugin"
-        copy_licence "$source_plugins/$plugin" "$licences"
+        brought+=("$source_plugins/$plugin")
         files+=("$contents/plugins/$plugin")
     done
-    [ -e "$contents/plugins/platforms/libqxcb.so" ] ||
-        die "Qt's plugin for X11 is not in $source_plugins"
 
-    while read -r name path; do
-        is_system_library "$name" && continue
-        cp -L "$path" "$libraries/$name"
-        copy_licence "$path" "$licences"
-    done < <(needed_libraries "${files[@]}")
+    local -A places
+    while read -r name path; do places[$name]=$path; done < <(found_libraries "${files[@]}")
+    # What a library of the system's needs is the system's as well, so ldd's list is too long.
+    local needing=("${files[@]}") found
+    while [ ${#needing[@]} -gt 0 ]; do
+        found=()
+        while read -r name; do
+            if is_system_library "$name" || [ -e "$libraries/$name" ]; then continue; fi
+            path=${places[$name]:-}
+            [ -n "$path" ] || die "$name is needed, and the loader doesn't find it"
+            cp -L "$path" "$libraries/$name"
+            brought+=("$path")
+            found+=("$libraries/$name")
+        done < <(needed_names "${needing[@]}")
+        needing=(${found[@]+"${found[@]}"})
+    done
     # Built into the programs.
-    copy_licence "$translations/qtbase_ko.qm" "$licences"
+    brought+=("$(setting LUMORA_QT_TRANSLATIONS)/qtbase_ko.qm")
+    sources=$(gather_licences "$licences" "${brought[@]}")
     copy_common_licences "$licences"
+    offer_sources "$sources" > "$licences/SOURCES"
 
     # A run path of a library's own, such as libproxy's, would keep the executable's from it.
     patchelf --remove-rpath "$libraries"/* "${files[@]:${#programs[@]}}"
@@ -136,3 +166,6 @@ pack() {
     tar --sort=name --format=gnu --owner=0 --group=0 --numeric-owner --mtime="@$2" \
         --mode=u=rwX,go=rX -C "$1" -cf - Lumora.app
 }
+
+# The checksum of a file, as `sha256sum --check` reads it.
+sha256() { sha256sum "$1"; }

@@ -51,3 +51,6 @@ pack() {
             COPYFILE_DISABLE=1 tar --no-recursion --uid 0 --gid 0 --no-xattrs -cf - -T -
     )
 }
+
+# The checksum of a file, as `shasum --check` reads it.
+sha256() { shasum -a 256 "$1"; }

@@ -16,12 +16,14 @@ jobs() { nproc 2> /dev/null || sysctl -n hw.ncpu; }
 # Debian and Ubuntu package names, by what they are needed for.
 debian_build="ca-certificates ccache cmake g++ git libgl-dev libsimdjson-dev ninja-build patchelf
     pkg-config qcoro-qt6-dev qt6-base-dev qt6-base-dev-tools qt6-translations-l10n"
-debian_run="libqt6svg6 procps python3 qt6-qpa-plugins tar zsh"
+debian_run="libqt6svg6 procps python3 qt6-qpa-plugins qt6-wayland tar zsh"
+# What a release archive brings besides.
+debian_package="dpkg-dev fcitx5-frontend-qt6 file qt6-xdgdesktopportal-platformtheme"
 # A virtual display, something to drive it and look at it with, and fonts for three languages.
 debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation fonts-noto-cjk
     python3-gi python3-xlib xvfb"
-debian_test="appstream desktop-file-utils lintian mandoc openssl python3-yaml xz-utils"
-debian_package="dpkg-dev file"
+debian_test="appstream desktop-file-utils gpg gpg-agent lintian mandoc openssl python3-yaml weston
+    xz-utils"
 debian_lint="clang clang-format clang-tidy clazy shellcheck"
 debian_bench="libbenchmark-dev"
 debian_fuzz="clang libclang-rt-dev llvm"
@@ -68,7 +70,7 @@ install_debian() {
         "${missing[@]}" > /dev/null
 }
 
-# install_packages GROUP...   (groups: build run display test package lint bench fuzz)
+# install_packages GROUP...   (groups: build run package display test lint bench fuzz)
 install_packages() {
     local group
     if has apt-get; then

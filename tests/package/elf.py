@@ -37,6 +37,10 @@ class Elf:
         entries = self.dynamic("RPATH") + self.dynamic("RUNPATH")
         return [entry.partition("[")[2].rstrip("]") for entry in entries]
 
+    def needed(self) -> list[str]:
+        """The names of the libraries that it cannot do without."""
+        return [re.sub(r"^Shared library: \[(.*)\]$", r"\1", entry) for entry in self.dynamic("NEEDED")]
+
     def imports(self) -> set[str]:
         """The symbols that other libraries have to bring."""
         pattern = re.compile(r" UND ([^@ ]+)")

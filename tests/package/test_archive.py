@@ -3,6 +3,8 @@
 
 from __future__ import annotations
 
+import contextlib
+import fnmatch
 import os
 import platform
 import plistlib
@@ -10,7 +12,9 @@ import re
 import shutil
 import subprocess
 import tarfile
+import tempfile
 import unittest
+from collections.abc import Iterator
 from pathlib import Path, PurePosixPath
 
 from driver.application import Application
@@ -19,7 +23,8 @@ from driver.testcase import DesktopTest
 from driver.waiting import wait_until
 from elf import Elf
 
-PACKAGE = Path(__file__).resolve().parents[2] / "scripts/package"
+ROOT = Path(__file__).resolve().parents[2]
+PACKAGE = ROOT / "scripts/package"
 # Belong to the system: its drivers, its fonts, its bus and its security updates.
 NEVER_BUNDLED = {
     # fmt: off
@@ -44,15 +49,41 @@ exec "$@"
 
 
 BUILD = Path(os.environ["LUMORA_BUILD_DIR"])
+SIGNER = "releases@lumora.example"
 # What nobody has set: .example is the end of a host, or of all.
 UNSET = re.compile(r"\.example(/|$)")
 
 
-def make_archive(output: Path, build: Path = BUILD) -> tuple[Path, str]:
-    """The archive, and what there was to be said."""
+def left_to_the_system() -> dict[str, str]:
+    """Patterns of names of libraries, and why each of them isn't bundled."""
+    lines = (ROOT / "packaging/system-libraries.txt").read_text(encoding="utf-8").splitlines()
+    entries = (line.partition(" ") for line in lines if line and not line.startswith("#"))
+    return {name: reason.strip() for name, _, reason in entries}
+
+
+def make_archive(
+    output: Path, build: Path = BUILD, gnupg: dict[str, str] | None = None
+) -> tuple[Path, str]:
+    """The archive, and what there was to be said. It is signed where there is a key."""
     command = [PACKAGE, "--build-dir", build, "--output", output]
-    result = subprocess.run(command, capture_output=True, check=True, text=True)
+    if gnupg:
+        command += ["--sign-with", SIGNER]
+    result = subprocess.run(command, capture_output=True, check=True, text=True, env=gnupg)
     return Path(result.stdout.rstrip("\n")), result.stderr
+
+
+@contextlib.contextmanager
+def throwaway_key() -> Iterator[dict[str, str]]:
+    """An environment in which GnuPG has a key of the signer's, and no other."""
+    with tempfile.TemporaryDirectory(prefix="lumora-") as folder:
+        environment = {**os.environ, "GNUPGHOME": folder}
+        options = ["--batch", "--quiet", "--passphrase", ""]
+        command = ["gpg", *options, "--quick-generate-key", SIGNER, "ed25519", "sign", "never"]
+        subprocess.run(command, capture_output=True, check=True, env=environment)
+        try:
+            yield environment
+        finally:
+            subprocess.run(["gpgconf", "--kill", "all"], check=True, env=environment)
 
 
 def addresses(build: Path = BUILD) -> dict[str, str]:
@@ -76,6 +107,7 @@ def mapped_files(process: int) -> set[Path]:
 
 class ReleaseArchive(DesktopTest):
     prefix_options = ("--small", "--pace", "0")
+    gnupg: dict[str, str] | None = None
     archive: Path
     notes: str
     bundle: Path
@@ -83,7 +115,9 @@ class ReleaseArchive(DesktopTest):
     @classmethod
     def setUpClass(cls) -> None:
         super().setUpClass()
-        cls.archive, cls.notes = make_archive(cls.desk.folder / "archive")
+        if shutil.which("gpg"):
+            cls.gnupg = cls.enter(throwaway_key())
+        cls.archive, cls.notes = make_archive(cls.desk.folder / "archive", gnupg=cls.gnupg)
         elsewhere = cls.desk.folder / "où que ce soit"
         elsewhere.mkdir()
         subprocess.run(["tar", "-xzf", cls.archive, "-C", elsewhere], check=True)
@@ -128,7 +162,6 @@ class ReleaseArchive(DesktopTest):
         self.assertEqual(
             self.archive.name, f"Lumora-{version}-linux-{platform.machine()}.tar.gz"
         )
-        self.assertEqual(os.listdir(self.archive.parent), [self.archive.name])
 
     def test_it_keeps_to_its_one_folder(self) -> None:
         with tarfile.open(self.archive) as archive:
@@ -168,14 +201,109 @@ class ReleaseArchive(DesktopTest):
     def test_it_is_the_same_every_time(self) -> None:
         again, _ = make_archive(self.desk.folder / "again")
         self.assertTrue(again.read_bytes() == self.archive.read_bytes(), "other bytes")
+        # Nobody has asked for a signature this time.
+        self.assertCountEqual(os.listdir(again.parent), [again.name, f"{again.name}.sha256"])
+
+    def damaged_copy(self) -> Path:
+        """The archive with what lies beside it, after a bad journey."""
+        folder = Path(tempfile.mkdtemp(dir=self.desk.folder))
+        for path in self.archive.parent.iterdir():
+            shutil.copy(path, folder)
+        with (folder / self.archive.name).open("r+b") as file:
+            file.seek(1000)
+            file.write(b"damage")
+        return folder
+
+    def test_its_checksum_tells_what_was_damaged(self) -> None:
+        command = ["sha256sum", "--check", f"{self.archive.name}.sha256"]
+        for folder, status in ((self.archive.parent, 0), (self.damaged_copy(), 1)):
+            result = subprocess.run(command, cwd=folder, capture_output=True, check=False)
+            self.assertEqual(result.returncode, status, result.stderr)
+
+    def test_its_signature_tells_who_made_it(self) -> None:
+        if self.gnupg is None:
+            self.skipTest("There is no gpg.")
+        command = ["gpg", "--batch", "--status-fd", "1", "--verify", f"{self.archive.name}.asc"]
+        for folder, verdict in ((self.archive.parent, "GOODSIG"), (self.damaged_copy(), "BADSIG")):
+            result = subprocess.run(
+                [*command, self.archive.name],
+                cwd=folder, env=self.gnupg, capture_output=True, check=False, text=True
+            )
+            self.assertRegex(result.stdout, rf"\[GNUPG:\] {verdict} \w+ {SIGNER}")
 
     def test_it_leaves_to_the_system_what_is_the_systems(self) -> None:
         self.assertEqual(self.libraries & NEVER_BUNDLED, set())
-        licences = {path.name for path in (self.contents / "Resources/licences").iterdir()}
-        # Debian has renamed some packages for the sake of their ABI.
-        self.assertTrue({"libqt6core6.txt", "libqt6core6t64.txt"} & licences, licences)
-        self.assertIn("qt6-translations-l10n.txt", licences)
-        self.assertIn("LGPL-3", licences)
+
+    def files(self) -> dict[str, Elf]:
+        """Programs, libraries and plugins, by their path in the bundle."""
+        paths = [self.contents / "bin/Lumora", self.contents / "bin/lumora-askpass"]
+        paths += [path for path in self.contents.rglob("*.so*") if path.is_file()]
+        self.assertGreater(len(paths), 40)
+        return {str(path.relative_to(self.contents)): Elf(path) for path in paths}
+
+    def test_what_it_needs_is_in_it_or_known_to_be_the_systems(self) -> None:
+        system = left_to_the_system()
+        for pattern, reason in system.items():
+            self.assertGreater(len(reason), 10, pattern)
+        missing = {
+            (path, needed)
+            for path, file in self.files().items()
+            for needed in file.needed()
+            if needed not in self.libraries
+            and not any(fnmatch.fnmatchcase(needed, pattern) for pattern in system)
+        }
+        self.assertEqual(missing, set())
+
+    def test_it_brings_nothing_that_nobody_needs(self) -> None:
+        needed = {name for file in self.files().values() for name in file.needed()}
+        self.assertEqual(self.libraries - needed, set())
+
+    def test_it_has_plugins_for_displays_and_for_writing_korean_and_japanese(self) -> None:
+        plugins = self.contents / "plugins"
+        wanted = {
+            # fmt: off
+            "platforms": {"qxcb", "qwayland-generic", "qoffscreen"},
+            "wayland-shell-integration": {"xdg-shell"},
+            "wayland-decoration-client": {"bradient"},
+            "wayland-graphics-integration-client": {"qt-plugin-wayland-egl"},
+            "platforminputcontexts": {
+                "composeplatforminputcontextplugin", "ibusplatforminputcontextplugin",
+                "fcitx5platforminputcontextplugin",
+            },
+            "platformthemes": {"qxdgdesktopportal"},
+            "tls": {"qopensslbackend"},
+            # fmt: on
+        }
+        found = {
+            folder.name: {path.name[len("lib") : -len(".so")] for path in folder.iterdir()}
+            for folder in plugins.iterdir()
+        }
+        self.assertEqual(found, wanted)
+
+    def test_it_has_the_licences_of_what_it_brings(self) -> None:
+        licences = self.contents / "Resources/licences"
+        packages = {path.stem for path in licences.glob("*.txt")}
+        names = [*self.libraries, *(path.name for path in self.contents.glob("plugins/*/*"))]
+        command = ["dpkg-query", "--search", *(f"*/{name}" for name in names)]
+        result = subprocess.run(command, capture_output=True, check=False, text=True)
+        found = [line.rpartition(": ") for line in result.stdout.splitlines()]
+        known = {
+            path.rpartition("/")[2]
+            for owner, _, path in found
+            if re.split("[:,]", owner)[0] in packages
+        }
+        self.assertEqual({*names} - known, set())
+        self.assertIn("qt6-translations-l10n", packages)
+        self.assertIn("LGPL-3", {path.name for path in licences.iterdir()})
+
+    def test_it_offers_the_source_of_what_it_brings(self) -> None:
+        licences = self.contents / "Resources/licences"
+        *_, text, listed = (licences / "SOURCES").read_text(encoding="utf-8").split("\n\n")
+        self.assertIn(addresses()["LUMORA_CONTACT_ADDRESS"], text)
+        packages = [path.stem for path in licences.glob("*.txt")]
+        command = ["dpkg-query", "-W", "-f", "${source:Package} ${source:Version}\n", *packages]
+        sources = subprocess.run(command, capture_output=True, check=True, text=True).stdout
+        self.assertEqual(listed.splitlines(), sorted({*sources.splitlines()}))
 
     def programs(self) -> dict[str, Elf]:
         names = ("Lumora", "lumora-askpass")
@@ -214,9 +342,7 @@ class ReleaseArchive(DesktopTest):
             self.assertLess(len(unmarked), 5, name)
 
     def test_nothing_in_it_runs_from_a_stack(self) -> None:
-        files = [path for path in self.bundle.rglob("*") if ".so" in path.name]
-        self.assertGreater(len(files), 10)
-        for name, file in [*self.programs().items(), *((path.name, Elf(path)) for path in files)]:
+        for name, file in self.files().items():
             self.assertEqual(file.segments().get("GNU_STACK"), "RW", name)
 
     def test_it_looks_for_libraries_in_itself_only(self) -> None:
