@@ -154,8 +154,7 @@ class KeyboardDay(DesktopTest):
         self.assertEqual(self.home.preferences(), {"appLanguage": "ja"})
 
     def leave(self) -> None:
-        self.app.press("F10")
-        self.app.wait_for_menu()
+        self.app.open_menu_by("F10")
         self.app.press("Up", "Return")
         self.assertEqual(self.app.wait_ended()[0], 0)
 

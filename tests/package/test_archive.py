@@ -18,6 +18,7 @@ from collections.abc import Iterator
 from pathlib import Path, PurePosixPath
 
 from driver.application import Application
+from driver.compositor import Compositor
 from driver.namespaces import own
 from driver.testcase import DesktopTest
 from driver.waiting import wait_until
@@ -351,26 +352,27 @@ class ReleaseArchive(DesktopTest):
         for path in self.bundle.rglob("*.so*"):
             self.assertEqual(Elf(path).run_paths(), [], path.name)
 
-    def start_bundle(self, *wrapper: str) -> Application:
+    def start_bundle(self, *wrapper: str, environment: dict[str, str] | None = None) -> Application:
         app = Application(
             self.desk,
             self.contents / "bin/Lumora",
             self.home,
             ["--brew", self.prefix.brew, "--appearance", "light"],
-            {"QT_IM_MODULE": "ibus"},
+            {"QT_IM_MODULE": "ibus", **(environment or {})},
             list(wrapper),
         )
         self._application = app
         self.addCleanup(app.stop)
         return app
 
-    def assert_runs_on_its_own(self, app: Application) -> None:
+    def assert_runs_on_its_own(self, app: Application, *display: str) -> None:
+        """`display` are the plugins that bring it to the screen."""
         app.find(re.compile("^Formulae, [0-9]+"), role="list item")
         # What is needed later: encryption for the release check, a few seconds after launch.
         expected = {
             self.contents / "plugins" / name
             for name in (
-                "platforms/libqxcb.so",
+                *display,
                 "platforminputcontexts/libibusplatforminputcontextplugin.so",
                 "tls/libqopensslbackend.so",
             )
@@ -389,16 +391,21 @@ class ReleaseArchive(DesktopTest):
         self.assertIn("libQt6Widgets.so.6", self.libraries)
 
     def test_it_prefers_what_it_has_brought(self) -> None:
-        self.assert_runs_on_its_own(self.start_bundle(*(own("net") or [])))
+        app = self.start_bundle(*(own("net") or []))
+        self.assert_runs_on_its_own(app, "platforms/libqxcb.so")
 
-    def test_it_runs_where_there_is_no_qt(self) -> None:
+    def without_qt(self) -> list[str]:
+        """The beginning of a command line whose command sees neither Qt nor what is bundled."""
         alone = own("mount", "net")
         if alone is None:
             self.skipTest("This system lets nobody have a mount namespace.")
-        hide = ["sh", "-ec", HIDE, "sh", str(self.contents / "lib"), system_plugins()]
+        return [*alone, "sh", "-ec", HIDE, "sh", str(self.contents / "lib"), system_plugins()]
+
+    def test_it_runs_where_there_is_no_qt(self) -> None:
+        without_qt = self.without_qt()
         # The built application needs what is hidden.
         built = subprocess.run(
-            [*alone, *hide, os.environ["LUMORA_APP"], "--version"],
+            [*without_qt, os.environ["LUMORA_APP"], "--version"],
             capture_output=True,
             check=False,
             text=True,
@@ -406,17 +413,28 @@ class ReleaseArchive(DesktopTest):
         self.assertEqual(built.returncode, 127, built.stdout + built.stderr)
         self.assertIn("error while loading shared libraries", built.stderr)
         asking = subprocess.run(
-            [*alone, *hide, self.contents / "bin/lumora-askpass", "Password:"],
+            [*without_qt, self.contents / "bin/lumora-askpass", "Password:"],
             env={"PATH": os.environ["PATH"], "HOME": str(self.home.folder)},
             capture_output=True,
             check=False,
             text=True,
         )
         self.assertEqual(asking.stderr, "lumora-askpass: there is no display to ask on\n")
-        app = self.start_bundle(*alone, *hide)
-        self.assert_runs_on_its_own(app)
+        app = self.start_bundle(*without_qt)
+        self.assert_runs_on_its_own(app, "platforms/libqxcb.so")
         app.close_window()
         self.assertEqual(app.wait_ended()[0], 0)
+
+    def test_it_runs_on_wayland_where_there_is_no_qt(self) -> None:
+        without_qt = self.without_qt()
+        with Compositor(self.desk.folder / "compositor") as compositor:
+            app = self.start_bundle(*without_qt, environment=compositor.environment)
+            self.assert_runs_on_its_own(
+                app,
+                "platforms/libqwayland-generic.so",
+                "wayland-shell-integration/libxdg-shell.so",
+                "wayland-decoration-client/libbradient.so",
+            )
 
     def test_it_runs_without_a_display(self) -> None:
         result = subprocess.run(

@@ -215,6 +215,10 @@ class Application:
         self.click_button("Lumora")
         self.wait_for_menu()
 
+    def open_menu_by(self, key: str) -> None:
+        self.press(key)
+        self.wait_for_menu()
+
     def wait_for_menu(self) -> None:
         self._wait(self.screen.has_popup, "a menu opens")
 

@@ -3,8 +3,10 @@
 
 from __future__ import annotations
 
+import contextlib
 import os
 import subprocess
+from collections.abc import Iterator
 from pathlib import Path
 
 from Xlib import XK, X, display, error
@@ -81,15 +83,22 @@ class Screen:
 
     def press(self, keys: str) -> None:
         """One key, named as X names it, with modifiers before it: `Return`, `ctrl+f`."""
+        with self.holding(keys):
+            pass
+
+    def holding(self, keys: str) -> contextlib.AbstractContextManager[None]:
+        """The same, pressed until the end of the block."""
         *modifiers, key = keys.split("+")
-        self._press_key(XK.string_to_keysym(key), [_MODIFIERS[name] for name in modifiers])
+        return self._hold_key(XK.string_to_keysym(key), [_MODIFIERS[name] for name in modifiers])
 
     def type(self, text: str) -> None:
         """Characters of ASCII, where their code is their key symbol's too."""
         for character in text:
-            self._press_key(ord(character), [])
+            with self._hold_key(ord(character), []):
+                pass
 
-    def _press_key(self, symbol: int, modifiers: list[str]) -> None:
+    @contextlib.contextmanager
+    def _hold_key(self, symbol: int, modifiers: list[str]) -> Iterator[None]:
         code = self._display.keysym_to_keycode(symbol)
         if not code:
             raise ValueError(f"no key for symbol {symbol:#x}")
@@ -99,6 +108,8 @@ class Screen:
         held = [self._display.keysym_to_keycode(XK.string_to_keysym(name)) for name in names]
         for pressed in [*held, code]:
             xtest.fake_input(self._display, X.KeyPress, pressed)
+        self._display.sync()
+        yield
         for released in [code, *reversed(held)]:
             xtest.fake_input(self._display, X.KeyRelease, released)
         self._display.sync()

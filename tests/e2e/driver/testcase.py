@@ -36,6 +36,7 @@ class DesktopTest(unittest.TestCase):
     """
 
     desk: Desk
+    application_class = Application
     prefix_options: tuple[str, ...] = ("--pace", "0")
 
     def __init__(self, method: str = "runTest") -> None:
@@ -66,7 +67,7 @@ class DesktopTest(unittest.TestCase):
         home: Home = options.pop("home", self.home)
         given = list(arguments) or ["--brew", self.prefix.brew, "--appearance", "light"]
         options.setdefault("wrapper", without_network())
-        application = Application(self.desk, program(), home, given, **options)
+        application = self.application_class(self.desk, program(), home, given, **options)
         self._application = application
         self.addCleanup(application.stop)
         return application
