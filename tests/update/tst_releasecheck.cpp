@@ -206,6 +206,7 @@ QList<Case> failures() {
         {"no archive among the assets",
          assets(u"[{\"name\": \"a.zip\", \"browser_download_url\": \"u\"},"
                 "{\"name\": \"a.tar.gz.sha256\", \"browser_download_url\": \"u\"},"
+                "{\"name\": \"a.tar.gz.asc\", \"browser_download_url\": \"u\"},"
                 "{\"name\": \"a.TAR.GZ\", \"browser_download_url\": \"u\"},"
                 "{\"name\": 1, \"browser_download_url\": \"u\"},"
                 "{\"browser_download_url\": \"u\"}]"_s),
@@ -252,6 +253,10 @@ QList<Case> cases() {
                {"archive after others",
                 assets(u"[{\"name\": \"a.zip\"},"
                        "{\"name\": \".tar.gz\", \"browser_download_url\": \"u\"}]"_s),
+                both(u"0.2.0"_s), both(u"0.2.0"_s)},
+               {"archive after its checksum and its signature",
+                assets(u"[{\"name\": \"a.tar.gz.sha256\"}, {\"name\": \"a.tar.gz.asc\"},"
+                       "{\"name\": \"a.tar.gz\", \"browser_download_url\": \"u\"}]"_s),
                 both(u"0.2.0"_s), both(u"0.2.0"_s)},
                {"notes are not shown",
                 text(u"{\"tag_name\": \"0.2.0\", \"body\": \"<b>notes</b>\", \"assets\": "
