@@ -64,7 +64,7 @@ const Theme& themeFor(bool isDark, Contrast contrast) {
     static const std::array themes{
         makeTheme(false, Contrast::Usual), makeTheme(false, Contrast::Higher),
         makeTheme(true, Contrast::Usual), makeTheme(true, Contrast::Higher)};
-    return themes.at((isDark ? 2 : 0) + (contrast == Contrast::Higher ? 1 : 0));
+    return themes.at((isDark ? 2U : 0U) + (contrast == Contrast::Higher ? 1U : 0U));
 }
 
 } // namespace
