@@ -109,7 +109,8 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
         if (self)
             self->m_lock.reset();
     });
-    UpdateScript script{.arguments = m_arguments};
+    UpdateScript script;
+    script.arguments = m_arguments;
     script.scriptPath = folder + u"/lumora-update.sh"_s;
     // The process that started it may be gone.
     if (co_await UpdateScript::isAtWork(script.scriptPath))
