@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QEvent>
-#include <QTimer>
 #include <QWidget>
 
 #include <cstdio>
@@ -32,17 +31,19 @@ protected:
         if (watched == m_window && event->type() == QEvent::Paint) {
             m_window->removeEventFilter(this);
             // After this turn, in which the frame goes to the window system.
-            QTimer::singleShot(0, this, [this] {
-                std::puts("first frame");
-                std::fflush(stdout);
-                if (m_then == Then::Exit)
-                    std::_Exit(0);
-            });
+            QMetaObject::invokeMethod(this, &FirstFrame::tell, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
     }
 
 private:
+    void tell() const {
+        std::puts("first frame");
+        std::fflush(stdout);
+        if (m_then == Then::Exit)
+            std::_Exit(0);
+    }
+
     QWidget* m_window;
     Then m_then;
 };

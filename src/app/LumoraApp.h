@@ -28,6 +28,8 @@ public:
 
     [[nodiscard]] QWidget& window() { return *m_window; }
 
+    [[nodiscard]] BrewManager& brewManager() { return *m_brewManager; }
+
 private:
     void followDesktop();
 
