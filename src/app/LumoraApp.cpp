@@ -9,10 +9,24 @@
 #include "style/Look.h"
 
 #include <cstdlib>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// A report is megabytes of text that are gone as soon as they are read.
+void giveBackWhatReportsTook() {
+#ifdef __GLIBC__
+    // Once a large block was freed glibc keeps the next ones in its heaps, of which every thread
+    // that runs a command has one. Told its own first limit, it goes on giving them back.
+    constexpr int limit = 128 * 1024;
+    mallopt(M_MMAP_THRESHOLD, limit);
+    mallopt(M_ARENA_MAX, 1);
+#endif
+}
 
 BrewDiscovery discoveryFor(const CommandLineOptions& options) {
     if (!options.brewPath)
@@ -34,6 +48,7 @@ std::optional<ApplicationBundle> replaceable(const std::optional<ApplicationBund
 } // namespace
 
 LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
+    giveBackWhatReportsTook();
     QApplication::setOrganizationName(u"Lumora"_s);
     QApplication::setApplicationName(u"Lumora"_s);
     QApplication::setApplicationVersion(u"" LUMORA_VERSION ""_s);

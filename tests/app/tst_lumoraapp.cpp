@@ -11,6 +11,7 @@
 #include "style/Theme.h"
 #include "style/Typography.h"
 
+#include <QCoroTask>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
@@ -68,6 +69,7 @@ private Q_SLOTS:
     void keepsTheDesktopInformed();
     void leavesNobodyAwakeWhenKilled();
     void worksBesideASilentBus();
+    void givesBackTheMemoryThatReportsTook();
 
 private:
     /// Puts this program into a bundle, and gives its path there.
@@ -95,6 +97,8 @@ public:
     }
 
     [[noreturn]] void run() { m_app->run(); }
+
+    [[nodiscard]] BrewManager& brewManager() { return m_app->brewManager(); }
 
     [[nodiscard]] static MainWindow& window() {
         for (QWidget* const widget : QApplication::topLevelWidgets()) {
@@ -214,6 +218,46 @@ int findBrew(const QStringList& arguments) {
     std::puts(Application::window().content()->sidebar() != nullptr ? "found" : "not found");
     return EXIT_SUCCESS;
 }
+
+#ifdef __GLIBC__
+
+/// In KiB, without what is shared with files.
+qint64 residentMemory() {
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QFile::ReadOnly))
+        qFatal("There is no telling");
+    const QByteArray text = status.readAll();
+    return text.mid(text.indexOf("RssAnon:") + 8).trimmed().split(' ').constFirst().toLongLong();
+}
+
+/// Has its brew print short reports first, then, from the same file, long ones.
+[[noreturn]] int loadALot(const QStringList& arguments) {
+    Application application(arguments.sliced(1));
+    const auto load = [&](qsizetype padding) {
+        QFile report(arguments.constFirst());
+        if (!report.open(QFile::WriteOnly))
+            qFatal("There is no report");
+        report.write(R"({"formulae": [], "casks": [], "padding": ")" + QByteArray(padding, 'x') +
+                     "\"}");
+        report.close();
+        QCoro::waitFor(application.brewManager().refreshAll());
+        if (const auto& failure = *application.brewManager().errorMessage)
+            qFatal("%s", qPrintable(*failure));
+    };
+    constexpr qsizetype mebibyte = 1024 * 1024;
+    load(1);
+    const qint64 before = residentMemory();
+    load(12 * mebibyte);
+    constexpr qint64 most = 4 * 1024;
+    const auto isGivenBack = [&] { return residentMemory() - before < most; };
+    const bool isOver = QTest::qWaitFor(isGivenBack);
+    std::printf("%lld KiB more\n", residentMemory() - before);
+    std::fflush(stdout);
+    // By now the updater may be waiting for the address of a host, which nobody tells it here.
+    std::_Exit(isOver ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+#endif
 
 /// Closes the window as soon as the look-up of a host, or a brew that leaves this file, is at work.
 int leave(const QStringList& arguments) {
@@ -484,6 +528,20 @@ void LumoraAppTest::worksBesideASilentBus() {
     QVERIFY(upgrade.finish());
 }
 
+void LumoraAppTest::givesBackTheMemoryThatReportsTook() {
+#ifdef __GLIBC__
+    FakeBrew brew;
+    const QString report = brew.folder() + u"/report"_s;
+    // Of taps the text is the list.
+    brew.setBody("[ $1 = tap ] || exec cat " + report.toUtf8() + '\n');
+    const SecondProcess process(u"load a lot"_s, {report, u"--brew"_s, brew.path()});
+    qInfo("%s", process.output().trimmed().constData());
+    QCOMPARE(process.status(), EXIT_SUCCESS);
+#else
+    QSKIP("Only glibc is told to.");
+#endif
+}
+
 int main(int argc, char* argv[]) {
     return SecondProcess::main<LumoraAppTest>(argc, argv,
                                               {{u"look"_s, look},
@@ -493,6 +551,9 @@ int main(int argc, char* argv[]) {
                                                {u"keep up to date"_s, keepUpToDate},
                                                {u"find brew"_s, findBrew},
                                                {u"upgrade"_s, upgrade},
+#ifdef __GLIBC__
+                                               {u"load a lot"_s, loadALot},
+#endif
                                                {u"leave"_s, leave}});
 }
 
