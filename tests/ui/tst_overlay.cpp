@@ -3,6 +3,7 @@
 #include "Find.h"
 #include "Focus.h"
 #include "Input.h"
+#include "PaintWatch.h"
 #include "Pixels.h"
 #include "Samples.h"
 #include "UiTest.h"
@@ -94,6 +95,7 @@ private Q_SLOTS:
     void floatsAboveTheBottomOfTheWindow();
     void givesItsContentItsPlaces();
     void scrollsALongTranscript();
+    void paintsNothingButItsSpinnerWhileTheOperationRuns();
     void showsItsHeaderAboveAnEmptyTranscript();
     void speaksTheLanguage_data();
     void speaksTheLanguage();
@@ -225,6 +227,17 @@ void OverlayTest::scrollsALongTranscript() {
     QCOMPARE(require<OutputText>(again).height(), tallestTranscript);
     QVERIFY(again.rect().contains(require<OutputText>(again).geometry()));
     QCOMPARE(panelOf(again).height(), tall);
+}
+
+void OverlayTest::paintsNothingButItsSpinnerWhileTheOperationRuns() {
+    AppWindow app;
+    app.showLoaded();
+    const auto& spinner = require<Spinner>(showOverlay(app, u"Upgrading wget...\n"_s));
+    PaintWatch paints(spinner);
+    QTRY_VERIFY(paints.count() > 1);
+    paints.forget();
+    QTRY_VERIFY(paints.count() > 2);
+    QCOMPARE(paints.area(), QRect(spinner.mapTo(&app.window, QPoint()), spinner.size()));
 }
 
 void OverlayTest::showsItsHeaderAboveAnEmptyTranscript() {

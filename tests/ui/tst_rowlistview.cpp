@@ -2,9 +2,11 @@
 #include "Find.h"
 #include "Input.h"
 #include "ListDriver.h"
+#include "PaintWatch.h"
 #include "Pixels.h"
 #include "UiTest.h"
 #include "style/LumoraStyle.h"
+#include "style/Metrics.h"
 #include "style/Theme.h"
 #include "widgets/RowListView.h"
 
@@ -96,23 +98,6 @@ struct Window final {
     QSignalSpy chosen{view, &RowListView::rowChosen};
 };
 
-/// Counts how often a widget is painted.
-class PaintCounter final : public QObject {
-public:
-    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
-
-    [[nodiscard]] int count() const { return m_count; }
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        m_count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-
-private:
-    int m_count{};
-};
-
 } // namespace
 
 class RowListViewTest final : public QObject {
@@ -163,6 +148,7 @@ private Q_SLOTS:
     void takesAPressWhereItLies();
     void takesNothingBesideTheRows();
     void rendersSpinnersOnlyWhileTheyCanBeSeen();
+    void paintsNothingButItsSpinnersWhileTheyTurn();
     void turnsItsSpinnersAsTheDesktopWishes();
 };
 
@@ -830,7 +816,7 @@ void RowListViewTest::rendersSpinnersOnlyWhileTheyCanBeSeen() {
     QList<Row> rows = items(40);
     rows[0] = item(u"row-0"_s, Kind::Spinner);
     Window window(rows);
-    const PaintCounter paints(window.view->viewport());
+    const PaintWatch paints(*window.view->viewport());
     const auto isTurning = [&] {
         const int before = paints.count();
         return QTest::qWaitFor([&] { return paints.count() > before + 1; }, 1'000);
@@ -844,12 +830,29 @@ void RowListViewTest::rendersSpinnersOnlyWhileTheyCanBeSeen() {
     QTRY_VERIFY(!isTurning());
 }
 
+void RowListViewTest::paintsNothingButItsSpinnersWhileTheyTurn() {
+    QList<Row> rows = items(40);
+    rows[1] = item(u"row-1"_s, Kind::Spinner);
+    rows[2] = item(u"row-2"_s, Kind::Spinner);
+    const Window window(rows);
+    const ListDriver list = window.list();
+    const QRect spinners = list.actionRect(u"row-1"_s) | list.actionRect(u"row-2"_s);
+    QCOMPARE(spinners.width(), Metrics::smallSpinner);
+    const QWidget& viewport = *window.view->viewport();
+    PaintWatch paints(viewport);
+    // The first frames have all of the window.
+    QTRY_VERIFY(paints.count() > 1);
+    paints.forget();
+    QTRY_VERIFY(paints.count() > 2);
+    QCOMPARE(paints.area(), spinners.translated(viewport.mapTo(&window.host, QPoint())));
+}
+
 void RowListViewTest::turnsItsSpinnersAsTheDesktopWishes() {
     auto& style = dynamic_cast<LumoraStyle&>(*QApplication::style());
     const auto restore = qScopeGuard([&style] { style.setMotion(LumoraStyle::Motion::Usual); });
     style.setMotion(LumoraStyle::Motion::Reduced);
     const Window window({item(u"a"_s, Kind::Spinner)});
-    const PaintCounter paints(window.view->viewport());
+    const PaintWatch paints(*window.view->viewport());
     QTRY_VERIFY(paints.count() > 0);
     style.setMotion(LumoraStyle::Motion::Usual);
     // In one of the calm kind's seconds there is room for many.

@@ -392,32 +392,33 @@ void RowListView::showToolTip(const QPoint& globalPosition, const QPoint& positi
     QToolTip::showText(globalPosition, DisplayText::toolTip(text), viewport(), area);
 }
 
-bool RowListView::showsSpinner() const {
+QRegion RowListView::spinners() const {
+    QRegion spinners;
     const QRect area = viewport()->rect();
     for (QModelIndex index = indexAt(area.topLeft());
          index.isValid() && visualRect(index).top() <= area.bottom();
          index = index.siblingAtRow(index.row() + 1)) {
         const QList<RowAction> actions = m_model.row(index).actions;
-        if (std::ranges::count(actions, RowAction::Kind::Spinner, &RowAction::kind) > 0)
-            return true;
+        for (qsizetype i = 0; i < actions.size(); ++i) {
+            if (actions.at(i).kind == RowAction::Kind::Spinner)
+                spinners += actionRect(index, i);
+        }
     }
-    return false;
+    return spinners;
 }
 
 void RowListView::paintEvent(QPaintEvent* event) {
     QListView::paintEvent(event);
-    if (!m_spinnerTimer.isActive() && showsSpinner())
+    if (!m_spinnerTimer.isActive() && !spinners().isEmpty())
         m_spinnerTimer.start(Spinner::interval(this), this);
 }
 
 void RowListView::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_spinnerTimer.timerId()) {
         QListView::timerEvent(event);
-    } else if (isVisible() && showsSpinner()) {
-        viewport()->update();
-        // The desktop's wish may be another one by now.
-        m_spinnerTimer.start(Spinner::interval(this), this);
     } else {
         m_spinnerTimer.stop();
+        // Those that are painted go on.
+        viewport()->update(spinners());
     }
 }

@@ -96,7 +96,8 @@ private:
     void trigger(const QString& id, const QString& title);
     void showToolTip(const QPoint& globalPosition, const QPoint& position);
     [[nodiscard]] RowState stateOf(const QModelIndex& index) const;
-    [[nodiscard]] bool showsSpinner() const;
+    /// Where some are to be seen.
+    [[nodiscard]] QRegion spinners() const;
     void tellFocus();
 
     RowModel m_model;

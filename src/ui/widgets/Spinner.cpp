@@ -54,18 +54,13 @@ void Spinner::paint(QPainter* painter, const QRectF& rect, const QWidget* widget
 void Spinner::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     paint(&painter, rect(), this);
-}
-
-void Spinner::showEvent(QShowEvent*) {
-    m_timer.start(interval(this), this);
-}
-
-void Spinner::hideEvent(QHideEvent*) {
-    m_timer.stop();
+    // Nobody is woken for what is not painted: in a minimised window, scrolled out of sight,
+    // covered.
+    if (!m_timer.isActive())
+        m_timer.start(interval(this), this);
 }
 
 void Spinner::timerEvent(QTimerEvent*) {
+    m_timer.stop();
     update();
-    // The desktop's wish may be another one by now.
-    m_timer.start(interval(this), this);
 }

@@ -78,6 +78,16 @@ class Application:
         user, system = stat.rpartition(")")[2].split()[11:13]
         return (int(user) + int(system)) / os.sysconf("SC_CLK_TCK")
 
+    def wakeups(self) -> int:
+        """How often any of its threads has stopped waiting so far."""
+        statuses = Path(f"/proc/{self.process_id}/task").glob("*/status")
+        return sum(
+            int(line.split()[1])
+            for status in statuses
+            for line in status.read_text().splitlines()
+            if line.startswith("voluntary_ctxt_switches:")
+        )
+
     # What it shows
 
     def tree(self) -> Tree:

@@ -136,6 +136,14 @@ class Screen:
         window.configure(width=width, height=height)
         self._display.sync()
 
+    def minimise(self, window: Window) -> None:
+        window.unmap()
+        self._display.sync()
+
+    def restore(self, window: Window) -> None:
+        window.map()
+        self._display.sync()
+
     def close_window(self, window: Window) -> None:
         """Asks a window to close, as the cross in its title bar does."""
         delete = self._display.intern_atom("WM_DELETE_WINDOW")
