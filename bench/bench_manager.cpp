@@ -6,36 +6,30 @@
 #include "BrewListResponse.h"
 #include "BrewManager.h"
 #include "JsonReport.h"
+#include "Reports.h"
 #include "SortByName.h"
-#include "SyntheticReport.h"
 
 #include <QCoreApplication>
 #include <QCoroTask>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <simdjson.h>
 
 #include <benchmark/benchmark.h>
 
+#include <map>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int wholeCatalogue = 8'500;
-
-/// The recorded report of all formulae where there is one, else a synthetic one of its size.
+/// Each of them made once.
 const std::string& report(int count) {
-    static const std::string whole = [] {
-        QProcess xz;
-        xz.start(u"xz"_s, {u"-dc"_s, qEnvironmentVariable("LUMORA_RECORDED") +
-                                         u"/scale/all-formulae.json.xz"_s});
-        xz.waitForFinished(-1);
-        std::string text = xz.readAllStandardOutput().toStdString();
-        return text.empty() ? syntheticReport(wholeCatalogue) : text;
-    }();
-    static const std::string usual = syntheticReport(300);
-    return count == wholeCatalogue ? whole : usual;
+    static std::map<int, std::string> reports;
+    const auto [report, isNew] = reports.try_emplace(count);
+    if (isNew)
+        report->second = reportOf(count);
+    return report->second;
 }
 
 void parseOnly(benchmark::State& state) {

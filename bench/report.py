@@ -14,7 +14,7 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True
 
-from measures import idle, launch, memory, overhead, reports  # noqa: E402
+from measures import idle, interaction, launch, memory, overhead, reports  # noqa: E402
 from measures.setting import Setting  # noqa: E402
 from measures.table import Line, as_json, markdown, replace_block  # noqa: E402
 
@@ -23,6 +23,7 @@ PARTS = {
     "memory": memory.measure,
     "idle": idle.measure,
     "reports": reports.measure,
+    "interaction": interaction.measure,
     "overhead": overhead.measure,
 }
 

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+//
+// What each thing that users do in the window costs the interface thread, from the event until all
+// that follows from it is painted: a line per sample, in milliseconds.
+// Usage: bench_interaction ROWS [NAME...]
+#include "BrewDiscovery.h"
+#include "BrewManager.h"
+#include "LangManager.h"
+#include "Reports.h"
+#include "ThreadTime.h"
+#include "shell/MainWindow.h"
+#include "style/Look.h"
+#include "widgets/RowListView.h"
+#include "widgets/Sheet.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int sampleCount = 200;
+
+/// Counts what is painted.
+class Application final : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    [[nodiscard]] int paintCount() const { return m_paintCount; }
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        m_paintCount += event->type() == QEvent::Paint ? 1 : 0;
+        return QApplication::notify(receiver, event);
+    }
+
+private:
+    int m_paintCount{0};
+};
+
+/// The application's window, with a brew that has nothing installed and lists of its own.
+class Window final {
+public:
+    Window(const QString& brew, int rows) : m_manager({.candidates = {brew.toStdString()}}) {
+        m_window.show();
+        require(QTest::qWaitForWindowExposed(&m_window, patience), "the window is not to be seen");
+        // There may be no window manager to do it.
+        m_window.activateWindow();
+        require(QTest::qWaitForWindowActive(&m_window, patience), "the window is not active");
+        waitForLoads();
+        QList<BrewPackage> packages = packagesIn(reportOf(rows));
+        QList<OutdatedPackage> outdated;
+        for (const BrewPackage& package : packages)
+            outdated.append({.name = package.name,
+                             .currentVersion = package.version,
+                             .latestVersion = u"99.0"_s});
+        m_manager.outdatedFormulae.set(std::move(outdated));
+        m_manager.formulae.set(packages);
+        for (BrewPackage& package : packages)
+            package.type = PackageType::cask;
+        m_manager.casks.set(std::move(packages));
+        rest();
+    }
+
+    /// Until nothing is due, loading, or fading in.
+    void rest() {
+        waitForLoads();
+        const auto isStill = [this] {
+            const Sheet* const sheet = Sheet::openOver(&m_window);
+            return sheet == nullptr || sheet->graphicsEffect() == nullptr;
+        };
+        require(QTest::qWaitFor(isStill, patience), "the sheet goes on fading");
+        int before = 0;
+        do {
+            before = paintCount();
+            QGuiApplication::sync();
+        } while (paintCount() != before);
+    }
+
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(m_window.windowHandle(), key, modifiers);
+    }
+
+    void wheel(int delta) {
+        const QPointF place = m_window.rect().center();
+        QCoreApplication::postEvent(m_window.windowHandle(),
+                                    new QWheelEvent(place, m_window.mapToGlobal(place), {},
+                                                    {0, delta}, Qt::NoButton, Qt::NoModifier,
+                                                    Qt::NoScrollPhase, false));
+    }
+
+    void resize(int change) { m_window.resize(usualSize + QSize(change, change)); }
+
+    /// The interface thread's time until the window system has all that follows from the action.
+    [[nodiscard]] double timeOf(const std::function<void()>& action) {
+        const int before = paintCount();
+        const ThreadTime time;
+        action();
+        require(QTest::qWaitFor([&] { return paintCount() != before; }, patience),
+                "nothing is painted");
+        // What the window system has exposed meanwhile.
+        QGuiApplication::sync();
+        return time.elapsed();
+    }
+
+    static void require(bool condition, const char* otherwise) {
+        if (condition)
+            return;
+        std::fprintf(stderr, "%s\n", otherwise);
+        std::exit(EXIT_FAILURE);
+    }
+
+private:
+    static constexpr int patience = 60'000;
+    static constexpr QSize usualSize{900, 600};
+
+    static int paintCount() { return static_cast<Application*>(qApp)->paintCount(); }
+
+    void waitForLoads() {
+        const auto isLoading = [this] {
+            return *m_manager.isLoadingFormulae || *m_manager.isLoadingCasks ||
+                   *m_manager.isLoadingOutdated || *m_manager.isLoadingTaps;
+        };
+        require(QTest::qWaitFor([&] { return !isLoading(); }, patience), "the loads don't end");
+    }
+
+    BrewManager m_manager;
+    MainWindow m_window{m_manager, LangManager::shared(), QString()};
+};
+
+struct Interaction {
+    const char* name;
+    std::function<void(int turn)> act;
+    /// What is not measured, and leads to where it begins.
+    std::function<void(int turn)> begin;
+};
+
+QList<Interaction> interactions(Window& window) {
+    const auto openPage = [&window](int number) {
+        window.key(static_cast<Qt::Key>(Qt::Key_0 + number), Qt::ControlModifier);
+    };
+    const auto type = [&window](int turn) {
+        static const QByteArray typed = "network\b\b\b\b\b\b\bversion\b\b\b\b\b\b\b";
+        const char letter = typed.at(turn % typed.size());
+        window.key(letter == '\b'
+                       ? Qt::Key_Backspace
+                       : static_cast<Qt::Key>(QChar::fromLatin1(letter).toUpper().unicode()));
+    };
+    const auto openFilter = [=, &window](int turn) {
+        if (turn == 0) {
+            openPage(1);
+            window.key(Qt::Key_F, Qt::ControlModifier);
+        }
+        window.rest();
+    };
+    const auto moveOn = [=, &window](int turn) {
+        // From the filter the arrow leads into the list.
+        if (turn == 0)
+            openFilter(turn);
+        window.key(Qt::Key_Escape);
+        window.rest();
+        window.key(Qt::Key_Down);
+        window.rest();
+    };
+    const auto openSheet = [=, &window](int turn) {
+        moveOn(turn);
+        (void)window.timeOf([&] { window.key(Qt::Key_Return); });
+    };
+    const auto rest = [&window](int) { window.rest(); };
+    constexpr int pages = 7;
+    constexpr int step = -120;
+    constexpr int far = 50;
+    return {
+        {"filter keystroke", type, openFilter},
+        {"wheel step", [&](int turn) { window.wheel(turn / far % 2 == 0 ? step : -step); }, rest},
+        {"resize step", [&](int turn) { window.resize(1 + turn % far); }, rest},
+        {"page switch", [=](int turn) { openPage(1 + (turn + 1) % pages); }, rest},
+        {"sheet opening, first frame", [&](int) { window.key(Qt::Key_Return); }, moveOn},
+        {"sheet opening, each frame of its fading", [](int) {}, openSheet},
+        {"theme switch", [](int turn) { Look::setDark(turn % 2 == 0); }, rest},
+    };
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    Window::require(argc > 1, "how many rows?");
+    Application application(argc, argv);
+    Look::setUp();
+    Look::setDark(false);
+    const QTemporaryDir folder;
+    QFile brew(folder.filePath(u"brew"_s));
+    Window::require(brew.open(QFile::WriteOnly), "no file can be written");
+    // An empty list of taps would be loaded again with every visit.
+    brew.write("#!/bin/sh\n[ $1 = tap ] && echo homebrew/core || "
+               "echo '{\"formulae\":[],\"casks\":[]}'\n");
+    brew.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    brew.close();
+
+    Window window(brew.fileName(), std::atoi(argv[1]));
+    const QStringList names = QCoreApplication::arguments().sliced(2);
+    for (const Interaction& interaction : interactions(window)) {
+        if (!names.isEmpty() && !names.contains(QLatin1String(interaction.name)))
+            continue;
+        for (int turn = 0; turn < sampleCount; ++turn) {
+            interaction.begin(turn);
+            const double time = window.timeOf([&] { interaction.act(turn); });
+            std::printf("%s\t%.4f\n", interaction.name, time);
+        }
+        window.key(Qt::Key_Escape);
+        window.rest();
+    }
+    std::fflush(stdout);
+    // Threads may be at work for pages that are gone.
+    std::_Exit(EXIT_SUCCESS);
+}
