@@ -52,11 +52,16 @@ PipeGuard& PipeGuard::operator=(PipeGuard&& other) noexcept {
     return *this;
 }
 
+void PipeGuard::end() const {
+    // Quicker than to let it find both pipes at their ends.
+    if (m_pid >= 0)
+        ::kill(m_pid, SIGKILL);
+}
+
 PipeGuard::~PipeGuard() {
     if (m_pid < 0)
         return;
-    // Quicker than to let it find both pipes at their ends.
-    ::kill(m_pid, SIGKILL);
+    end();
     while (::waitpid(m_pid, nullptr, 0) < 0 && errno == EINTR) {
     }
 }

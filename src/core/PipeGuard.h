@@ -17,8 +17,11 @@ public:
     PipeGuard(const FileDescriptor& standardOutput, const FileDescriptor& standardError);
     PipeGuard(PipeGuard&& other) noexcept;
     PipeGuard& operator=(PipeGuard&& other) noexcept;
-    /// Ends the guard, which nobody needs once both pipes have been read to their ends.
+    /// Ends the guard, if that hasn't been done, and waits until it is gone.
     ~PipeGuard();
+
+    /// Ends the guard, which nobody needs once both pipes have been read to their ends.
+    void end() const;
 
 private:
     FileDescriptor m_life;

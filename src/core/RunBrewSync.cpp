@@ -56,6 +56,7 @@ RunOutcome runBrewSync(const std::string& brewPath, const std::vector<std::strin
         std::string error;
         const int outputFailure = shell.standardOutput().readToEnd(output, longestOutput);
         const int errorFailure = shell.standardError().readToEnd(error, longestOutput);
+        shell.endGuard();
         const std::int32_t status = shell.waitForExit();
         if (const int failure = outputFailure != 0 ? outputFailure : errorFailure)
             return readFailure(failure, longestOutput);

@@ -39,6 +39,9 @@ public:
 
     [[nodiscard]] const FileDescriptor& standardError() const { return m_standardError; }
 
+    /// For when both pipes have been read to their ends: the guard goes while the child does.
+    void endGuard() const { m_guard.end(); }
+
     /// Blocks until the child has exited; 128 + the signal's number if one ended it.
     [[nodiscard]] std::int32_t waitForExit() const;
 

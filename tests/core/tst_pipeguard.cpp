@@ -34,6 +34,7 @@ private Q_SLOTS:
     void outlivesTheEndOfALoginSession();
     void needsNoCat();
     void hasANameAndASessionOfItsOwn();
+    void goesOnceBothPipesAreRead();
 
 private:
     [[nodiscard]] bool endsWithinASecond(TerminalProcess& process);
@@ -291,6 +292,17 @@ void PipeGuardTest::hasANameAndASessionOfItsOwn() {
     const QMap<pid_t, QByteArray> sessions = childrenOf(process.id(), u"sess"_s);
     for (auto child = sessions.begin(); child != sessions.end(); ++child)
         QCOMPARE(child.value().toInt(), child.key());
+    brew.open(u"go"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(process.hasEnded(), patience);
+}
+
+void PipeGuardTest::goesOnceBothPipesAreRead() {
+    const FakeBrew brew;
+    brew.setBody("exec >&- 2>&-\n" + brew.waitFor(u"go"_s));
+    TerminalProcess process(lineThatRuns(brew));
+    QTRY_COMPARE_WITH_TIMEOUT(childrenOf(process.id(), u"comm"_s).values(), QByteArrayList{"brew"},
+                              patience);
+    QVERIFY(!process.hasEnded());
     brew.open(u"go"_s);
     QTRY_VERIFY_WITH_TIMEOUT(process.hasEnded(), patience);
 }
