@@ -44,7 +44,7 @@ QCoro::Task<> BrewManager::runLoad(Load load) {
     co_await m_loadCommandsHeldUntil;
     if (!self)
         co_return;
-    const auto outcome = co_await runDetached(m_brewPath, load.arguments);
+    const auto outcome = co_await runDetached(m_brewPath, load.arguments, std::identity());
     if (!self)
         co_return;
 

@@ -6,6 +6,7 @@
 #include <QCoroFuture>
 #include <QPointer>
 
+#include <algorithm>
 #include <new>
 
 using namespace Qt::StringLiterals;
@@ -24,50 +25,131 @@ struct BrewManager::Printed final {
     QString error;
 };
 
+namespace {
+
+/// What one operation has written. Another that overlaps writes to the same output; until one does,
+/// both are one text, perhaps of megabytes.
+class Transcript final {
+public:
+    explicit Transcript(Published<QString>& output) : m_output(output) {}
+
+    [[nodiscard]] const QString& text() const { return m_text; }
+
+    void restart(const QString& start) {
+        m_text = start;
+        m_output.set(start);
+    }
+
+    /// `longer` begins with the text.
+    void extendTo(const QString& longer) {
+        m_output.update([&](QString& output) {
+            if (isShared(output))
+                output = longer;
+            else
+                output += QStringView(longer).sliced(m_text.size());
+            m_text = longer;
+        });
+    }
+
+    void append(const QString& text) {
+        m_output.update([&](QString& output) {
+            if (isShared(output)) {
+                // It grows in place if nobody else has it.
+                m_text.clear();
+                output += text;
+                m_text = output;
+            } else {
+                output += text;
+                m_text += text;
+            }
+        });
+    }
+
+private:
+    [[nodiscard]] bool isShared(const QString& output) const {
+        return output.constData() == m_text.constData();
+    }
+
+    Published<QString>& m_output;
+    QString m_text;
+};
+
+/// What an operation's command has printed.
+struct Transcribed final {
+    /// The transcript up to the end of standard output; has room for the rest.
+    QString text{};
+    /// Standard error on a line of its own, or nothing.
+    QString error{};
+    bool succeeded{};
+};
+
+std::variant<Transcribed, LaunchError> transcribed(const QString& start, qsizetype longestClosing,
+                                                   RunOutcome outcome) {
+    if (auto* error = std::get_if<LaunchError>(&outcome))
+        return std::move(*error);
+    const auto& result = std::get<CommandResult>(outcome);
+    try {
+        const QString output = QString::fromStdString(result.standardOutput);
+        Transcribed all{.succeeded = result.status == 0};
+        if (!result.standardError.empty())
+            all.error = u'\n' + QString::fromStdString(result.standardError);
+        all.text.reserve(start.size() + output.size() + all.error.size() + longestClosing);
+        all.text += start;
+        all.text += output;
+        // Memory that has been written to once is quicker to write to.
+        const qsizetype end = all.text.size();
+        all.text += all.error;
+        all.text.truncate(end);
+        return all;
+    } catch (const std::bad_alloc&) {
+        return LaunchError::outOfMemory();
+    }
+}
+
+} // namespace
+
 QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
     static_assert(takesParametersByValue<&BrewManager::runOperation>);
     const QPointer<BrewManager> self(this);
-    // The transcript of this run alone: an operation that overlaps writes to the same output.
-    OperationReport report{.start = operation.start.chopped(1), .transcript = operation.start};
-    const auto append = [this, &report](const QString& text) {
-        // Both are one text, perhaps of megabytes, unless another operation has written to it.
-        const bool isOne = operationOutput->constData() == report.transcript.constData();
-        operationOutput.set(*operationOutput + text);
-        report.transcript = isOne ? *operationOutput : report.transcript + text;
-    };
+    OperationReport report{.start = operation.start.chopped(1)};
+    Transcript transcript(operationOutput);
     isRunningOperation.set(true);
-    operationOutput.set(operation.start);
+    transcript.restart(operation.start);
     Q_EMIT operationStarted(report.start);
-    const auto outcome = co_await runDetached(m_brewPath, operation.arguments);
+    const qsizetype longestClosing = std::max(operation.success.size(), operation.failure.size());
+    const auto transcribe = [start = operation.start, longestClosing](RunOutcome ended) {
+        return transcribed(start, longestClosing, std::move(ended));
+    };
+    const auto outcome = co_await runDetached(m_brewPath, operation.arguments, transcribe);
     if (!self)
         co_return false;
 
     const auto fail = [&](const LaunchError& error) {
-        append(u"\nError: "_s + QString::fromStdString(error.description));
+        transcript.append(u"\nError: "_s + QString::fromStdString(error.description));
         isRunningOperation.set(false);
     };
     if (const auto* error = std::get_if<LaunchError>(outcome.get())) {
         fail(*error);
     } else {
-        const auto& result = std::get<CommandResult>(*outcome);
+        auto& printed = std::get<Transcribed>(*outcome);
         try {
-            append(QString::fromStdString(result.standardOutput));
-            if (!result.standardError.empty())
-                append(u'\n' + QString::fromStdString(result.standardError));
+            transcript.extendTo(std::exchange(printed.text, {}));
+            if (!printed.error.isEmpty())
+                transcript.append(printed.error);
             isRunningOperation.set(false);
-            report.succeeded = result.status == 0;
-            const QString closing = report.succeeded ? operation.success : operation.failure;
+            const QString closing = printed.succeeded ? operation.success : operation.failure;
             if (!closing.isEmpty()) {
-                append(closing);
+                transcript.append(closing);
                 report.closing = closing.sliced(1);
             }
+            report.succeeded = printed.succeeded;
         } catch (const std::bad_alloc&) {
             // As if the command hadn't been started: there has to be room for saying so.
-            report = {.start = report.start, .transcript = operation.start};
-            operationOutput.set(operation.start);
+            transcript.restart(operation.start);
             fail(LaunchError::outOfMemory());
         }
     }
+    report.transcript = transcript.text();
     Q_EMIT operationEnded(report);
     co_return report.succeeded;
 }
@@ -75,19 +157,22 @@ QCoro::Task<bool> BrewManager::runOperation(Operation operation) {
 QCoro::Task<QString> BrewManager::runReport(QStringList arguments,
                                             std::function<QString(const Printed&)> choose) {
     static_assert(takesParametersByValue<&BrewManager::runReport>);
-    const auto outcome = co_await runDetached(m_brewPath, arguments);
-    const auto failure = [](const LaunchError& error) {
-        return u"Error: "_s + QString::fromStdString(error.description);
+    const auto describe = [choose](const RunOutcome& outcome) {
+        const auto failure = [](const LaunchError& error) {
+            return u"Error: "_s + QString::fromStdString(error.description);
+        };
+        if (const auto* error = std::get_if<LaunchError>(&outcome))
+            return failure(*error);
+        const auto& result = std::get<CommandResult>(outcome);
+        try {
+            return choose({QString::fromStdString(result.standardOutput),
+                           QString::fromStdString(result.standardError)});
+        } catch (const std::bad_alloc&) {
+            return failure(LaunchError::outOfMemory());
+        }
     };
-    if (const auto* error = std::get_if<LaunchError>(outcome.get()))
-        co_return failure(*error);
-    const auto& result = std::get<CommandResult>(*outcome);
-    try {
-        co_return choose({QString::fromStdString(result.standardOutput),
-                          QString::fromStdString(result.standardError)});
-    } catch (const std::bad_alloc&) {
-        co_return failure(LaunchError::outOfMemory());
-    }
+    const auto text = co_await runDetached(m_brewPath, arguments, describe);
+    co_return *text;
 }
 
 namespace {

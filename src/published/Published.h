@@ -44,8 +44,14 @@ public:
     [[nodiscard]] const T* operator->() const { return &m_value; }
 
     void set(T value) {
+        update([&value](T& current) { current = std::move(value); });
+    }
+
+    /// The same, where a value of megabytes is to grow in place.
+    template <class Change>
+    void update(Change change) {
         Q_EMIT m_owner.objectWillChange();
-        m_value = std::move(value);
+        change(m_value);
         Q_EMIT m_signal.changed();
     }
 

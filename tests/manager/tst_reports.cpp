@@ -4,6 +4,7 @@
 #include "BrewAt.h"
 #include "BrewManager.h"
 #include "FreshHome.h"
+#include "ProcessorTimes.h"
 #include "PublicationRecorder.h"
 
 #include <QtTest>
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void returnThatBrewCouldNotBeStarted();
     void returnWhatThereIsWithoutBrew();
     void mayOverlap();
+    void areMadeBesideTheInterface();
 
 private:
     const FreshHome m_home;
@@ -189,6 +191,16 @@ void ReportsTest::mayOverlap() {
     QTRY_VERIFY(first.isReady());
     QCOMPARE(QCoro::waitFor(std::move(first)), u"about first\n"_s);
     QCOMPARE(QCoro::waitFor(std::move(second)), u"about second\n"_s);
+}
+
+void ReportsTest::areMadeBesideTheInterface() {
+    const FakeBrew brew("head -c 50000000 /dev/zero | tr '\\0' x; echo odd >&2");
+    BrewManager manager(brewAt(brew));
+    const ProcessorTimes times;
+    const QString text = QCoro::waitFor(manager.doctor());
+    const double share = times.shareOfThisThread();
+    QCOMPARE(text.size(), 50'000'005);
+    QVERIFY2(share < 0.1, qPrintable(QString::number(share)));
 }
 
 QTEST_GUILESS_MAIN(ReportsTest)

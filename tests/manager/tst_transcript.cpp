@@ -3,6 +3,7 @@
 #include "BrewManager.h"
 #include "FreshHome.h"
 #include "Lines.h"
+#include "ProcessorTimes.h"
 #include "PublicationRecorder.h"
 
 #include <QtTest>
@@ -29,6 +30,8 @@ private Q_SLOTS:
     void tellsThatBrewHasGone();
     void tellsThatANameCannotBeHandedOver();
     void holdsAHundredMegabytes();
+    void growsInPlace();
+    void isMadeBesideTheInterface();
 
 private:
     std::unique_ptr<FreshHome> m_home;
@@ -184,6 +187,34 @@ void TranscriptTest::holdsAHundredMegabytes() {
     QVERIFY(manager.operationOutput->startsWith(start + u'x'));
     QVERIFY(manager.operationOutput->endsWith(u'x' + end));
     QVERIFY(timer.elapsed() < 30'000);
+}
+
+void TranscriptTest::growsInPlace() {
+    const FakeBrew brew("echo out; echo err >&2");
+    BrewManager manager(brewAt(brew));
+    QList<const QChar*> places;
+    manager.operationOutput.subscribe(
+        this, [&](const QString& transcript) { places.append(transcript.constData()); });
+    QString reported;
+    connect(&manager, &BrewManager::operationEnded, this,
+            [&](const OperationReport& report) { reported = report.transcript; });
+
+    QVERIFY(QCoro::waitFor(manager.upgradeAll()));
+    QCOMPARE(reported, u"Upgrading all packages...\nout\n\nerr\n\nAll packages upgraded"_s);
+    // What was there already lies where it lay when the error and the closing line have joined it,
+    // and whoever is told of the end gets it without a copy.
+    QCOMPARE(places.size(), 4);
+    QCOMPARE(places, (QList{places[0], places[1], places[1], places[1]}));
+    QCOMPARE(reported.constData(), places[1]);
+}
+
+void TranscriptTest::isMadeBesideTheInterface() {
+    const FakeBrew brew("head -c 50000000 /dev/zero | tr '\\0' x");
+    BrewManager manager(brewAt(brew));
+    const ProcessorTimes times;
+    QVERIFY(QCoro::waitFor(manager.upgradeAll()));
+    const double share = times.shareOfThisThread();
+    QVERIFY2(share < 0.1, qPrintable(QString::number(share)));
 }
 
 QTEST_GUILESS_MAIN(TranscriptTest)

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void announcesEachChangeOnceBeforeIt();
     void offersEachValueToItsOwnSubscribers();
     void offersTheValueOnceItIsInPlace();
+    void tellsOfAChangeInPlaceAsOfAnyOther();
     void givesEachSubscriberEachValue();
     void endsASubscriptionWithItsContext();
 };
@@ -87,6 +88,17 @@ void PublishedTest::offersTheValueOnceItIsInPlace() {
     owner.number.set(2);
 
     QCOMPARE(events, (QStringList{u"announced at 1"_s, u"offered 2 at 2"_s}));
+}
+
+void PublishedTest::tellsOfAChangeInPlaceAsOfAnyOther() {
+    Owner owner;
+    owner.text.set(u"a"_s);
+    QStringList events;
+    connect(&owner, &ObservableObject::objectWillChange, this,
+            [&] { events.append(u"announced at "_s + *owner.text); });
+    owner.text.subscribe(this, [&](const QString& text) { events.append(u"offered "_s + text); });
+    owner.text.update([](QString& text) { text += u'b'; });
+    QCOMPARE(events, (QStringList{u"announced at a"_s, u"offered ab"_s}));
 }
 
 void PublishedTest::givesEachSubscriberEachValue() {
