@@ -365,21 +365,22 @@ class ReleaseArchive(DesktopTest):
         self.addCleanup(app.stop)
         return app
 
+    def wait_for_plugins(self, app: Application, *names: str) -> None:
+        expected = {self.contents / "plugins" / name for name in names}
+        wait_until(
+            lambda: expected <= mapped_files(app.process_id),
+            lambda: f"it loads {expected} among {mapped_files(app.process_id)}",
+        )
+
     def assert_runs_on_its_own(self, app: Application, *display: str) -> None:
         """`display` are the plugins that bring it to the screen."""
         app.find(re.compile("^Formulae, [0-9]+"), role="list item")
         # What is needed later: encryption for the release check, a few seconds after launch.
-        expected = {
-            self.contents / "plugins" / name
-            for name in (
-                *display,
-                "platforminputcontexts/libibusplatforminputcontextplugin.so",
-                "tls/libqopensslbackend.so",
-            )
-        }
-        wait_until(
-            lambda: expected <= mapped_files(app.process_id),
-            lambda: f"it loads {expected} among {mapped_files(app.process_id)}",
+        self.wait_for_plugins(
+            app,
+            *display,
+            "platforminputcontexts/libibusplatforminputcontextplugin.so",
+            "tls/libqopensslbackend.so",
         )
         strangers = {
             path
@@ -435,6 +436,15 @@ class ReleaseArchive(DesktopTest):
                 "wayland-shell-integration/libxdg-shell.so",
                 "wayland-decoration-client/libbradient.so",
             )
+
+    def test_it_takes_the_plugins_that_the_session_names(self) -> None:
+        names = {"QT_IM_MODULE": "fcitx", "QT_QPA_PLATFORMTHEME": "xdgdesktopportal"}
+        app = self.start_bundle(environment=names)
+        self.wait_for_plugins(
+            app,
+            "platforminputcontexts/libfcitx5platforminputcontextplugin.so",
+            "platformthemes/libqxdgdesktopportal.so",
+        )
 
     def test_it_runs_without_a_display(self) -> None:
         result = subprocess.run(
