@@ -58,7 +58,7 @@ class Window(OnWayland):
 
     def said(self, app: Application, request: str) -> str:
         """What the window has told the compositor of itself, once it has."""
-        pattern = re.compile(rf"-> xdg_\w+@\d+\.{request}\((.*)\)$", re.MULTILINE)
+        pattern = re.compile(rf"-> xdg_\w+[@#]\d+\.{request}\((.*)\)$", re.MULTILINE)
         return wait_until(
             lambda: (match := pattern.search(app.log.read_text())) and match[1],
             f"the window says {request}",
