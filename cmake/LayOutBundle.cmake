@@ -10,6 +10,33 @@ if(APPLE AND NOT LUMORA_MINIMUM_MACOS)
     string(REGEX MATCH "^[0-9]+" LUMORA_MINIMUM_MACOS "${LUMORA_MINIMUM_MACOS}")
 endif()
 
+# draw_icon(<icns>)
+#
+# Draws macOS's icon in all the sizes that one has.
+function(draw_icon icns)
+    if(NOT TARGET lumora_icon_renderer)
+        add_executable(lumora_icon_renderer "${PROJECT_SOURCE_DIR}/packaging/render_icon.cpp")
+        target_link_libraries(lumora_icon_renderer PRIVATE lumora_settings Qt6::Gui Qt6::Svg)
+    endif()
+    set(drawing "${PROJECT_SOURCE_DIR}/assets/Lumora.svg")
+    set(pictures "${CMAKE_CURRENT_BINARY_DIR}/Lumora.iconset")
+    set(drawn)
+    foreach(side 16 32 128 256 512)
+        math(EXPR pixels "2 * ${side}")
+        set(picture "${pictures}/icon_${side}x${side}")
+        list(APPEND drawn COMMAND lumora_icon_renderer "${drawing}" ${side} "${picture}.png")
+        list(APPEND drawn COMMAND lumora_icon_renderer "${drawing}" ${pixels} "${picture}@2x.png")
+    endforeach()
+    add_custom_command(
+        OUTPUT "${icns}"
+        COMMAND "${CMAKE_COMMAND}" -E make_directory "${pictures}"
+        ${drawn}
+        COMMAND iconutil --convert icns --output "${icns}" "${pictures}"
+        DEPENDS "${drawing}" lumora_icon_renderer
+        VERBATIM
+    )
+endfunction()
+
 # lay_out_bundle(<target> <folder>)
 #
 # Makes the executable the one of the bundle <folder>/Lumora.app. The self-updater swaps
@@ -22,8 +49,12 @@ function(lay_out_bundle target folder)
     set_target_properties(${target} PROPERTIES OUTPUT_NAME Lumora)
 
     if(APPLE)
-        target_sources(${target} PRIVATE "${picture}")
-        set_source_files_properties("${picture}" PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
+        set(icon "${CMAKE_CURRENT_BINARY_DIR}/Lumora.icns")
+        draw_icon("${icon}")
+        target_sources(${target} PRIVATE "${picture}" "${icon}")
+        set_source_files_properties(
+            "${picture}" "${icon}" PROPERTIES MACOSX_PACKAGE_LOCATION Resources
+        )
         set_target_properties(
             ${target}
             PROPERTIES
