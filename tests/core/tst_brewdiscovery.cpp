@@ -216,7 +216,8 @@ void BrewDiscoveryTest::leavesTheShellAlone() {
 
 void BrewDiscoveryTest::asksAShellInASessionOfItsOwn() {
     m_home->write(u"brew"_s, "");
-    m_home->write(u".zshrc"_s, "which() { ps -o sess= -p $$ > ~/session; print $HOME/brew; }\n");
+    m_home->write(u".zshrc"_s, "which() { python3 -c 'import os; print(os.getsid(0))' > ~/session\n"
+                               "print $HOME/brew; }\n");
     QCOMPARE(askShell(), path(u"brew"_s));
     QFile session(m_home->path() + u"/session"_s);
     QVERIFY(session.open(QIODevice::ReadOnly));

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QSettings>
 
 #include <clocale>
 
@@ -41,6 +42,11 @@ FreshHome::FreshHome() {
     std::setlocale(LC_ALL, "C.UTF-8");
     QCoreApplication::setOrganizationName(u"Lumora"_s);
     QCoreApplication::setApplicationName(u"Lumora"_s);
+#ifdef Q_OS_MACOS
+    // The system's preferences are the user's own, whatever the home folder is said to be.
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath(u".config"_s));
+#endif
 }
 
 void FreshHome::write(const QString& relativePath, const QByteArray& content) const {
