@@ -137,7 +137,8 @@ QString DisplayText::paragraph(const QString& text) {
     QString result;
     qsizetype lines = 1;
     qsizetype wordLength = 0;
-    for (const QChar character : block(isCut ? start(text, longest) : text)) {
+    const QString shown = block(isCut ? start(text, longest) : text);
+    for (const QChar character : shown) {
         if (character == u'\n' && ++lines > mostLines)
             return result + u'…';
         wordLength = character.isSpace() ? 0 : wordLength + 1;

@@ -124,7 +124,8 @@ ListAccessible::~ListAccessible() {
 }
 
 void ListAccessible::forgetItems() {
-    for (const QAccessible::Id id : std::exchange(m_items, {}))
+    const auto items = std::exchange(m_items, {});
+    for (const QAccessible::Id id : items)
         QAccessible::deleteAccessibleInterface(id);
 }
 
