@@ -4,6 +4,7 @@
 #include "UpdateScene.h"
 
 #include <QDir>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <sys/stat.h>
