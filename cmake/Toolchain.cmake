@@ -18,6 +18,13 @@ endif()
 
 add_library(lumora_settings INTERFACE)
 
+# A hundred test programs are linked: the usual linker takes five times as long.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -fuse-ld=mold LUMORA_HAS_MOLD)
+if(BUILD_TESTING AND LUMORA_HAS_MOLD)
+    target_link_options(lumora_settings INTERFACE -fuse-ld=mold)
+endif()
+
 # For the sources that include QCoro's headers of awaitable things: those connect without a
 # context themselves, which QT_NO_CONTEXTLESS_CONNECT takes away (since Qt 6.7).
 set(LUMORA_QCORO_OPTIONS -UQT_NO_CONTEXTLESS_CONNECT)
