@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 //
 // The application as main() starts it, with a watch on its first frame and, where the environment
-// names one, a release service of its own.
-// Usage: [LUMORA_BENCH_RELEASES=ADDRESS] bench_launch BREW [--exit | --exit-loaded]
+// names them, a release service of its own and the certificate that vouches for it.
+// Usage: [LUMORA_BENCH_RELEASES=ADDRESS] [LUMORA_BENCH_CERTIFICATE=FILE]
+//        bench_launch BREW [--exit | --exit-loaded]
 //
 // --exit ends it at the first frame, --exit-loaded once all lists are there.
 #include "BrewManager.h"
 #include "FirstFrame.h"
 #include "LumoraApp.h"
 #include "ShellProcess.h"
+
+#include <QSslConfiguration>
 
 namespace {
 
@@ -21,6 +24,14 @@ void exitLoaded(BrewManager& manager) {
                 !*manager.isLoadingOutdated && !*manager.isLoadingTaps)
                 std::_Exit(0);
         });
+}
+
+/// Besides those that the system vouches for.
+void trust(const QString& certificate) {
+    auto configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setCaCertificates(configuration.caCertificates() +
+                                    QSslCertificate::fromPath(certificate));
+    QSslConfiguration::setDefaultConfiguration(configuration);
 }
 
 } // namespace
@@ -39,6 +50,9 @@ int main(int argc, char* argv[]) {
         qEnvironmentVariable("LUMORA_BENCH_RELEASES", QStringLiteral("http://127.0.0.1:0"));
     LumoraApp app(count, words, {.api = releases, .owner = QStringLiteral("bench")});
     const FirstFrame firstFrame(&app.window(), then);
+    if (const char* const certificate = "LUMORA_BENCH_CERTIFICATE";
+        qEnvironmentVariableIsSet(certificate))
+        trust(qEnvironmentVariable(certificate));
     if (endsLoaded)
         exitLoaded(app.brewManager());
     app.run();

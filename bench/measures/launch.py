@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""From the start of the process to its first painted frame."""
+"""From the start of the process to its first painted frame, and to the lists."""
 
 from __future__ import annotations
 
@@ -14,16 +14,29 @@ ROUNDS = 15
 
 
 def measure(setting: Setting) -> list[Row]:
+    sleeper = setting.folder / "sleeper"
+    sleeper.write_text("#!/bin/sh\nexec sleep 60\n", encoding="utf-8")
+    sleeper.chmod(0o755)
+
     def start(*command: str) -> float:
         begin = time.monotonic()
-        subprocess.run([*command, "--exit"], env=setting.environment, check=True,
+        subprocess.run(command, env=setting.environment, check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         return (time.monotonic() - begin) * 1000
 
+    launch = setting.program("launch")
     times = in_turns({
-        "bare window": lambda: start(setting.program("bare_window")),
-        "Lumora": lambda: start(setting.program("launch"), setting.brew),
+        "empty": lambda: start(setting.program("bare_window"), "--exit"),
+        "plain": lambda: start(setting.program("plain_window"), "--exit"),
+        "sleeping": lambda: start(launch, str(sleeper), "--exit"),
+        "sample": lambda: start(launch, setting.brew, "--exit"),
+        "lists": lambda: start(launch, setting.brew, "--exit-loaded"),
     }, ROUNDS)
     medians = {name: statistics.median(each) for name, each in times.items()}
-    return [Row("first frame, sample brew", medians["Lumora"], "ms", 1.3,
-                medians["bare window"], "bare window")]
+    plain = (1.1, medians["plain"], "plain window")
+    return [
+        Row("first frame, empty window", medians["empty"], "ms"),
+        Row("first frame, brew that only sleeps", medians["sleeping"], "ms", *plain),
+        Row("first frame, sample brew", medians["sample"], "ms", *plain),
+        Row("all lists there, sample brew", medians["lists"], "ms"),
+    ]
