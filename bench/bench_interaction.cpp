@@ -22,6 +22,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -29,20 +30,29 @@ namespace {
 
 constexpr int sampleCount = 200;
 
-/// Counts what is painted.
+/// Knows what is painted, and what each frame of it takes.
 class Application final : public QApplication {
 public:
     using QApplication::QApplication;
 
     [[nodiscard]] int paintCount() const { return m_paintCount; }
 
+    /// The interface thread's time for each since the last question.
+    [[nodiscard]] QList<double> takeFrames() { return std::exchange(m_frames, {}); }
+
     bool notify(QObject* receiver, QEvent* event) override {
+        const int before = m_paintCount;
+        const ThreadTime time;
         m_paintCount += event->type() == QEvent::Paint ? 1 : 0;
-        return QApplication::notify(receiver, event);
+        const bool result = QApplication::notify(receiver, event);
+        if (event->type() == QEvent::UpdateRequest && m_paintCount != before)
+            m_frames.append(time.elapsed());
+        return result;
     }
 
 private:
     int m_paintCount{0};
+    QList<double> m_frames;
 };
 
 /// The application's window, with a brew that has nothing installed and lists of its own.
@@ -140,6 +150,8 @@ struct Interaction {
     std::function<void(int turn)> act;
     /// What is not measured, and leads to where it begins.
     std::function<void(int turn)> begin;
+    /// Where it goes on by itself: what the frames that follow are called.
+    const char* later = nullptr;
 };
 
 QList<Interaction> interactions(Window& window) {
@@ -169,10 +181,6 @@ QList<Interaction> interactions(Window& window) {
         window.key(Qt::Key_Down);
         window.rest();
     };
-    const auto openSheet = [=, &window](int turn) {
-        moveOn(turn);
-        (void)window.timeOf([&] { window.key(Qt::Key_Return); });
-    };
     const auto rest = [&window](int) { window.rest(); };
     constexpr int pages = 7;
     constexpr int step = -120;
@@ -182,8 +190,8 @@ QList<Interaction> interactions(Window& window) {
         {"wheel step", [&](int turn) { window.wheel(turn / far % 2 == 0 ? step : -step); }, rest},
         {"resize step", [&](int turn) { window.resize(1 + turn % far); }, rest},
         {"page switch", [=](int turn) { openPage(1 + (turn + 1) % pages); }, rest},
-        {"sheet opening, first frame", [&](int) { window.key(Qt::Key_Return); }, moveOn},
-        {"sheet opening, each frame of its fading", [](int) {}, openSheet},
+        {"sheet opening, first frame", [&](int) { window.key(Qt::Key_Return); }, moveOn,
+         "sheet opening, each later frame"},
         {"theme switch", [](int turn) { Look::setDark(turn % 2 == 0); }, rest},
     };
 }
@@ -213,6 +221,12 @@ int main(int argc, char* argv[]) {
             interaction.begin(turn);
             const double time = window.timeOf([&] { interaction.act(turn); });
             std::printf("%s\t%.4f\n", interaction.name, time);
+            if (interaction.later == nullptr)
+                continue;
+            (void)application.takeFrames();
+            window.rest();
+            for (const double frame : application.takeFrames())
+                std::printf("%s\t%.4f\n", interaction.later, frame);
         }
         window.key(Qt::Key_Escape);
         window.rest();

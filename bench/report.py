@@ -14,7 +14,8 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True
 
-from measures import idle, interaction, launch, memory, overhead, reports  # noqa: E402
+from measures import (  # noqa: E402
+    growth, idle, interaction, launch, memory, overhead, reports)
 from measures.setting import Setting  # noqa: E402
 from measures.table import Line, as_json, markdown, replace_block  # noqa: E402
 
@@ -25,6 +26,7 @@ PARTS = {
     "reports": reports.measure,
     "interaction": interaction.measure,
     "overhead": overhead.measure,
+    "growth": growth.measure,
 }
 
 
@@ -64,6 +66,8 @@ def main() -> None:
     if options.report:
         for part, lines in results.items():
             replace_block(options.report, part, markdown(lines))
+        if "growth" in results:
+            growth.draw(results["growth"], options.report)
         if not options.parts:
             replace_block(options.report, "surroundings", surroundings())
 

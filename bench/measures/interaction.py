@@ -39,9 +39,11 @@ class Interaction:
         }
 
 
-def samples(setting: Setting, rows: int) -> dict[str, list[float]]:
-    output = subprocess.run([setting.program("interaction"), str(rows)], stdout=subprocess.PIPE,
-                            text=True, check=True, env=setting.environment).stdout
+def samples(setting: Setting, rows: int, *names: str) -> dict[str, list[float]]:
+    """Of these, or else of all of them."""
+    output = subprocess.run([setting.program("interaction"), str(rows), *names],
+                            stdout=subprocess.PIPE, text=True, check=True,
+                            env=setting.environment).stdout
     times: dict[str, list[float]] = {}
     for line in output.splitlines():
         name, _, time = line.partition("\t")

@@ -8,9 +8,15 @@ import json
 import os
 import subprocess
 import tempfile
+import time
 from collections.abc import Callable, Mapping
 from contextlib import ExitStack
 from pathlib import Path
+from typing import TypeVar
+
+
+Subject = TypeVar("Subject")
+Result = TypeVar("Result")
 
 
 class Display:
@@ -58,6 +64,23 @@ class Setting:
     def program(self, name: str) -> str:
         return str(self._programs / f"bench_{name}")
 
+    def run(self, *command: str) -> float:
+        """Milliseconds from its start until it has ended."""
+        begin = time.monotonic()
+        subprocess.run(command, env=self.environment, check=True, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL)
+        return (time.monotonic() - begin) * 1000
+
+    def brew_with(self, formulae: int) -> str:
+        """One that has so many installed, and nothing else."""
+        report, brew = (self.folder / f"{name}-{formulae}" for name in ("report", "brew"))
+        with report.open("wb") as file:
+            subprocess.run([self.program("report"), str(formulae)], check=True, stdout=file)
+        brew.write_text(f"#!/bin/sh\ncase $* in *--formula) exec cat {report};; tap) ;;\n"
+                        """*) echo '{"formulae": [], "casks": []}';; esac\n""")
+        brew.chmod(0o755)
+        return str(brew)
+
     def google(self, name: str, *options: str) -> dict[str, float]:
         """Milliseconds by benchmark: the medians of repetitions that all take turns with."""
         output = subprocess.run(
@@ -74,9 +97,10 @@ class Setting:
         }
 
 
-def in_turns(subjects: Mapping[str, Callable[[], float]], rounds: int) -> dict[str, list[float]]:
+def in_turns(subjects: Mapping[Subject, Callable[[], Result]],
+             rounds: int) -> dict[Subject, list[Result]]:
     """So many results of each; whatever else the machine does meanwhile meets all of them."""
-    results: dict[str, list[float]] = {name: [] for name in subjects}
+    results: dict[Subject, list[Result]] = {name: [] for name in subjects}
     for turn in range(rounds):
         for name in list(subjects)[:: 1 if turn % 2 == 0 else -1]:
             results[name].append(subjects[name]())
