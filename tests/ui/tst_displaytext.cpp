@@ -14,7 +14,10 @@ private Q_SLOTS:
     void keepsTheLinesOfABlock_data();
     void keepsTheLinesOfABlock();
     void breaksLinesOfABlockThatNoLayoutCouldHandle();
+    void breaksWordsOfABlockBeforeItsLines();
     void leavesOutTheMiddleOfWhatNobodyCouldRead();
+    void keepsTheEndsOfManyLines_data();
+    void keepsTheEndsOfManyLines();
     void doesNotBreakACharacterInTwo();
     void keepsALineWithinWhatALayoutCanHandle();
     void letsLongWordsOfAParagraphWrap_data();
@@ -69,9 +72,9 @@ void DisplayTextTest::keepsTheLinesOfABlock() {
 }
 
 void DisplayTextTest::breaksLinesOfABlockThatNoLayoutCouldHandle() {
-    constexpr int megabyte = 1 << 20;
+    constexpr int muchInALine = 200'000;
     constexpr int longest = 10'000;
-    const QString text = u"first\n"_s + QString(megabyte, u'x') + u"\nlast"_s;
+    const QString text = u"first\n"_s + QString(muchInALine, u'x') + u"\nlast"_s;
     const QString shown = DisplayText::block(text);
     const QStringList lines = shown.split(u'\n');
     QCOMPARE(lines.constFirst(), u"first"_s);
@@ -80,6 +83,16 @@ void DisplayTextTest::breaksLinesOfABlockThatNoLayoutCouldHandle() {
         QVERIFY(line.size() <= longest);
     // Nothing is lost.
     QCOMPARE(QString(shown).remove(u'\n'), QString(text).remove(u'\n'));
+}
+
+void DisplayTextTest::breaksWordsOfABlockBeforeItsLines() {
+    // A compiler's command line is one that people copy.
+    const QString command = u"c++ -DNAME=value -Iinclude/of/something "_s.repeated(100);
+    QVERIFY(command.size() <= 4096);
+    QCOMPARE(DisplayText::block(command), command);
+    const QString word(1024, u'x');
+    QCOMPARE(DisplayText::block(word + u' ' + word), word + u' ' + word);
+    QCOMPARE(DisplayText::block(word + word + u" b"_s), word + u'\n' + word + u" b"_s);
 }
 
 void DisplayTextTest::leavesOutTheMiddleOfWhatNobodyCouldRead() {
@@ -98,6 +111,37 @@ void DisplayTextTest::leavesOutTheMiddleOfWhatNobodyCouldRead() {
         const QString cut = DisplayText::block(odd);
         QVERIFY(cut.isValidUtf16());
     }
+}
+
+void DisplayTextTest::keepsTheEndsOfManyLines_data() {
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<bool>("isWhole");
+    QTest::newRow("as many as are shown") << 3'999 << u"end"_s << true;
+    QTest::newRow("as many, and a line break") << 3'998 << u"\n"_s << true;
+    QTest::newRow("one more") << 4'000 << u"end"_s << false;
+    QTest::newRow("one more, and a line break") << 3'999 << u"\n"_s << false;
+    QTest::newRow("many more") << 60'000 << u"end"_s << false;
+}
+
+void DisplayTextTest::keepsTheEndsOfManyLines() {
+    QFETCH(const int, count);
+    QFETCH(const QString, end);
+    QFETCH(const bool, isWhole);
+    QString text;
+    for (int i = 0; i < count; ++i)
+        text += u"line %1\n"_s.arg(i);
+    text += end;
+    const QString shown = DisplayText::block(text);
+    QCOMPARE(shown == text, isWhole);
+    if (isWhole)
+        return;
+    const QStringList parts = shown.split(u"\n…\n"_s);
+    QCOMPARE(parts.size(), 2);
+    QVERIFY(text.startsWith(parts[0] + u'\n'));
+    QVERIFY(text.endsWith(u'\n' + parts[1]));
+    for (const QString& part : parts)
+        QCOMPARE(part.count(u'\n'), 1'999);
 }
 
 void DisplayTextTest::doesNotBreakACharacterInTwo() {

@@ -152,7 +152,8 @@ QCoro::Task<> SettingsView::previewCleanup() {
     const QString text = co_await manager().cleanupDryRun();
     if (!page)
         co_return;
-    page->m_cleanupPreview = text.trimmed().isEmpty() ? L10n::nothingToCleanUp() : text;
+    page->m_cleanupPreview =
+        QStringView(text).trimmed().isEmpty() ? L10n::nothingToCleanUp() : text;
     page->m_isLoadingPreview = false;
     page->scheduleRender();
 }

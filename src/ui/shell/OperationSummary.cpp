@@ -27,11 +27,20 @@ QString lastWords(const QString& transcript) {
     return {};
 }
 
+constexpr QLatin1StringView error("Error:");
+
+/// Looks for the first letter alone: several times quicker in megabytes that hardly have it.
+qsizetype indexOfError(QStringView written, qsizetype from) {
+    qsizetype hit = written.indexOf(error.front(), from);
+    while (hit >= 0 && !written.sliced(hit).startsWith(error))
+        hit = written.indexOf(error.front(), hit + 1);
+    return hit;
+}
+
 /// The first line that begins with "Error:", however much was written.
 QString firstError(QStringView written) {
-    constexpr QLatin1StringView error("Error:");
     constexpr qsizetype longestLine = 1 << 16;
-    qsizetype hit = written.indexOf(error);
+    qsizetype hit = indexOfError(written, 0);
     while (hit >= 0) {
         const qsizetype start = written.lastIndexOf(u'\n', hit) + 1;
         const qsizetype end = written.indexOf(u'\n', hit);
@@ -40,7 +49,7 @@ QString firstError(QStringView written) {
             terminalText(line.first(std::min(line.size(), longestLine)).toString());
         if (shown.startsWith(error))
             return DisplayText::line(shown.trimmed());
-        hit = end < 0 ? -1 : written.indexOf(error, end);
+        hit = end < 0 ? -1 : indexOfError(written, end);
     }
     return {};
 }

@@ -14,7 +14,7 @@ struct OperationSummary final {
 
     bool succeeded;
     /// What was written, as it would stand on a terminal; without its middle where that is
-    /// millions of characters.
+    /// thousands of lines.
     QString transcript;
     /// How it ended, on one line: the closing text of a failure, the last words of a success.
     QString title;

@@ -41,6 +41,9 @@ QChar standIn(QChar character) {
 
 QString replaced(const QString& text, Breaks breaks) {
     const auto needsStandIn = [breaks](QChar character) {
+        // Nearly all that is ever printed.
+        if (character >= u' ' && character <= u'~')
+            return false;
         if (isBreak(character))
             return breaks == Breaks::Shown;
         return isControl(character) || reordersText(character);
@@ -71,12 +74,41 @@ QString end(const QString& text, qsizetype length) {
     return text.last(text.at(text.size() - length).isLowSurrogate() ? length - 1 : length);
 }
 
-/// Without what nobody could read of it: the middle of millions of characters.
+// What a view can lay out within a frame, of the start of a text and of its end.
+constexpr qsizetype longestPart = 1 << 17;
+constexpr int mostLinesOfPart = 2'000;
+
+qsizetype lengthOfStart(QStringView text) {
+    const QStringView part = text.first(std::min(text.size(), longestPart));
+    qsizetype length = -1;
+    for (int line = 0; line < mostLinesOfPart; ++line) {
+        length = part.indexOf(u'\n', length + 1);
+        if (length < 0)
+            return part.size();
+    }
+    return length;
+}
+
+qsizetype lengthOfEnd(QStringView text) {
+    const QStringView part = text.last(std::min(text.size(), longestPart));
+    qsizetype before = part.size();
+    for (int line = 0; line < mostLinesOfPart; ++line) {
+        before = part.first(before).lastIndexOf(u'\n');
+        if (before < 0)
+            return part.size();
+    }
+    return part.size() - before - 1;
+}
+
+/// Without what nobody could read of it: the middle of thousands of lines. The rest isn't looked
+/// at, however long it is.
 QString withoutMiddle(const QString& text) {
-    constexpr qsizetype longestPart = 1 << 20;
-    if (text.size() <= 2 * longestPart)
+    const qsizetype startLength = lengthOfStart(text);
+    const qsizetype endLength = lengthOfEnd(text);
+    // A line break may be all that is between them.
+    if (startLength + endLength + 1 >= text.size())
         return text;
-    return start(text, longestPart) + u"\n…\n"_s + end(text, longestPart);
+    return start(text, startLength) + u"\n…\n"_s + end(text, endLength);
 }
 
 /// Harmless, and in lines that a layout can handle.
@@ -86,25 +118,30 @@ QString lines(QString text) {
     const QString result = replaced(text, Breaks::Kept);
 
     constexpr qsizetype longestLine = 4096;
+    // Whoever wraps a line looks for its end once for every row that it takes.
+    constexpr qsizetype longestWord = 1024;
     qsizetype lineStart = 0;
     for (;;) {
         const qsizetype lineEnd = result.indexOf(u'\n', lineStart);
         const qsizetype length = (lineEnd < 0 ? result.size() : lineEnd) - lineStart;
-        if (length > longestLine)
+        if (length > longestWord)
             break;
         if (lineEnd < 0)
             return result;
         lineStart = lineEnd + 1;
     }
     QString broken;
-    broken.reserve(result.size() + result.size() / longestLine + 1);
+    broken.reserve(result.size() + result.size() / longestWord + 1);
     qsizetype column = 0;
+    qsizetype wordLength = 0;
     for (const QChar character : result) {
         column = character == u'\n' ? 0 : column + 1;
+        wordLength = character.isSpace() ? 0 : wordLength + 1;
         // Not between the two halves of one character.
-        if (column > longestLine && !character.isLowSurrogate()) {
+        if ((column > longestLine || wordLength > longestWord) && !character.isLowSurrogate()) {
             broken += u'\n';
             column = 1;
+            wordLength = 1;
         }
         broken += character;
     }

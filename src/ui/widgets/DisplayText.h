@@ -14,8 +14,8 @@ namespace DisplayText {
 /// For one line: line breaks and tabs become blanks, and what no window could show is cut off.
 [[nodiscard]] QString line(const QString& text);
 /// For several lines: keeps line breaks and tabs, and breaks lines that no layout could
-/// handle in reasonable time. Of what nobody could read, millions of characters, the middle is
-/// left out.
+/// handle in reasonable time. Of what nobody could read, thousands of lines, the middle is left
+/// out.
 [[nodiscard]] QString block(const QString& text);
 /// The same for what was meant for a terminal: as it would stand there, without colour codes.
 [[nodiscard]] QString transcript(const QString& text);

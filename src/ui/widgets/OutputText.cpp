@@ -16,12 +16,17 @@
 
 #include <cmath>
 
+namespace {
+
+constexpr double lineHeight = 1.45;
+
+} // namespace
+
 OutputText::OutputText(const QString& accessibleName, Frame frame, double textSize, QWidget* parent)
-    : QPlainTextEdit(parent), m_frame(frame) {
+    : QPlainTextEdit(parent), m_frame(frame), m_linePitch(qRound(lineHeight * textSize)) {
     constexpr int boxPadding = 8;
-    constexpr double lineHeight = 1.45;
     auto* const lines = new QTextDocument(this);
-    lines->setDocumentLayout(new SpacedLines(lines, qRound(lineHeight * textSize)));
+    lines->setDocumentLayout(new SpacedLines(lines, m_linePitch));
     setDocument(lines);
     setAccessibleName(accessibleName);
     setReadOnly(true);
@@ -72,11 +77,15 @@ void OutputText::fitHeight() {
         return;
     const QMargins margins = viewportMargins();
     const int limit = m_tallest - margins.top() - margins.bottom();
-    qreal height = 0;
-    // Asking for a block's place lays it out; what is beyond the limit needn't be.
-    for (QTextBlock block = document()->begin(); block.isValid() && height <= limit;
-         block = block.next())
-        height += blockBoundingRect(block).height();
+    // If none is wrapped.
+    qreal height = document()->blockCount() * m_linePitch;
+    if (height <= limit) {
+        height = 0;
+        // Asking for a block's place lays it out; what is beyond the limit needn't be.
+        for (QTextBlock block = document()->begin(); block.isValid() && height <= limit;
+             block = block.next())
+            height += blockBoundingRect(block).height();
+    }
     const bool fits = height <= limit;
     setVerticalScrollBarPolicy(fits ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     setFixedHeight(fits ? static_cast<int>(std::ceil(height)) + margins.top() + margins.bottom() + 1

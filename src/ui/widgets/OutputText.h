@@ -41,6 +41,7 @@ private:
 
     Frame m_frame;
     QString m_output;
+    int m_linePitch;
     int m_tallest{6000};
     bool m_fillsRoom{false};
 };
