@@ -3,6 +3,7 @@
 
 from __future__ import annotations
 
+from . import outputs
 from .setting import Setting
 from .table import Row
 
@@ -16,4 +17,5 @@ def measure(setting: Setting) -> list[Row]:
         Row("refreshAll, four children of 1 s",
             times["refreshAllOfOneSecondEach/iterations:1/real_time"], "ms", 1.05, 1000,
             "one of them"),
+        *outputs.measure(setting),
     ]
