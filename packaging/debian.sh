@@ -4,6 +4,8 @@
 # make_deb BUILD_DIR OUTPUT EPOCH: of what is built in BUILD_DIR, or, if that is empty, anew
 make_deb() {
     local build_dir=$1 output=$2 stage package
+    # Folders in the package are as everywhere.
+    umask 022
     if [ -z "$build_dir" ]; then
         install_packages build run package
         build package >&2

@@ -22,7 +22,8 @@ PROGRAMS = ("usr/bin/lumora", "usr/libexec/lumora-askpass")
 
 def make_deb(output: Path) -> Path:
     command = [SOURCE / "scripts/package", "--deb", "--build-dir", BUILD, "--output", output]
-    result = subprocess.run(command, capture_output=True, check=True, text=True)
+    # As on systems where everybody has a group of their own.
+    result = subprocess.run(command, capture_output=True, check=True, text=True, umask=0o002)
     return Path(result.stdout.rstrip("\n"))
 
 
