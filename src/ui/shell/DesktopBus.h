@@ -1,34 +1,46 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QFutureWatcher>
+#include <QObject>
+#include <QVariant>
 
 #include <functional>
-#include <vector>
+#include <memory>
+#include <optional>
+
+/// What a service of the desktop's is asked to do.
+struct DesktopCall final {
+    QString service{};
+    QString path{};
+    QString interface {};
+    QString method{};
+    QVariantList arguments{};
+};
 
 /// Calls the desktop's services on the session bus without ever waiting, neither for a service
 /// nor for the bus itself.
 ///
 /// The first call connects to the bus; where there is none, nothing is told. What a service
-/// answers late is told late, and nothing after the destructor.
+/// answers late is told late, and nothing after the destructor. Built without D-Bus it calls
+/// nobody.
 class DesktopBus final : public QObject {
     Q_OBJECT
 
 public:
-    using Answered = std::function<void(const QDBusMessage& reply)>;
+    /// Takes what the service answers; nothing if it refuses, or isn't there.
+    using Answered = std::function<void(const std::optional<QVariantList>& answer)>;
 
     DesktopBus();
+    ~DesktopBus() override;
 
-    /// Sends a method call and tells the reply, or the error: there may be no such service.
-    void call(const QDBusMessage& call, const Answered& answered = {});
+    /// Calls a method and tells the answer.
+    void call(const DesktopCall& call, const Answered& answered = {});
 
 private:
-    void connectToBus();
-    void send(const QDBusMessage& call, const Answered& answered);
+    struct Connection;
 
-    QFutureWatcher<QDBusConnection> m_bus;
-    /// Calls that came before the bus did.
-    std::vector<std::function<void()>> m_due;
+    void connectToBus();
+    void send(const DesktopCall& call, const Answered& answered);
+
+    std::unique_ptr<Connection> m_connection;
 };

@@ -13,12 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QDBusMessage notificationCall(const QString& method, const QVariantList& arguments = {}) {
+DesktopCall notificationCall(const QString& method, const QVariantList& arguments = {}) {
     const QString service = u"org.freedesktop.Notifications"_s;
-    QDBusMessage call = QDBusMessage::createMethodCall(service, u"/org/freedesktop/Notifications"_s,
-                                                       service, method);
-    call.setArguments(arguments);
-    return call;
+    return {service, u"/org/freedesktop/Notifications"_s, service, method, arguments};
 }
 
 /// Whether the user looks at the window, or at a box that belongs to it.
@@ -44,10 +41,10 @@ void DesktopNotices::tell(const QString& line) {
         return;
     QApplication::alert(&m_window);
     // Asked each time: another server may have taken the place of the last one.
-    m_bus.call(notificationCall(u"GetCapabilities"_s), [this, line](const QDBusMessage& reply) {
-        if (reply.type() != QDBusMessage::ReplyMessage || isInFront(m_window))
+    m_bus.call(notificationCall(u"GetCapabilities"_s), [this, line](const auto& answer) {
+        if (!answer || isInFront(m_window))
             return;
-        const QStringList capabilities = reply.arguments().value(0).toStringList();
+        const QStringList capabilities = answer->value(0).toStringList();
         show(capabilities.contains(u"body-markup"_s) ? line.toHtmlEscaped() : line);
     });
 }
@@ -61,10 +58,10 @@ void DesktopNotices::show(const QString& body) {
     // No action: a desktop that gets none raises the window itself, as only it may.
     m_bus.call(notificationCall(u"Notify"_s, {u"Lumora"_s, replacesNone, u"lumora"_s, u"Lumora"_s,
                                               body, QStringList(), hints, asLongAsUsual}),
-               [this](const QDBusMessage& reply) {
-                   if (reply.type() != QDBusMessage::ReplyMessage)
+               [this](const auto& answer) {
+                   if (!answer)
                        return;
-                   const uint id = reply.arguments().value(0).toUInt();
+                   const uint id = answer->value(0).toUInt();
                    if (isInFront(m_window))
                        takeBack(id);
                    else

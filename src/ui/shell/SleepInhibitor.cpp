@@ -18,10 +18,8 @@ struct Service final {
     QVariantList (*arguments)(const QString& reason);
     QString release;
 
-    [[nodiscard]] QDBusMessage call(const QString& method, const QVariantList& with) const {
-        QDBusMessage call = QDBusMessage::createMethodCall(name, path, interface, method);
-        call.setArguments(with);
-        return call;
+    [[nodiscard]] DesktopCall call(const QString& method, const QVariantList& with) const {
+        return {name, path, interface, method, with};
     }
 };
 
@@ -68,16 +66,16 @@ void SleepInhibitor::ask(std::size_t number, const QString& reason) {
     if (number == services.size())
         return;
     const Service& service = services.at(number);
-    const QDBusMessage inhibit = service.call(u"Inhibit"_s, service.arguments(reason));
-    m_bus.call(inhibit, [=, this, &service, time = m_time](const QDBusMessage& reply) {
+    const DesktopCall inhibit = service.call(u"Inhibit"_s, service.arguments(reason));
+    m_bus.call(inhibit, [=, this, &service, time = m_time](const auto& answer) {
         const bool isOver = m_running == 0 || time != m_time;
-        if (reply.type() != QDBusMessage::ReplyMessage) {
+        if (!answer) {
             if (!isOver)
                 ask(number + 1, reason);
             return;
         }
-        const uint cookie = reply.arguments().value(0).toUInt();
-        const QDBusMessage release = service.call(service.release, {cookie});
+        const uint cookie = answer->value(0).toUInt();
+        const DesktopCall release = service.call(service.release, {cookie});
         if (isOver)
             m_bus.call(release);
         else

@@ -27,5 +27,5 @@ private:
     /// Counts the times without sleep, since an answer may come when its own is over.
     int m_time{0};
     /// What ends the present one, once a service has granted it.
-    std::optional<QDBusMessage> m_release;
+    std::optional<DesktopCall> m_release;
 };

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "style/SystemAppearance.h"
 
+#include <QGuiApplication>
+
+#ifdef LUMORA_DBUS
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -76,3 +79,10 @@ bool SystemAppearance::setWish(const QString& key, const QVariant& value) {
     }
     return true;
 }
+
+#else
+
+SystemAppearance::SystemAppearance(QObject* parent)
+    : QObject(parent), m_isDark(&Theme::of(QGuiApplication::palette()) == &Theme::dark()) {}
+
+#endif

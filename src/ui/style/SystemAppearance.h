@@ -6,7 +6,9 @@
 #include <QObject>
 #include <QVariant>
 
+#ifdef LUMORA_DBUS
 class QDBusVariant;
+#endif
 
 /// The desktop's wishes: light or dark surroundings, stronger contrasts, less motion.
 ///
@@ -29,11 +31,13 @@ Q_SIGNALS:
     void changed();
 
 private:
+#ifdef LUMORA_DBUS
     /// A slot by name, which is what a D-Bus signal connects to.
     Q_SLOT void onSettingChanged(const QString& group, const QString& key,
                                  const QDBusVariant& value);
     /// Returns whether there is such a wish.
     bool setWish(const QString& key, const QVariant& value);
+#endif
 
     bool m_isDark{false};
     bool m_reducesMotion{false};
