@@ -65,9 +65,8 @@ def main() -> None:
     options.json.write_text(json.dumps({"surroundings": surroundings(), "parts": told}, indent=2))
     if options.report:
         for part, lines in results.items():
-            replace_block(options.report, part, markdown(lines))
-        if "growth" in results:
-            growth.draw(results["growth"], options.report)
+            picture = ["", growth.draw(lines, options.report)] if part == "growth" else []
+            replace_block(options.report, part, "\n".join([markdown(lines), *picture]))
         if not options.parts:
             replace_block(options.report, "surroundings", surroundings())
 

@@ -9,7 +9,7 @@ from pathlib import Path
 
 from .table import number
 
-WIDTH, HEIGHT, MARGIN = 300, 240, 40
+WIDTH, HEIGHT, MARGIN = 360, 240, 40
 ROOM_FOR_NAMES = 150
 LINE = 14
 

@@ -73,8 +73,8 @@ def measure(setting: Setting) -> list[Growth]:
     ]
 
 
-def draw(lines: list[Growth], document: Path) -> None:
-    """The picture that the document shows beside the table."""
+def draw(lines: list[Growth], document: Path) -> str:
+    """Makes the picture that the document shows below the table, and says how it does."""
     packages = [line.packages for line in lines]
     write_chart(document.parent / PICTURE, packages, {
         "ms": [
@@ -87,3 +87,4 @@ def draw(lines: list[Growth], document: Path) -> None:
             Curve("anonymous", "#b45309", [line.anonymous for line in lines]),
         ],
     })
+    return f"![Time and memory over the number of packages]({PICTURE})"
