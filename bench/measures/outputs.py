@@ -23,6 +23,6 @@ def measure(setting: Setting) -> list[Row]:
             name = f"{benchmark}/{shape}/iterations:5/manual_time"
             rows.append(Row(f"{what}, {amount}: until painted", times[name], "ms",
                             SHOWN_WITHIN if longest == FRAME else None))
-            rows.append(Row(f"{what}, {amount}: longest stall, processor time", times[f"{name} stall"], "ms",
-                            longest))
+            rows.append(Row(f"{what}, {amount}: longest stall, processor time",
+                            times[f"{name} stall"], "ms", longest))
     return rows
