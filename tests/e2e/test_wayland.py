@@ -36,6 +36,10 @@ class OnWayland(DesktopTest):
         loaded = Path(f"/proc/{app.process_id}/maps").read_text()
         self.assertIn("/libqwayland", loaded)
         self.assertNotIn("/libqxcb", loaded)
+        if self.has_input:
+            # Keys that come before the compositor has given it the keyboard are nobody's.
+            app.screen.focus_topmost()
+            wait_until(app.focused, "the window has the keyboard")
         return app
 
 
