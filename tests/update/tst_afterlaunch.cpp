@@ -33,6 +33,17 @@ private:
         QSettings().setValue(u"Lumora.updatedToVersion"_s, version);
     }
 
+    /// An updater that starts later is through with its own check after the first one's time.
+    void onlyALaterOneChecks() const {
+        RecordedAlerts laterAlerts;
+        AutoUpdater later({.api = m_server.address(), .owner = u"later"_s},
+                          ApplicationBundle(m_bundle.path()), laterAlerts);
+        later.checkAfterLaunch();
+        QTRY_COMPARE(m_server.requestsFor(ReleaseServer::latestPath(u"later"_s)), 1);
+        QCOMPARE(m_server.requests().size(), 1);
+        QVERIFY(m_alerts->shown().isEmpty());
+    }
+
     FreshHome m_home;
     QTemporaryDir m_folder;
     ReleaseServer m_server;
@@ -135,14 +146,7 @@ void AfterLaunchTest::doesNothingOnceItIsGone() {
     storeVersion(u"0.2.0"_s);
     m_updater->checkAfterLaunch();
     m_updater.reset();
-    // One that starts later is through with its own check after the first one's time.
-    RecordedAlerts laterAlerts;
-    AutoUpdater later({.api = m_server.address(), .owner = u"later"_s},
-                      ApplicationBundle(m_bundle.path()), laterAlerts);
-    later.checkAfterLaunch();
-    QTRY_COMPARE(m_server.requestsFor(ReleaseServer::latestPath(u"later"_s)), 1);
-    QCOMPARE(m_server.requests().size(), 1);
-    QVERIFY(m_alerts->shown().isEmpty());
+    onlyALaterOneChecks();
 }
 
 void AfterLaunchTest::doesNothingWithoutABundle() {
@@ -153,13 +157,7 @@ void AfterLaunchTest::doesNothingWithoutABundle() {
     installed.checkAfterLaunch();
     // What a bundle is told stays for the bundle.
     QCOMPARE(QSettings().value(u"Lumora.updatedToVersion"_s).toString(), u"0.2.0"_s);
-    RecordedAlerts laterAlerts;
-    AutoUpdater later({.api = m_server.address(), .owner = u"later"_s},
-                      ApplicationBundle(m_bundle.path()), laterAlerts);
-    later.checkAfterLaunch();
-    QTRY_COMPARE(m_server.requestsFor(ReleaseServer::latestPath(u"later"_s)), 1);
-    QCOMPARE(m_server.requests().size(), 1);
-    QVERIFY(m_alerts->shown().isEmpty());
+    onlyALaterOneChecks();
 }
 
 QTEST_GUILESS_MAIN(AfterLaunchTest)
