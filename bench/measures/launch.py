@@ -4,8 +4,6 @@
 from __future__ import annotations
 
 import statistics
-import subprocess
-import time
 
 from .setting import Setting, in_turns
 from .table import Row
@@ -18,19 +16,13 @@ def measure(setting: Setting) -> list[Row]:
     sleeper.write_text("#!/bin/sh\nexec sleep 60\n", encoding="utf-8")
     sleeper.chmod(0o755)
 
-    def start(*command: str) -> float:
-        begin = time.monotonic()
-        subprocess.run(command, env=setting.environment, check=True,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        return (time.monotonic() - begin) * 1000
-
     launch = setting.program("launch")
     times = in_turns({
-        "empty": lambda: start(setting.program("bare_window"), "--exit"),
-        "plain": lambda: start(setting.program("plain_window"), "--exit"),
-        "sleeping": lambda: start(launch, str(sleeper), "--exit"),
-        "sample": lambda: start(launch, setting.brew, "--exit"),
-        "lists": lambda: start(launch, setting.brew, "--exit-loaded"),
+        "empty": lambda: setting.run(setting.program("bare_window"), "--exit"),
+        "plain": lambda: setting.run(setting.program("plain_window"), "--exit"),
+        "sleeping": lambda: setting.run(launch, str(sleeper), "--exit"),
+        "sample": lambda: setting.run(launch, setting.brew, "--exit"),
+        "lists": lambda: setting.run(launch, setting.brew, "--exit-loaded"),
     }, ROUNDS)
     medians = {name: statistics.median(each) for name, each in times.items()}
     plain = (1.1, medians["plain"], "plain window")

@@ -67,17 +67,9 @@ def formulae(brew: str, count: int) -> list[dict]:
             for i in range(count)]
 
 
-def brew_with(folder: Path, packages: list[dict]) -> str:
-    """One that has these formulae and nothing else."""
-    name = f"brew-{len(packages)}"
-    report = folder / f"{name}.json"
-    report.write_text(json.dumps({"formulae": packages, "casks": []}), encoding="utf-8")
-    script = folder / name
-    script.write_text("#!/bin/sh\n"
-                      f"case $* in *--formula) exec cat {report};; tap) ;;\n"
-                      """*) echo '{"formulae": [], "casks": []}';; esac\n""", encoding="utf-8")
-    script.chmod(0o755)
-    return str(script)
+def brew_with(setting: Setting, packages: list[dict]) -> str:
+    report = json.dumps({"formulae": packages, "casks": []}).encode()
+    return setting.brew_printing(report, f"sample-{len(packages)}")
 
 
 def megabytes_of_texts(packages: list[dict]) -> float:
@@ -100,7 +92,7 @@ def bundled(program: str, folder: Path) -> str:
 
 def measure(setting: Setting) -> list[Row]:
     usual, many = formulae(setting.brew, USUAL), formulae(setting.brew, MANY)
-    few_brew, many_brew = brew_with(setting.folder, usual), brew_with(setting.folder, many)
+    few_brew, many_brew = brew_with(setting, usual), brew_with(setting, many)
     launch = setting.program("launch")
     asking = bundled(launch, setting.folder)
     sizes: dict[str, list[float]] = {}
@@ -140,7 +132,8 @@ def measure(setting: Setting) -> list[Row]:
     return [
         Row("resident, 300 packages", medians["usual"], "MB", *plain),
         Row("resident after a minute, release check included", medians["minute"], "MB", *plain),
-        Row("resident, growth per 1,000 packages", (medians["many"] - medians["usual"]) / thousands, "MB",
-            None, (megabytes_of_texts(many) - megabytes_of_texts(usual)) / thousands,
+        Row("resident, growth per 1,000 packages",
+            (medians["many"] - medians["usual"]) / thousands, "MB", None,
+            (megabytes_of_texts(many) - megabytes_of_texts(usual)) / thousands,
             "their texts"),
     ]

@@ -73,10 +73,15 @@ class Setting:
 
     def brew_with(self, formulae: int) -> str:
         """One that has so many installed, and nothing else."""
-        report, brew = (self.folder / f"{name}-{formulae}" for name in ("report", "brew"))
-        with report.open("wb") as file:
-            subprocess.run([self.program("report"), str(formulae)], check=True, stdout=file)
-        brew.write_text(f"#!/bin/sh\ncase $* in *--formula) exec cat {report};; tap) ;;\n"
+        report = subprocess.run([self.program("report"), str(formulae)], check=True,
+                                stdout=subprocess.PIPE).stdout
+        return self.brew_printing(report, f"brew-{formulae}")
+
+    def brew_printing(self, report: bytes, name: str) -> str:
+        """One of this name that has what the report of formulae says, and nothing else."""
+        printed, brew = self.folder / f"{name}.json", self.folder / name
+        printed.write_bytes(report)
+        brew.write_text(f"#!/bin/sh\ncase $* in *--formula) exec cat {printed};; tap) ;;\n"
                         """*) echo '{"formulae": [], "casks": []}';; esac\n""")
         brew.chmod(0o755)
         return str(brew)
