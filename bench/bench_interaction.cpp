@@ -6,8 +6,8 @@
 #include "BrewDiscovery.h"
 #include "BrewManager.h"
 #include "LangManager.h"
+#include "ProcessorTime.h"
 #include "Reports.h"
-#include "ThreadTime.h"
 #include "shell/MainWindow.h"
 #include "style/Look.h"
 #include "widgets/RowListView.h"
@@ -42,7 +42,7 @@ public:
 
     bool notify(QObject* receiver, QEvent* event) override {
         const int before = m_paintCount;
-        const ThreadTime time;
+        const ProcessorTime time;
         m_paintCount += event->type() == QEvent::Paint ? 1 : 0;
         const bool result = QApplication::notify(receiver, event);
         if (event->type() == QEvent::UpdateRequest && m_paintCount != before)
@@ -111,7 +111,7 @@ public:
     /// The interface thread's time until the window system has all that follows from the action.
     [[nodiscard]] double timeOf(const std::function<void()>& action) {
         const int before = paintCount();
-        const ThreadTime time;
+        const ProcessorTime time;
         action();
         require(QTest::qWaitFor([&] { return paintCount() != before; }, patience),
                 "nothing is painted");

@@ -7,6 +7,7 @@
 #include "BrewManager.h"
 #include "LangManager.h"
 #include "PrintedLists.h"
+#include "ProcessorTime.h"
 #include "pages/SearchView.h"
 #include "shell/ContentView.h"
 #include "shell/DetailColumn.h"
@@ -29,7 +30,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <ctime>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -63,8 +64,9 @@ public:
 
     [[nodiscard]] QString path() const { return m_folder.filePath(u"brew"_s); }
 
-    [[nodiscard]] QDateTime end() const {
-        return QFileInfo(m_folder.filePath(u"end"_s)).lastModified();
+    [[nodiscard]] double secondsSinceEnd() const {
+        const QDateTime end = QFileInfo(m_folder.filePath(u"end"_s)).lastModified();
+        return static_cast<double>(end.msecsTo(QDateTime::currentDateTime())) / 1e3;
     }
 
 private:
@@ -76,12 +78,6 @@ private:
 
     const QTemporaryDir m_folder;
 };
-
-double threadMilliseconds() {
-    timespec now{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
 
 /// Watches the event loop until some widget has been painted.
 class Watch final : public QObject {
@@ -98,7 +94,7 @@ public:
     /// The longest turn of the loop.
     double waitForPainting() {
         m_longest = 0;
-        m_lastTurn = threadMilliseconds();
+        m_turn = ProcessorTime();
         m_loop.exec();
         turn();
         return m_longest;
@@ -113,14 +109,13 @@ public:
 
 private:
     void turn() {
-        const double now = threadMilliseconds();
-        m_longest = std::max(m_longest, now - m_lastTurn);
-        m_lastTurn = now;
+        m_longest = std::max(m_longest, m_turn.elapsed());
+        m_turn = ProcessorTime();
     }
 
     IsAwaited m_isAwaited;
     QEventLoop m_loop;
-    double m_lastTurn{};
+    ProcessorTime m_turn;
     double m_longest{};
 };
 
@@ -157,8 +152,7 @@ void runDoctor(benchmark::State& state) {
         });
         page->findChild<PushButton*>(u"doctorButton"_s)->click();
         stall = std::max(stall, watch.waitForPainting());
-        const qint64 shown = window.brew.end().msecsTo(QDateTime::currentDateTime());
-        state.SetIterationTime(static_cast<double>(shown) / 1e3);
+        state.SetIterationTime(window.brew.secondsSinceEnd());
     }
     state.counters["stall"] = stall;
 }
@@ -172,8 +166,7 @@ void runUpgrade(benchmark::State& state) {
         });
         const auto task = window.manager.upgradeAll();
         stall = std::max(stall, watch.waitForPainting());
-        const qint64 shown = window.brew.end().msecsTo(QDateTime::currentDateTime());
-        state.SetIterationTime(static_cast<double>(shown) / 1e3);
+        state.SetIterationTime(window.brew.secondsSinceEnd());
     }
     state.counters["stall"] = stall;
 }
@@ -192,11 +185,11 @@ void openTranscript(benchmark::State& state) {
             const auto* const text = qobject_cast<const OutputText*>(painted);
             return text != nullptr && text->isVisible();
         });
-        const double start = threadMilliseconds();
+        const ProcessorTime time;
         window.window.content()->showOutput();
-        const double opened = threadMilliseconds() - start;
+        const double opened = time.elapsed();
         stall = std::max({stall, opened, watch.waitForPainting()});
-        state.SetIterationTime((threadMilliseconds() - start) / 1e3);
+        state.SetIterationTime(time.elapsed() / 1e3);
     }
     state.counters["stall"] = stall;
 }

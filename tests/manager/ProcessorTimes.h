@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <ctime>
+#include "ProcessorTime.h"
 
 /// The processor time that is spent from here on, by this thread and by all of the process.
 ///
@@ -9,18 +9,10 @@
 class ProcessorTimes final {
 public:
     [[nodiscard]] double shareOfThisThread() const {
-        return (seconds(CLOCK_THREAD_CPUTIME_ID) - m_thread) /
-               (seconds(CLOCK_PROCESS_CPUTIME_ID) - m_process);
+        return m_thread.elapsed() / m_process.elapsed();
     }
 
 private:
-    static double seconds(clockid_t clock) {
-        constexpr double nanosecond = 1e-9;
-        timespec time{};
-        ::clock_gettime(clock, &time);
-        return static_cast<double>(time.tv_sec) + nanosecond * static_cast<double>(time.tv_nsec);
-    }
-
-    double m_thread{seconds(CLOCK_THREAD_CPUTIME_ID)};
-    double m_process{seconds(CLOCK_PROCESS_CPUTIME_ID)};
+    ProcessorTime m_thread;
+    ProcessorTime m_process{CLOCK_PROCESS_CPUTIME_ID};
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "AppWindow.h"
 #include "Input.h"
+#include "ProcessorTime.h"
 #include "Samples.h"
-#include "ThreadTime.h"
 #include "UiTest.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
@@ -24,7 +24,7 @@ constexpr double farTooLong = 30 * frame;
 
 /// The processor time of doing something and showing it.
 double timeToShow(AppWindow& app, const std::function<void()>& change) {
-    const ThreadTime time;
+    const ProcessorTime time;
     change();
     QCoreApplication::processEvents();
     // Painted whether or not the platform has got round to it.
@@ -34,7 +34,7 @@ double timeToShow(AppWindow& app, const std::function<void()>& change) {
 
 void report(const char* what, double milliseconds) {
     qInfo("%s: %.1f ms, %.0f %% of a frame", what, milliseconds, 100 * milliseconds / frame);
-    QVERIFY(milliseconds < farTooLong * ThreadTime::slowness());
+    QVERIFY(milliseconds < farTooLong * ProcessorTime::slowness());
 }
 
 } // namespace

@@ -4,9 +4,9 @@
 #include "ControlTree.h"
 #include "Find.h"
 #include "Input.h"
+#include "ProcessorTime.h"
 #include "Samples.h"
 #include "SheetDriver.h"
-#include "ThreadTime.h"
 #include "UiTest.h"
 #include "shell/DetailColumn.h"
 #include "shell/FailureStrip.h"
@@ -78,7 +78,7 @@ void addTexts() {
 
 /// Does something in the window and lets it be shown; returns the processor time of this thread.
 double timeToShow(AppWindow& app, const std::function<void()>& change) {
-    const ThreadTime time;
+    const ProcessorTime time;
     change();
     // Rendering, layout and painting each in a turn of their own at most.
     for (int turn = 0; turn < 4; ++turn)
@@ -89,7 +89,7 @@ double timeToShow(AppWindow& app, const std::function<void()>& change) {
 
 /// Whether it was quick enough and nothing is out of place.
 void verifyShown(AppWindow& app, double milliseconds) {
-    QVERIFY2(milliseconds < longestPause * ThreadTime::slowness(),
+    QVERIFY2(milliseconds < longestPause * ProcessorTime::slowness(),
              qPrintable(u"%1 ms"_s.arg(milliseconds)));
     QTRY_COMPARE(ControlTree::sticksOut(app.window), QString());
     QCOMPARE(ControlTree::overlaps(app.window), QString());
@@ -222,10 +222,10 @@ void UntrustedTextTest::staysPlainInAlerts() {
     app.showLoaded();
     app.manager.formulae.set({Samples::formula(untrusted->text)});
     QCoreApplication::processEvents();
-    const ThreadTime time;
+    const ProcessorTime time;
     app.page().list().clickAction(packageID(PackageType::formula, untrusted->text));
     const AlertDriver alert;
-    QVERIFY2(time.elapsed() < longestPause * ThreadTime::slowness(),
+    QVERIFY2(time.elapsed() < longestPause * ProcessorTime::slowness(),
              qPrintable(u"%1 ms"_s.arg(time.elapsed())));
     QCOMPARE(alert.title(), u"Uninstall Package"_s);
     if (!untrusted->shown.isEmpty()) {
@@ -278,9 +278,9 @@ void UntrustedTextTest::staysPlainInToolTips() {
     app.manager.formulae.set({Samples::formula(u"wget"_s, untrusted->text + tail)});
     QCoreApplication::processEvents();
     const ListDriver list = app.page().list();
-    const ThreadTime time;
+    const ProcessorTime time;
     const QString shown = toolTipOf(list, list.rect(u"formula-wget"_s).center());
-    QVERIFY2(time.elapsed() < longestPause * ThreadTime::slowness(),
+    QVERIFY2(time.elapsed() < longestPause * ProcessorTime::slowness(),
              qPrintable(u"%1 ms"_s.arg(time.elapsed())));
     QVERIFY(shown.startsWith("<qt>"_L1));
     QVERIFY(!shown.sliced(4).chopped(5).contains(u'<'));

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
-
 #include <ctime>
 
-/// The processor time that this thread has used since it was started, in milliseconds.
+/// The processor time that has been used since it was made, in milliseconds: by this thread, or
+/// by what another clock of the system's looks at.
 ///
 /// Unlike the time on the wall it doesn't tell how busy the machine is otherwise.
-class ThreadTime final {
+class ProcessorTime final {
 public:
+    explicit ProcessorTime(clockid_t clock = CLOCK_THREAD_CPUTIME_ID) : m_clock(clock) {}
+
     [[nodiscard]] double elapsed() const { return now() - m_start; }
 
     /// How many times slower a build with sanitizers may be.
@@ -22,14 +23,15 @@ public:
     }
 
 private:
-    [[nodiscard]] static double now() {
+    [[nodiscard]] double now() const {
         constexpr double perSecond = 1'000;
         constexpr double perNanosecond = 1e-6;
         timespec time{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        ::clock_gettime(m_clock, &time);
         return static_cast<double>(time.tv_sec) * perSecond +
                static_cast<double>(time.tv_nsec) * perNanosecond;
     }
 
+    clockid_t m_clock;
     double m_start{now()};
 };
