@@ -2,7 +2,7 @@
 //
 // The application as main() starts it, with a watch on its first frame and, where the environment
 // names them, a release service of its own and the certificate that vouches for it.
-// Usage: [LUMORA_BENCH_RELEASES=ADDRESS] [LUMORA_BENCH_CERTIFICATE=FILE]
+// Usage: [LUMORA_BENCH_RELEASES=ADDRESS] [LUMORA_TRUSTED_CERTIFICATE=FILE]
 //        bench_launch BREW [--exit | --exit-loaded]
 //
 // --exit ends it at the first frame, --exit-loaded once all lists are there.
@@ -10,8 +10,6 @@
 #include "FirstFrame.h"
 #include "LumoraApp.h"
 #include "ShellProcess.h"
-
-#include <QSslConfiguration>
 
 namespace {
 
@@ -24,14 +22,6 @@ void exitLoaded(BrewManager& manager) {
                 !*manager.isLoadingOutdated && !*manager.isLoadingTaps)
                 std::_Exit(0);
         });
-}
-
-/// Besides those that the system vouches for.
-void trust(const QString& certificate) {
-    auto configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setCaCertificates(configuration.caCertificates() +
-                                    QSslCertificate::fromPath(certificate));
-    QSslConfiguration::setDefaultConfiguration(configuration);
 }
 
 } // namespace
@@ -48,11 +38,11 @@ int main(int argc, char* argv[]) {
     // Nobody listens at the port that is none.
     const QString releases =
         qEnvironmentVariable("LUMORA_BENCH_RELEASES", QStringLiteral("http://127.0.0.1:0"));
-    LumoraApp app(count, words, {.api = releases, .owner = QStringLiteral("bench")});
+    LumoraApp app(count, words,
+                  {.api = releases,
+                   .owner = QStringLiteral("bench"),
+                   .program = QStringLiteral(LUMORA_FETCH)});
     const FirstFrame firstFrame(&app.window(), then);
-    if (const char* const certificate = "LUMORA_BENCH_CERTIFICATE";
-        qEnvironmentVariableIsSet(certificate))
-        trust(qEnvironmentVariable(certificate));
     if (endsLoaded)
         exitLoaded(app.brewManager());
     app.run();

@@ -6,9 +6,9 @@ if(CMAKE_INSTALL_DOCDIR STREQUAL "${CMAKE_INSTALL_DATAROOTDIR}/doc/${PROJECT_NAM
     set(CMAKE_INSTALL_DOCDIR "${CMAKE_INSTALL_DATAROOTDIR}/doc/lumora")
 endif()
 
-# From a program to the one that asks for passwords.
+# From a program to those that nobody calls by hand.
 file(
-    RELATIVE_PATH LUMORA_ASKPASS_FOLDER "${CMAKE_INSTALL_FULL_BINDIR}"
+    RELATIVE_PATH LUMORA_HELPER_FOLDER "${CMAKE_INSTALL_FULL_BINDIR}"
     "${CMAKE_INSTALL_FULL_LIBEXECDIR}"
 )
 
@@ -63,6 +63,7 @@ endfunction()
 function(install_tree)
     install_program(Lumora "${CMAKE_INSTALL_BINDIR}" lumora)
     install_program(lumora_askpass_program "${CMAKE_INSTALL_LIBEXECDIR}" lumora-askpass)
+    install_program(lumora_fetch_program "${CMAKE_INSTALL_LIBEXECDIR}" lumora-fetch)
     install_icons()
 
     set(sources "${PROJECT_SOURCE_DIR}/packaging/desktop")

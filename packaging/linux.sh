@@ -114,7 +114,7 @@ copy_common_licences() {
 
 complete_bundle() {
     local contents="$1/Contents" source_plugins plugin name path sources
-    local programs=("$contents/bin/Lumora" "$contents/bin/lumora-askpass")
+    local programs=("$contents"/bin/{Lumora,lumora-askpass,lumora-fetch})
     local libraries="$contents/lib" licences="$contents/Resources/licences"
     mkdir -p "$libraries" "$licences"
     strip "${programs[@]}"

@@ -16,14 +16,15 @@ sign() {
 
 complete_bundle() {
     local contents="$1/Contents" name
-    macdeployqt "$1" -always-overwrite -executable="$contents/MacOS/lumora-askpass" >&2
+    macdeployqt "$1" -always-overwrite -executable="$contents/MacOS/lumora-askpass" \
+        -executable="$contents/MacOS/lumora-fetch" >&2
 
     # From the inside out: a signature holds those of what is in it.
     find "$contents" -name '*.dylib' -type f | while IFS= read -r name; do sign "$name"; done
     for name in "$contents"/Frameworks/*.framework; do
         [ ! -e "$name" ] || sign "$name"
     done
-    sign "$contents/MacOS/lumora-askpass"
+    for name in lumora-askpass lumora-fetch; do sign "$contents/MacOS/$name"; done
 }
 
 # seal_bundle FOLDER: what comes after the last change of a file in it

@@ -103,7 +103,7 @@ def measure(setting: Setting) -> list[Row]:
     with release_service(setting.folder) as (server, certificate):
         environment = setting.environment | {
             "LUMORA_BENCH_RELEASES": f"https://127.0.0.1:{server.server_address[1]}",
-            "LUMORA_BENCH_CERTIFICATE": str(certificate)}
+            "LUMORA_TRUSTED_CERTIFICATE": str(certificate)}
 
         def start(*command: str, of: dict[str, str] = setting.environment) -> subprocess.Popen:
             return subprocess.Popen(command, env=dict(of), stdout=subprocess.DEVNULL,

@@ -3,6 +3,7 @@
 
 #include "AskpassProgram.h"
 #include "BrewDiscovery.h"
+#include "HelperProgram.h"
 #include "LangManager.h"
 #include "SessionVariables.h"
 #include "shell/ContentView.h"
@@ -45,6 +46,14 @@ std::optional<ApplicationBundle> replaceable(const std::optional<ApplicationBund
 #endif
 }
 
+/// With the program that is there to ask for them, unless there is another one.
+ReleaseSource whole(ReleaseSource releases) {
+    if (releases.program.isEmpty())
+        releases.program =
+            HelperProgram::near(QApplication::applicationDirPath(), u"lumora-fetch"_s);
+    return releases;
+}
+
 } // namespace
 
 LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
@@ -79,7 +88,7 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
     m_notices.emplace(m_window->content()->notice(), *m_window);
 
     m_alerts.emplace(&*m_window);
-    m_updater.emplace(releases, replaceable(bundle), *m_alerts,
+    m_updater.emplace(whole(releases), replaceable(bundle), *m_alerts,
                       QApplication::arguments().sliced(1));
     QObject::connect(&*m_window, &MainWindow::updateCheckRequested, &*m_updater,
                      &AutoUpdater::checkForUpdatesManually);
@@ -97,8 +106,7 @@ void LumoraApp::run() {
     m_window->show();
     const int status = QApplication::exec();
     // Threads that can't be joined may be at work: one for each command, which goes on without
-    // us (PipeGuard), or asking for the address of a host. Nothing may be destroyed under their
-    // feet.
+    // us (PipeGuard), or the updater's. Nothing may be destroyed under their feet.
     std::_Exit(status);
 }
 

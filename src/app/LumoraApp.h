@@ -19,7 +19,8 @@
 /// its window.
 class LumoraApp final {
 public:
-    /// Updates come from `releases`.
+    /// Updates come from `releases`; without a program they are asked for by the one that came with
+    /// the application.
     LumoraApp(int& argc, char** argv, const ReleaseSource& releases);
 
     /// Ends the process once the window is closed. By then everything that lasts is on disk:

@@ -3,20 +3,17 @@
 
 #include "Background.h"
 #include "CompareVersions.h"
-#include "HttpGet.h"
+#include "FetchRequest.h"
 #include "L10n.h"
 #include "LatestRelease.h"
 #include "Preferences.h"
 #include "UpdateAlerts.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QCoroFuture>
 #include <QCoroTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QNetworkAccessManager>
-#include <QNetworkRequest>
 #include <QPointer>
 #include <QSettings>
 #include <QUrl>
@@ -29,19 +26,6 @@ namespace {
 const QString repoName = u"Lumora-releases"_s;
 const QString updatedVersionKey = u"Lumora.updatedToVersion"_s;
 const QString swapKey = u"Lumora.updateSwap"_s;
-
-/// Room for an answer about a release: real ones are a hundredth of it, and one without an end
-/// would take all memory there is.
-class AnswerBuffer final : public QBuffer {
-protected:
-    qint64 writeData(const char* data, qint64 length) override {
-        constexpr qint64 longest = qint64{1024} * 1024;
-        if (pos() + length <= longest)
-            return QBuffer::writeData(data, length);
-        setErrorString(u"The answer is too long."_s);
-        return -1;
-    }
-};
 
 /// The catalogue has it before the sentence that an update restarts the application.
 QString currentVersionLine(const QString& current) {
@@ -64,7 +48,8 @@ AutoUpdater::AutoUpdater(ReleaseSource source, std::optional<ApplicationBundle> 
     : m_source(std::move(source)),
       m_bundle(std::move(bundle)),
       m_alerts(alerts),
-      m_arguments(std::move(arguments)) {}
+      m_arguments(std::move(arguments)),
+      m_program(std::make_shared<const QString>(m_source.program)) {}
 
 void AutoUpdater::checkAfterLaunch() {
     if (!m_bundle)
@@ -99,19 +84,18 @@ QCoro::Task<> AutoUpdater::checkForUpdates(Manner manner) {
                        QUrl::StrictMode);
     if (!address.isValid())
         co_return;
-    QNetworkRequest request(address);
-    request.setRawHeader("Accept", "application/vnd.github+json");
-    constexpr std::chrono::milliseconds patience = 15s;
-    request.setTransferTimeout(static_cast<int>(patience.count()));
-
     // The check isn't over before its answer has been read.
-    const std::shared_ptr<QNetworkAccessManager> inUse = network();
-    AnswerBuffer body;
-    body.open(QIODevice::WriteOnly);
-    std::optional<int> status;
+    const std::shared_ptr<const QString> program = m_program;
+    // Real answers are a hundredth of it, and one without an end would take all memory there is.
+    constexpr qsizetype longest = qsizetype{1024} * 1024;
+    FetchRequest request{.program = *program, .address = address, .patience = 15s};
+    request.headers.append(u"Accept: application/vnd.github+json"_s);
+    bool isAnswered = true;
+    std::optional<QByteArray> answer;
     try {
-        status = co_await httpGet(inUse, request, &body);
+        answer = co_await fetch(std::move(request), longest);
     } catch (const UpdateFailure&) {
+        isAnswered = false;
     }
     if (!self)
         co_return;
@@ -119,13 +103,12 @@ QCoro::Task<> AutoUpdater::checkForUpdates(Manner manner) {
         if (manner == Manner::Answering)
             showErrorAlert(message);
     };
-    constexpr int ok = 200;
-    if (!status)
+    if (!isAnswered)
         co_return fail(L10n::updateCheckError());
-    if (*status != ok)
+    if (!answer)
         co_return fail(L10n::cannotConnect());
     // A mebibyte of small pieces takes longer than a window may be still.
-    const auto parse = [answer = body.data()] { return QJsonDocument::fromJson(answer); };
+    const auto parse = [body = *answer] { return QJsonDocument::fromJson(body); };
     const QJsonDocument document = co_await inBackground(parse);
     if (!self)
         co_return;
@@ -209,14 +192,5 @@ QString AutoUpdater::currentVersion() const {
 }
 
 bool AutoUpdater::isUsingNetwork() const {
-    return m_network.use_count() > 1;
-}
-
-std::shared_ptr<QNetworkAccessManager> AutoUpdater::network() {
-    if (!m_network) {
-        // The last one to let go of it may well be called by it.
-        m_network = {new QNetworkAccessManager,
-                     [](QNetworkAccessManager* manager) { manager->deleteLater(); }};
-    }
-    return m_network;
+    return m_program.use_count() > 1;
 }

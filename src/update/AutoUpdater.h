@@ -12,7 +12,6 @@
 #include <memory>
 #include <optional>
 
-class QNetworkAccessManager;
 class UpdateAlerts;
 struct LatestRelease;
 
@@ -22,6 +21,8 @@ struct ReleaseSource final {
     /// The service's address without a slash at its end.
     QString api;
     QString owner;
+    /// The program that asks it, and fetches from it: lumora-fetch.
+    QString program{};
 };
 
 /// Keeps the application up to date: asks for the latest release, tells the user, and
@@ -78,15 +79,12 @@ private:
 
     [[nodiscard]] QString currentVersion() const;
 
-    [[nodiscard]] std::shared_ptr<QNetworkAccessManager> network();
-
     ReleaseSource m_source;
     std::optional<ApplicationBundle> m_bundle;
     UpdateAlerts& m_alerts;
     QStringList m_arguments;
-    /// Made for the first check: it is neither small nor quick to make. Every request under
-    /// way shares it.
-    std::shared_ptr<QNetworkAccessManager> m_network;
+    /// Shared by every request under way.
+    std::shared_ptr<const QString> m_program;
     /// Held during an installation, and from its success to the end of the process.
     std::optional<UpdateLock> m_lock;
 };

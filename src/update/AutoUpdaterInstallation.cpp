@@ -2,7 +2,7 @@
 #include "AutoUpdater.h"
 #include "Background.h"
 #include "CompareVersions.h"
-#include "HttpGet.h"
+#include "FetchRequest.h"
 #include "Replacement.h"
 #include "RunTool.h"
 #include "TrialRun.h"
@@ -12,7 +12,6 @@
 #include <QCoroFuture>
 #include <QCryptographicHash>
 #include <QFile>
-#include <QNetworkRequest>
 #include <QPointer>
 #include <QTemporaryFile>
 #include <QUrl>
@@ -20,6 +19,7 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -42,17 +42,14 @@ void makeEmptyFolder(const QString& path) {
         throw UpdateFailure(path, error);
 }
 
-QCoro::Task<> download(std::shared_ptr<QNetworkAccessManager> network, QUrl address, QString path) {
+QCoro::Task<> download(std::shared_ptr<const QString> program, QUrl address, QString path) {
     QTemporaryFile file(path + u".XXXXXX"_s);
     if (!file.open())
         throw UpdateFailure(path + u": "_s + file.errorString());
-    QNetworkRequest request(address);
-    constexpr std::chrono::milliseconds patience = std::chrono::minutes(1);
-    request.setTransferTimeout(static_cast<int>(patience.count()));
+    FetchRequest request{.program = *program, .address = address, .patience = 1min};
     // Otherwise a server could have the archive unpacked half-way.
-    request.setRawHeader("Accept-Encoding", "identity");
-    constexpr int ok = 200;
-    if (co_await httpGet(std::move(network), request, &file) != ok)
+    request.headers.append(u"Accept-Encoding: identity"_s);
+    if (!co_await fetchInto(file.fileName(), std::move(request)))
         throw UpdateFailure(UpdateError::downloadFailed);
     std::error_code ignored;
     std::filesystem::remove_all(path.toStdString(), ignored);
@@ -118,7 +115,7 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
     if (!self)
         co_return;
     script.archivePath = folder + u"/lumora-update-"_s + version + u".tar.gz"_s;
-    co_await download(network(), address, script.archivePath);
+    co_await download(m_program, address, script.archivePath);
     if (!self)
         co_return;
     const auto isWhatWasReleased = [path = script.archivePath, digest] {
@@ -147,7 +144,7 @@ QCoro::Task<> AutoUpdater::downloadAndInstall(QString version, QString downloadU
     };
     co_await inBackground(check);
     // What can't be started any more can't update itself either.
-    constexpr std::chrono::seconds patience(30);
+    constexpr std::chrono::seconds patience = 30s;
     const QString executable = ApplicationBundle::executableIn(script.newPath);
     if (!co_await answersWithVersion(executable, version, patience))
         throw UpdateFailure(UpdateError::appBundleNotFound);

@@ -26,10 +26,6 @@ void prepare(QProcess& process, const QString& path, const QStringList& argument
     process.setStandardErrorFile(QProcess::nullDevice());
 }
 
-UpdateFailure notStarted(const QProcess& process) {
-    return UpdateFailure(process.program() + u": "_s + process.errorString());
-}
-
 } // namespace
 
 QFuture<bool> runToTheEnd(QProcess& process) {
@@ -47,6 +43,10 @@ QFuture<bool> runToTheEnd(QProcess& process) {
                      });
     process.start();
     return wasStarted->future();
+}
+
+UpdateFailure notStarted(const QProcess& process) {
+    return UpdateFailure(process.program() + u": "_s + process.errorString());
 }
 
 QCoro::Task<int> runTool(QString path, QStringList arguments) {

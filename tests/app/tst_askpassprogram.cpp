@@ -64,7 +64,7 @@ void AskpassProgramTest::isOfferedWhereNoneIsSet() {
 
 void AskpassProgramTest::isFoundWhereItIsInstalled() {
     const QString programs = m_folder->filePath(u"bin"_s);
-    const QString installed = QDir::cleanPath(programs + u"/" LUMORA_ASKPASS_FOLDER ""_s);
+    const QString installed = QDir::cleanPath(programs + u"/" LUMORA_HELPER_FOLDER ""_s);
     makeProgram(QFile::ReadOwner | QFile::ExeOwner);
     for (const QString& folder : {installed, programs}) {
         // The bundle's is the one beside the others.

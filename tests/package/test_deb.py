@@ -17,7 +17,7 @@ from elf import Elf
 SOURCE = Path(__file__).resolve().parents[2]
 BUILD = Path(os.environ["LUMORA_BUILD_DIR"])
 VERSION = os.environ["LUMORA_VERSION"]
-PROGRAMS = ("usr/bin/lumora", "usr/libexec/lumora-askpass")
+PROGRAMS = ("usr/bin/lumora", "usr/libexec/lumora-askpass", "usr/libexec/lumora-fetch")
 
 
 def make_deb(output: Path) -> Path:

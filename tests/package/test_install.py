@@ -29,6 +29,7 @@ ID = "app.lumora.Lumora"
 FILES = {
     "bin/lumora",
     "libexec/lumora-askpass",
+    "libexec/lumora-fetch",
     "share/applications/lumora.desktop",
     "share/doc/lumora/CHANGELOG.md",
     "share/doc/lumora/LICENSE",
@@ -38,7 +39,7 @@ FILES = {
     "share/man/man1/lumora.1",
     f"share/metainfo/{ID}.metainfo.xml",
 }
-PROGRAMS = {"bin/lumora", "libexec/lumora-askpass"}
+PROGRAMS = {"bin/lumora", "libexec/lumora-askpass", "libexec/lumora-fetch"}
 LANGUAGE = "{http://www.w3.org/XML/1998/namespace}lang"
 LANGUAGES = {None, "ko", "ja"}
 

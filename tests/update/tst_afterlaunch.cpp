@@ -36,8 +36,8 @@ private:
     /// An updater that starts later is through with its own check after the first one's time.
     void onlyALaterOneChecks() const {
         RecordedAlerts laterAlerts;
-        AutoUpdater later({.api = m_server.address(), .owner = u"later"_s},
-                          ApplicationBundle(m_bundle.path()), laterAlerts);
+        AutoUpdater later(m_server.source(u"later"_s), ApplicationBundle(m_bundle.path()),
+                          laterAlerts);
         later.checkAfterLaunch();
         QTRY_COMPARE(m_server.requestsFor(ReleaseServer::latestPath(u"later"_s)), 1);
         QCOMPARE(m_server.requests().size(), 1);
@@ -71,8 +71,7 @@ void AfterLaunchTest::init() {
     QSettings().clear();
     m_server.reset();
     m_alerts.emplace();
-    m_updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
-                      ApplicationBundle(m_bundle.path()), *m_alerts);
+    m_updater.emplace(m_server.source(), ApplicationBundle(m_bundle.path()), *m_alerts);
 }
 
 void AfterLaunchTest::tellsOfAnUpdateOnceAndThenChecks() {
@@ -95,8 +94,7 @@ void AfterLaunchTest::tellsOfAnUpdateOnceAndThenChecks() {
     QVERIFY2(isAbout(checked, 3000), qPrintable(QString::number(checked)));
 
     RecordedAlerts nextAlerts;
-    AutoUpdater nextLaunch({.api = m_server.address(), .owner = u"someone"_s},
-                           ApplicationBundle(m_bundle.path()), nextAlerts);
+    AutoUpdater nextLaunch(m_server.source(), ApplicationBundle(m_bundle.path()), nextAlerts);
     nextLaunch.checkAfterLaunch();
     QTRY_COMPARE(nextAlerts.shown().size(), 1);
     QCOMPARE(nextAlerts.shown().first().title, u"New Version v0.3.0 Available"_s);
@@ -130,8 +128,8 @@ void AfterLaunchTest::takesOnlyATextForAVersion() {
     // All at once: each waits for three seconds.
     for (Launch& launch : launches) {
         QSettings().setValue(u"Lumora.updatedToVersion"_s, launch.stored);
-        launch.updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
-                               ApplicationBundle(m_bundle.path()), launch.alerts);
+        launch.updater.emplace(m_server.source(), ApplicationBundle(m_bundle.path()),
+                               launch.alerts);
         launch.updater->checkAfterLaunch();
         QCOMPARE(QSettings().contains(u"Lumora.updatedToVersion"_s), launch.told.isEmpty());
     }
@@ -152,8 +150,7 @@ void AfterLaunchTest::doesNothingOnceItIsGone() {
 void AfterLaunchTest::doesNothingWithoutABundle() {
     m_server.offer(u"0.3.0"_s);
     storeVersion(u"0.2.0"_s);
-    AutoUpdater installed({.api = m_server.address(), .owner = u"someone"_s}, std::nullopt,
-                          *m_alerts);
+    AutoUpdater installed(m_server.source(), std::nullopt, *m_alerts);
     installed.checkAfterLaunch();
     // What a bundle is told stays for the bundle.
     QCOMPARE(QSettings().value(u"Lumora.updatedToVersion"_s).toString(), u"0.2.0"_s);

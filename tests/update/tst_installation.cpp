@@ -100,8 +100,7 @@ private:
 class SecondWindow final {
 public:
     explicit SecondWindow(const UpdateScene& scene, const ReleaseServer& server)
-        : m_updater({.api = server.address(), .owner = u"someone"_s},
-                    ApplicationBundle(scene.bundle().path()), m_alerts),
+        : m_updater(server.source(), ApplicationBundle(scene.bundle().path()), m_alerts),
           m_terminations(&m_updater, &AutoUpdater::terminationRequested) {}
 
     [[nodiscard]] AutoUpdater& updater() { return m_updater; }
@@ -162,8 +161,7 @@ void InstallationTest::installsWhatTheUserAgreesTo() {
     QCOMPARE(scene.alerts().shown().size(), 1);
 
     RecordedAlerts alerts;
-    AutoUpdater next({.api = m_server.address(), .owner = u"someone"_s},
-                     ApplicationBundle(scene.bundle().path()), alerts);
+    AutoUpdater next(m_server.source(), ApplicationBundle(scene.bundle().path()), alerts);
     next.checkAfterLaunch();
     QCOMPARE(QSettings().allKeys(), QStringList());
     QTRY_COMPARE(alerts.shown().size(), 1);
@@ -287,8 +285,7 @@ void InstallationTest::givesUpWhenTheApplicationEndsBeforeTheAnswer() {
     scene.offerArchive();
     SlowUser user;
     std::optional<AutoUpdater> updater;
-    updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
-                    ApplicationBundle(scene.bundle().path()), user);
+    updater.emplace(m_server.source(), ApplicationBundle(scene.bundle().path()), user);
     updater->checkForUpdatesManually();
     QTRY_VERIFY(user.isAsked());
     updater.reset();
@@ -314,8 +311,7 @@ void InstallationTest::givesUpWhenTheApplicationEndsDuringTheDownload() {
                                            {u"file"_s, scene.servedArchive()}});
     RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
     std::optional<AutoUpdater> updater;
-    updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
-                    ApplicationBundle(scene.bundle().path()), alerts);
+    updater.emplace(m_server.source(), ApplicationBundle(scene.bundle().path()), alerts);
     updater->checkForUpdatesManually();
     QTRY_VERIFY(m_server.hasReached(gate));
     updater.reset();
@@ -350,8 +346,7 @@ void InstallationTest::startsNoScriptOnceTheApplicationHasEnded() {
     const auto restore = qScopeGuard([] { qunsetenv("TAR_OPTIONS"); });
     RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
     std::optional<AutoUpdater> updater;
-    updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
-                    ApplicationBundle(scene.bundle().path()), alerts);
+    updater.emplace(m_server.source(), ApplicationBundle(scene.bundle().path()), alerts);
     updater->checkForUpdatesManually();
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(scene.updateFile(u"lumora-update-extract"_s)),
                              UpdateScene::patience);
@@ -460,8 +455,7 @@ void InstallationTest::claimsNothingAfterASwapThatFailed() {
     QCOMPARE(UpdateScene::storedVersion(), u"0.2.0"_s);
 
     RecordedAlerts alerts;
-    AutoUpdater next({.api = m_server.address(), .owner = u"someone"_s},
-                     ApplicationBundle(scene.bundle().path()), alerts);
+    AutoUpdater next(m_server.source(), ApplicationBundle(scene.bundle().path()), alerts);
     next.checkAfterLaunch();
     QCOMPARE(QSettings().allKeys(), QStringList());
     // The check comes after the notice would.

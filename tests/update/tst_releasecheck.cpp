@@ -278,8 +278,7 @@ void ReleaseCheckTest::init() {
 }
 
 AutoUpdater ReleaseCheckTest::makeUpdater(const QString& owner) {
-    return AutoUpdater({.api = m_server.address(), .owner = owner},
-                       ApplicationBundle(m_bundle->path()), *m_alerts);
+    return AutoUpdater(m_server.source(owner), ApplicationBundle(m_bundle->path()), *m_alerts);
 }
 
 void ReleaseCheckTest::verifyNothingHasChanged() const {
@@ -324,9 +323,8 @@ void ReleaseCheckTest::keepsQuietAboutFailuresAfterLaunch() {
         const QString owner = QString::number(updaters.size());
         m_server.answer(ReleaseServer::latestPath(owner), row.answer);
         alerts.push_back(std::make_unique<RecordedAlerts>());
-        updaters.push_back(
-            std::make_unique<AutoUpdater>(ReleaseSource{.api = m_server.address(), .owner = owner},
-                                          ApplicationBundle(m_bundle->path()), *alerts.back()));
+        updaters.push_back(std::make_unique<AutoUpdater>(
+            m_server.source(owner), ApplicationBundle(m_bundle->path()), *alerts.back()));
         updaters.back()->checkAfterLaunch();
     }
     for (std::size_t i = 0; i < updaters.size(); ++i) {
@@ -344,8 +342,7 @@ void ReleaseCheckTest::keepsQuietAboutFailuresAfterLaunch() {
 void ReleaseCheckTest::reportsAServerThatIsNotThere() {
     ReleaseServer gone;
     gone.stop();
-    AutoUpdater updater({.api = gone.address(), .owner = u"someone"_s},
-                        ApplicationBundle(m_bundle->path()), *m_alerts);
+    AutoUpdater updater(gone.source(), ApplicationBundle(m_bundle->path()), *m_alerts);
     QCOMPARE(linesOf(check(updater)), linesOf(QList<Alert>{warning(updateCheckError)}));
     verifyNothingHasChanged();
 }
@@ -374,8 +371,7 @@ void ReleaseCheckTest::takesInNoMoreThanItReads() {
     QJsonObject answer = endless(tag(u"\"0.2.0\""_s));
     answer[u"gate"_s] = server.gate(u"asked"_s);
     server.answer(ReleaseServer::latestPath(), answer);
-    AutoUpdater updater({.api = server.address(), .owner = u"someone"_s},
-                        ApplicationBundle(m_bundle->path()), *m_alerts);
+    AutoUpdater updater(server.source(), ApplicationBundle(m_bundle->path()), *m_alerts);
     updater.checkForUpdatesManually();
     QTRY_VERIFY(server.hasReached(u"asked"_s));
     server.open(u"asked"_s);
@@ -422,8 +418,7 @@ void ReleaseCheckTest::tellsOfAReleaseThatOthersInstall() {
     };
     QCoreApplication::setApplicationVersion(u"0.1.5"_s);
     m_server.answer(ReleaseServer::latestPath(), answer);
-    AutoUpdater updater({.api = m_server.address(), .owner = u"someone"_s}, std::nullopt,
-                        *m_alerts);
+    AutoUpdater updater(m_server.source(), std::nullopt, *m_alerts);
     QCOMPARE(linesOf(check(updater)), linesOf({told.at(index)}));
     QCOMPARE(m_server.requests().size(), 1);
     verifyNothingHasChanged();
@@ -441,8 +436,7 @@ void ReleaseCheckTest::survivesItsEndDuringACheck() {
     m_server.answer(ReleaseServer::latestPath(),
                     {{u"gate"_s, m_server.gate(u"end"_s)}, {u"text"_s, u"[broken"_s}});
     std::optional<AutoUpdater> updater;
-    updater.emplace(ReleaseSource{.api = m_server.address(), .owner = u"someone"_s},
-                    ApplicationBundle(m_bundle->path()), *m_alerts);
+    updater.emplace(m_server.source(), ApplicationBundle(m_bundle->path()), *m_alerts);
     updater->checkForUpdatesManually();
     QTRY_COMPARE(m_server.requestsFor(ReleaseServer::latestPath()), 1);
     updater.reset();

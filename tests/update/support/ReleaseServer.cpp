@@ -74,6 +74,10 @@ void ReleaseServer::writePlan() const {
         qFatal("The release server's plan could not be written");
 }
 
+ReleaseSource ReleaseServer::source(const QString& owner) const {
+    return {.api = m_address, .owner = owner, .program = QStringLiteral(LUMORA_FETCH)};
+}
+
 QString ReleaseServer::latestPath(const QString& owner) {
     return u"/repos/"_s + owner + u"/Lumora-releases/releases/latest"_s;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "AutoUpdater.h"
+
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -16,6 +18,10 @@ public:
 
     /// "http://127.0.0.1:…" or "https://127.0.0.1:…".
     [[nodiscard]] QString address() const { return m_address; }
+
+    /// Where an account has its releases. Trusted by those who ask it in this way is also whom the
+    /// certificate vouches for that LUMORA_TRUSTED_CERTIFICATE names.
+    [[nodiscard]] ReleaseSource source(const QString& owner = QStringLiteral("someone")) const;
 
     /// The certificate of an encrypted server, which only it vouches for.
     [[nodiscard]] QString certificatePath() const {

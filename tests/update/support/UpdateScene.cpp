@@ -26,8 +26,7 @@ UpdateScene::UpdateScene(ReleaseServer& server, RecordedAlerts::Answer answer)
     : m_server(server),
       m_alerts(answer),
       m_bundle(path(u"apps/Lumora.app"_s), u"0.1.9"_s),
-      m_updater({.api = m_server.address(), .owner = u"someone"_s},
-                ApplicationBundle(m_bundle.path()), m_alerts),
+      m_updater(m_server.source(), ApplicationBundle(m_bundle.path()), m_alerts),
       m_terminations(&m_updater, &AutoUpdater::terminationRequested) {
     m_server.reset();
     QSettings().clear();

@@ -10,6 +10,8 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -116,8 +118,7 @@ bool AddressRule::isAllowedRedirect(const QUrl& from, const QUrl& to) {
     return isAllowed(to) && (isEncrypted(to) || !isEncrypted(from));
 }
 
-QCoro::Task<int> httpGet(std::shared_ptr<QNetworkAccessManager> network, QNetworkRequest request,
-                         QIODevice* sink) {
+QCoro::Task<int> httpGet(QNetworkAccessManager* network, QNetworkRequest request, QIODevice* sink) {
     if (!AddressRule::isAllowed(request.url()))
         throw UpdateFailure(notAllowed(request.url()));
     // Qt asks about redirects too, but then follows the second one twice.

@@ -3,8 +3,6 @@
 
 #include <QCoroTask>
 
-#include <memory>
-
 class QIODevice;
 class QNetworkAccessManager;
 class QNetworkRequest;
@@ -21,12 +19,12 @@ namespace AddressRule {
 
 } // namespace AddressRule
 
-/// Fetches a resource into an open device that lives until the task ends, and gives the
-/// answer's status code; 0 for an answer without one. Only what comes with the status 200 gets
-/// into the device.
+/// Fetches a resource into an open device and gives the answer's status code; 0 for an answer
+/// without one. Only what comes with the status 200 gets into the device. Both it and
+/// the manager outlive the task: whoever awaits that may go on in a call from them.
 ///
 /// Only addresses that AddressRule allows are asked, redirects included. Throws
 /// UpdateFailure when there is no whole answer: no connection, none that can be trusted,
 /// an answer cut short, or a device that can't be written or takes no more.
-[[nodiscard]] QCoro::Task<int> httpGet(std::shared_ptr<QNetworkAccessManager> network,
-                                       QNetworkRequest request, QIODevice* sink);
+[[nodiscard]] QCoro::Task<int> httpGet(QNetworkAccessManager* network, QNetworkRequest request,
+                                       QIODevice* sink);

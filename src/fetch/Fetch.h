@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+enum class FetchStatus;
+
+/// The program that speaks with servers for the application, whose process so needs nothing of
+/// what that takes, and keeps none of it: lumora-fetch PATIENCE ADDRESS [HEADER]...
+namespace Fetch {
+
+/// Gets what is at the address; prints it as it comes, and on standard error why there is no whole
+/// answer. A server may say nothing for as many milliseconds as PATIENCE says; a HEADER is such as
+/// "Accept: text/plain".
+///
+/// Once standard input is at its end nobody waits for the answer any more, and the process ends.
+[[nodiscard]] FetchStatus run(int argc, char* argv[]);
+
+} // namespace Fetch
