@@ -10,9 +10,10 @@
 
 #include <QApplication>
 #include <QLockFile>
-#include <QSocketNotifier>
 #include <QStandardPaths>
+#include <QTimer>
 
+#include <poll.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -28,6 +29,7 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -51,6 +53,13 @@ void leaveNoCore() {
     // Nor may another process of the user's look into this one's memory.
     ::prctl(PR_SET_DUMPABLE, 0);
 #endif
+}
+
+/// Whether nobody is left to read what is printed. Linux calls that an error of the pipe, macOS a
+/// hang-up, and the latter only to those who want to write.
+bool isReaderGone() {
+    pollfd output{STDOUT_FILENO, POLLOUT, 0};
+    return ::poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP)) != 0;
 }
 
 bool print(QByteArrayView bytes) {
@@ -105,10 +114,14 @@ int Askpass::run(const char* prompt) {
 
     const ToolkitTexts toolkitTexts(LangManager::shared());
     PasswordDialog dialog(QString::fromUtf8(prompt));
-    // A pipe tells in this way that its reader is gone: nobody waits for the password any more,
-    // and the next one who needs it shall not be refused.
-    const QSocketNotifier reader(STDOUT_FILENO, QSocketNotifier::Exception);
-    QObject::connect(&reader, &QSocketNotifier::activated, &dialog, &QDialog::reject);
+    // Nobody waits for the password any more then, and the next one who needs it shall not be
+    // refused. The toolkit has a notifier for it, but none that works on macOS.
+    QTimer glance;
+    QObject::connect(&glance, &QTimer::timeout, &dialog, [&dialog] {
+        if (isReaderGone())
+            dialog.reject();
+    });
+    glance.start(1s);
     dialog.show();
     dialog.activateWindow();
     if (dialog.exec() != QDialog::Accepted)
