@@ -45,6 +45,7 @@ private Q_SLOTS:
     void keepsItsButtonInTheCorner();
     void waitsForTheAnswerToAnAlert();
     void namesTheKeyThatEnds();
+    void hasAPlaceForEveryEntryInTheSystemsMenu();
     void asksForUpdates();
     void leadsToTheAboutPage();
     void closesTheWindow();
@@ -120,6 +121,14 @@ void ApplicationMenuTest::namesTheKeyThatEnds() {
     const QAction& last = *app.window.applicationMenu()->actions().constLast();
     QCOMPARE(last.menuRole(), QAction::QuitRole);
     QCOMPARE(last.shortcut(), QKeySequence(u"Ctrl+Q"_s));
+}
+
+void ApplicationMenuTest::hasAPlaceForEveryEntryInTheSystemsMenu() {
+    const AppWindow app;
+    for (const QAction* const action : app.window.applicationMenu()->actions()) {
+        const bool hasPlace = action->menuRole() > QAction::TextHeuristicRole;
+        QVERIFY2(action->isSeparator() || hasPlace, qPrintable(action->text()));
+    }
 }
 
 void ApplicationMenuTest::asksForUpdates() {

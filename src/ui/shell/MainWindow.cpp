@@ -68,6 +68,9 @@ void MainWindow::fillMenu() {
     QAction* const output =
         m_menu->addAction(DisplayText::label(L10n::output()), m_content, &ContentView::showOutput);
     output->setObjectName(u"outputAction"_s);
+    // On macOS the application's own menu takes in whatever has such a role, and a menu that is
+    // left without entries isn't shown.
+    output->setMenuRole(QAction::ApplicationSpecificRole);
     const auto enableOutput = [this, output] {
         output->setEnabled(m_content->notice().last().has_value());
     };
