@@ -8,6 +8,7 @@
 
 #include <QListView>
 #include <QPainter>
+#include <QShortcut>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 
@@ -44,7 +45,11 @@ SidebarView::SidebarView(BrewManager& manager, QWidget* parent)
                     Q_EMIT categoryChosen(static_cast<SidebarCategory>(category.toInt()));
             });
     connect(m_list, &QListView::clicked, this, &SidebarView::open);
-    connect(m_list, &QListView::activated, this, &SidebarView::open);
+    // On macOS Return activates nothing in the toolkit's lists.
+    auto* const enter = new QShortcut(m_list);
+    enter->setKeys({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});
+    enter->setContext(Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, [this] { open(m_list->currentIndex()); });
 }
 
 void SidebarView::setCoveredHeight(int height) {
