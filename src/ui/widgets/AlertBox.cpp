@@ -9,6 +9,17 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// macOS's own box isn't told of the text format, and takes for markup what looks like it: a tag,
+/// or an escaped one. With a mark in it that nobody sees it doesn't.
+QString plain(QString text) {
+    constexpr QChar wordJoiner = u'\u2060';
+    return text.replace(u'<', QString(u'<') + wordJoiner).replace(u'&', QString(u'&') + wordJoiner);
+}
+
+} // namespace
+
 QWidget* openAlertBox(QWidget* parent, const Alert::Question& question,
                       std::function<void(qsizetype)> answered) {
     auto* const box = new QMessageBox(parent);
@@ -17,8 +28,8 @@ QWidget* openAlertBox(QWidget* parent, const Alert::Question& question,
                                                          : QMessageBox::Information);
     box->setWindowTitle(question.title);
     box->setTextFormat(Qt::PlainText);
-    box->setText(DisplayText::line(question.title));
-    box->setInformativeText(DisplayText::paragraph(question.message));
+    box->setText(plain(DisplayText::line(question.title)));
+    box->setInformativeText(plain(DisplayText::paragraph(question.message)));
     // The text format covers the first of the two texts only.
     if (auto* const label = box->findChild<QLabel*>(u"qt_msgbox_informativelabel"_s))
         label->setTextFormat(Qt::PlainText);
