@@ -8,9 +8,23 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QStyleHints>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+void wear(const Theme& theme) {
+    QApplication::setPalette(theme.palette());
+    QToolTip::setPalette(theme.palette());
+}
+
+const Theme& themeOf(bool isDark, Theme::Contrast contrast) {
+    return isDark ? Theme::dark(contrast) : Theme::light(contrast);
+}
+
+} // namespace
 
 void Look::setUp() {
     // Drawn in the few small sizes that a window system is given. All of a picture of 512 pixels,
@@ -26,14 +40,17 @@ void Look::setUp() {
 }
 
 void Look::setDark(bool isDark, Theme::Contrast contrast) {
-    const Theme& theme = isDark ? Theme::dark(contrast) : Theme::light(contrast);
-    QApplication::setPalette(theme.palette());
-    QToolTip::setPalette(theme.palette());
+#if defined(Q_OS_MACOS) && QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    // There the system draws title bar and controls, and would do so for its own appearance.
+    QGuiApplication::styleHints()->setColorScheme(isDark ? Qt::ColorScheme::Dark
+                                                         : Qt::ColorScheme::Light);
+#endif
+    wear(themeOf(isDark, contrast));
 }
 
 void Look::follow(const SystemAppearance& desktop) {
     const auto apply = [&desktop] {
-        setDark(desktop.isDark(), desktop.contrast());
+        wear(themeOf(desktop.isDark(), desktop.contrast()));
         if (auto* const style = qobject_cast<LumoraStyle*>(QApplication::style()))
             style->setMotion(desktop.reducesMotion() ? LumoraStyle::Motion::Reduced
                                                      : LumoraStyle::Motion::Usual);

@@ -2,6 +2,7 @@
 #include "style/SystemAppearance.h"
 
 #include <QGuiApplication>
+#include <QStyleHints>
 
 #ifdef LUMORA_DBUS
 
@@ -83,6 +84,14 @@ bool SystemAppearance::setWish(const QString& key, const QVariant& value) {
 #else
 
 SystemAppearance::SystemAppearance(QObject* parent)
-    : QObject(parent), m_isDark(&Theme::of(QGuiApplication::palette()) == &Theme::dark()) {}
+    : QObject(parent), m_isDark(&Theme::of(QGuiApplication::palette()) == &Theme::dark()) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, this,
+            [this](Qt::ColorScheme scheme) {
+                m_isDark = scheme == Qt::ColorScheme::Dark;
+                Q_EMIT changed();
+            });
+#endif
+}
 
 #endif

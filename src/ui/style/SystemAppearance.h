@@ -13,7 +13,8 @@ class QDBusVariant;
 /// The desktop's wishes: light or dark surroundings, stronger contrasts, less motion.
 ///
 /// They are read from the desktop portal, and followed while the application runs. Without a
-/// portal, as on macOS, the palette that the toolkit starts with decides for good.
+/// portal the palette that the toolkit starts with decides for good; built without D-Bus, as on
+/// macOS, light and dark are the toolkit's, which follows them from Qt 6.5 on.
 class SystemAppearance final : public QObject {
     Q_OBJECT
 
