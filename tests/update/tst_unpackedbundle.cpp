@@ -9,7 +9,9 @@
 #include <QtTest>
 
 #include <sys/stat.h>
+#ifdef __linux__
 #include <sys/sysmacros.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
