@@ -9,6 +9,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 say() { printf '%s\n' "$*" >&2; }
 die() { say "error: $*"; exit 1; }
 
+# For what drives the application on a virtual display, or needs tools that only Linux has.
+require_linux() { [ "$(uname)" = Linux ] || die "${0##*/} runs on Linux only"; }
+
 has() { command -v "$1" > /dev/null 2>&1; }
 
 jobs() { nproc 2> /dev/null || sysctl -n hw.ncpu; }
