@@ -8,7 +8,9 @@
 #include "Samples.h"
 #include "SheetDriver.h"
 #include "UiTest.h"
+#include "style/LumoraStyle.h"
 #include "widgets/OutputText.h"
+#include "widgets/PushButton.h"
 #include "widgets/RowListView.h"
 #include "widgets/SearchField.h"
 #include "widgets/Sheet.h"
@@ -18,6 +20,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -29,6 +32,17 @@ using namespace Qt::StringLiterals;
 using enum SidebarCategory;
 
 namespace {
+
+/// What macOS's style has for buttons while its keyboard navigation is off.
+class FieldsOnlyStyle final : public QProxyStyle {
+public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        return hint == SH_Button_FocusPolicy
+                   ? Qt::TabFocus
+                   : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
 
 /// The application with something on every page, driven by Tab, arrows, Return, Space, Escape
 /// and Delete alone.
@@ -98,6 +112,7 @@ private Q_SLOTS:
     void passesTheSearchInTheSidebar();
     void goesToTheSidebarFromAPageThatGoes();
     void goesFromTheFieldToTheListAndBack();
+    void reachesButtonsInEveryStyle();
     void pressesButtonsAndLinksByReturn_data();
     void pressesButtonsAndLinksByReturn();
     void opensAndClosesADetail();
@@ -399,6 +414,13 @@ void KeyboardTest::goesFromTheFieldToTheListAndBack() {
     QCOMPARE(list.currentId(), u"formula-package-59"_s);
     const QRect current = list.view().visualRect(list.view().currentIndex());
     QVERIFY(list.view().viewport()->rect().contains(current));
+}
+
+void KeyboardTest::reachesButtonsInEveryStyle() {
+    QApplication::setStyle(new FieldsOnlyStyle);
+    const auto restore = qScopeGuard([] { QApplication::setStyle(new LumoraStyle); });
+    QCOMPARE(QPushButton().focusPolicy(), Qt::TabFocus);
+    QCOMPARE(PushButton(u"Title"_s).focusPolicy(), Qt::StrongFocus);
 }
 
 void KeyboardTest::pressesButtonsAndLinksByReturn_data() {

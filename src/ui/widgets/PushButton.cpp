@@ -4,7 +4,10 @@
 #include "widgets/DisplayText.h"
 
 PushButton::PushButton(const QString& title, QWidget* parent)
-    : KeyboardButton(DisplayText::label(title), parent) {}
+    : PushButton(QIcon(), title, parent) {}
 
 PushButton::PushButton(const QIcon& icon, const QString& title, QWidget* parent)
-    : KeyboardButton(icon, DisplayText::label(title), parent) {}
+    : KeyboardButton(icon, DisplayText::label(title), parent) {
+    // As all other controls. With macOS's style the Tab key would pass buttons by.
+    setFocusPolicy(Qt::StrongFocus);
+}
