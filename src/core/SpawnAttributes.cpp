@@ -7,6 +7,7 @@
 
 #ifdef __APPLE__
 #include <crt_externs.h>
+#include <fcntl.h>
 #endif
 
 #ifdef __GLIBC__
@@ -40,7 +41,9 @@ SpawnAttributes::SpawnAttributes() : m_environment(inheritedEnvironment()) {
 #ifdef __APPLE__
     // Also keeps out what lacks close-on-exec only for a moment, there being no pipe2().
     flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
-    note(posix_spawn_file_actions_addinherit_np(&m_fileActions, STDIN_FILENO));
+    // It is an error to hand on what isn't open.
+    if (::fcntl(STDIN_FILENO, F_GETFD) >= 0)
+        note(posix_spawn_file_actions_addinherit_np(&m_fileActions, STDIN_FILENO));
 #endif
     note(posix_spawnattr_setflags(&m_attributes, flags));
 }
