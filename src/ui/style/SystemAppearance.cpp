@@ -36,8 +36,11 @@ SystemAppearance::SystemAppearance(QObject* parent)
         return;
     // Until the type has a name the bus finds no slot that takes it.
     qRegisterMetaType<QDBusVariant>("QDBusVariant");
+    // clang-format would put blanks into what the meta-object system looks for without.
+    // clang-format off
     bus.connect(portalService, portalPath, settingsInterface, u"SettingChanged"_s, this,
-                SLOT(onSettingChanged(QString, QString, QDBusVariant)));
+                SLOT(onSettingChanged(QString,QString,QDBusVariant)));
+    // clang-format on
 
     QDBusMessage read =
         QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, u"ReadAll"_s);
