@@ -1,48 +1,91 @@
-# add_lumora_test(<layer> <name> [PRECOMPILED] [LINKS <target>...] [ENVIRONMENT <NAME=value>...])
+# add_lumora_tests(<layer> TESTS <name>... [LINKS <target>...] [ENVIRONMENT <NAME=value>...])
 #
-# Builds tests/<layer>/tst_<name>.cpp into a program of its own and runs it with CTest
-# under the label <layer>, on the offscreen platform and in plain English. The target <layer>_tests
-# builds all of a layer.
+# Builds tests/<layer>/tst_<name>.cpp, each into a program tst_<name>, and runs them with CTest as
+# <layer>.<name> under the label <layer>, on the offscreen platform and in plain English. The target
+# <layer>_tests builds all of a layer.
 #
-# PRECOMPILED   shares one set of precompiled headers with the folder's other programs that say so,
-#               which all link the same. Making it takes as long as it saves in five of them
-function(add_lumora_test layer name)
-    cmake_parse_arguments(PARSE_ARGV 2 TEST "PRECOMPILED" "" "LINKS;ENVIRONMENT")
-    set(target tst_${name})
-    add_executable(${target} tst_${name}.cpp)
-    # One run of moc for each program, without AUTOMOC's search for more.
-    set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF UNITY_BUILD OFF)
-    qt_generate_moc(tst_${name}.cpp "${CMAKE_CURRENT_BINARY_DIR}/tst_${name}.moc" TARGET ${target})
-    target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/tst_${name}.moc")
-    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
-    # From then on Qt's QTRY macros narrow in the code of whoever uses them.
-    if(Qt6_VERSION VERSION_GREATER_EQUAL 6.7)
-        set_source_files_properties(tst_${name}.cpp PROPERTIES COMPILE_OPTIONS -Wno-conversion)
-    endif()
-    target_link_libraries(
-        ${target} PRIVATE lumora_settings lumora_test_support lumora_${layer} ${TEST_LINKS}
-    )
-    # Each runs once or twice: optimising them takes longer than it saves, and without it the C
-    # library warns that it can't look after its callers.
-    target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-O0;-Wno-cpp>")
-    if(TEST_PRECOMPILED)
-        get_property(first DIRECTORY PROPERTY LUMORA_FIRST_TEST)
-        if(first)
-            target_precompile_headers(${target} REUSE_FROM ${first})
-        else()
-            target_precompile_headers(${target} PRIVATE <QtTest/QSignalSpy> <QtTest/QTest>)
-            set_property(DIRECTORY PROPERTY LUMORA_FIRST_TEST ${target})
-        endif()
-    endif()
+# Where CMAKE_UNITY_BUILD is on, up to twelve of a call are one program with a link by the name of
+# each: most of what compiling one takes is the headers that its neighbours include, too.
+function(add_lumora_tests layer)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "TESTS;LINKS;ENVIRONMENT")
     if(NOT TARGET ${layer}_tests)
         add_custom_target(${layer}_tests)
     endif()
-    add_dependencies(${layer}_tests ${target})
-    add_test(NAME ${layer}.${name} COMMAND ${target})
-    set_tests_properties(
-        ${layer}.${name}
-        PROPERTIES
-            LABELS ${layer}
-            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=;${TEST_ENVIRONMENT}"
+    set(per_program 1)
+    if(CMAKE_UNITY_BUILD)
+        # Evenly: two processors are to end with them at the same time.
+        list(LENGTH ARG_TESTS count)
+        math(EXPR programs "(${count} + 11) / 12")
+        math(EXPR per_program "(${count} + ${programs} - 1) / ${programs}")
+    endif()
+    while(ARG_TESTS)
+        list(SUBLIST ARG_TESTS 0 ${per_program} names)
+        list(REMOVE_ITEM ARG_TESTS ${names})
+        list(GET names 0 first)
+        set(target tst_${first})
+        if(per_program GREATER 1)
+            set(target ${layer}_tests_from_${first})
+            add_joint_program(${target} ${names})
+        else()
+            # The linker would follow a link that was there before.
+            if(IS_SYMLINK "${CMAKE_CURRENT_BINARY_DIR}/${target}")
+                file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${target}")
+            endif()
+            add_executable(${target} tst_${first}.cpp)
+        endif()
+        # One run of moc for each source, without AUTOMOC's search for more.
+        set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF UNITY_BUILD OFF)
+        foreach(name IN LISTS names)
+            set(moc "${CMAKE_CURRENT_BINARY_DIR}/tst_${name}.moc")
+            qt_generate_moc(tst_${name}.cpp "${moc}" TARGET ${target})
+            target_sources(${target} PRIVATE "${moc}")
+        endforeach()
+        target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+        target_link_libraries(
+            ${target} PRIVATE lumora_settings lumora_test_support lumora_${layer} ${ARG_LINKS}
+        )
+        # Each runs once or twice: optimising them takes longer than it saves, and without it the C
+        # library warns that it can't look after its callers.
+        target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-O0;-Wno-cpp>")
+        # From then on Qt's QTRY macros narrow in the code of whoever uses them.
+        if(Qt6_VERSION VERSION_GREATER_EQUAL 6.7)
+            target_compile_options(${target} PRIVATE -Wno-conversion)
+        endif()
+        foreach(name IN LISTS names)
+            add_dependencies(${layer}_tests tst_${name})
+            add_test(
+                NAME ${layer}.${name}
+                COMMAND "$<TARGET_FILE_DIR:${target}>/tst_${name}${CMAKE_EXECUTABLE_SUFFIX}"
+            )
+            set(environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 LANGUAGE= ${ARG_ENVIRONMENT})
+            set_tests_properties(
+                ${layer}.${name} PROPERTIES LABELS ${layer} ENVIRONMENT "${environment}"
+            )
+        endforeach()
+    endwhile()
+endfunction()
+
+# The program that is each of these tests, which have links and targets by their names.
+function(add_joint_program target)
+    set(program "${CMAKE_CURRENT_BINARY_DIR}/${target}.cpp")
+    set(script "${PROJECT_SOURCE_DIR}/cmake/WriteTestProgram.cmake")
+    set(sources)
+    foreach(name IN LISTS ARGN)
+        list(APPEND sources "${CMAKE_CURRENT_SOURCE_DIR}/tst_${name}.cpp")
+    endforeach()
+    add_custom_command(
+        OUTPUT "${program}"
+        COMMAND "${CMAKE_COMMAND}" -D "OUTPUT=${program}" -D "SOURCES=${sources}" -P "${script}"
+        DEPENDS ${sources} "${script}"
+        VERBATIM
     )
+    add_executable(${target} "${program}")
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+    foreach(name IN LISTS ARGN)
+        add_custom_target(tst_${name} DEPENDS ${target})
+        file(
+            CREATE_LINK ${target}${CMAKE_EXECUTABLE_SUFFIX}
+            "${CMAKE_CURRENT_BINARY_DIR}/tst_${name}${CMAKE_EXECUTABLE_SUFFIX}" SYMBOLIC
+        )
+    endforeach()
 endfunction()

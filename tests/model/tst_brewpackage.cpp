@@ -56,8 +56,6 @@ CaskJSON caskFrom(const QByteArray& json) {
 
 } // namespace
 
-Q_DECLARE_METATYPE(Change)
-
 void BrewPackageTest::isMadeOfAFormula_data() {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<BrewPackage>("package");

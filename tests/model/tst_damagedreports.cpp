@@ -95,8 +95,6 @@ using Check = bool (*)(const std::string& json);
 
 } // namespace
 
-Q_DECLARE_METATYPE(Check)
-
 void DamagedReportsTest::initTestCase() {
     bool isSet = false;
     const int given = qEnvironmentVariableIntValue("LUMORA_SEED", &isSet);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SecondProcess.h"
 
+#include <QFileInfo>
 #include <QProcess>
 
 #include <cstdio>
@@ -11,6 +12,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString partOption = u"--play-part"_s;
+
+/// By the name it was started by: the file can be several test programs.
+QString ownProgram() {
+    return QFileInfo(QCoreApplication::arguments().constFirst()).absoluteFilePath();
+}
 
 QStringList commandFor(const QString& part, const QStringList& arguments) {
     return QStringList{partOption, part} + arguments;
@@ -23,7 +29,7 @@ SecondProcess::SecondProcess(const QString& part, const QStringList& arguments,
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(QCoreApplication::applicationFilePath(), commandFor(part, arguments));
+    process.start(ownProgram(), commandFor(part, arguments));
     constexpr int longestMilliseconds = 60'000;
     if (process.waitForFinished(longestMilliseconds) &&
         process.exitStatus() == QProcess::NormalExit)
@@ -32,7 +38,7 @@ SecondProcess::SecondProcess(const QString& part, const QStringList& arguments,
 }
 
 QByteArray SecondProcess::scriptLine(const QString& part, const QStringList& arguments) {
-    QByteArray line = "exec '" + QCoreApplication::applicationFilePath().toUtf8() + '\'';
+    QByteArray line = "exec '" + ownProgram().toUtf8() + '\'';
     for (const QString& word : commandFor(part, arguments))
         line += " '" + word.toUtf8() + '\'';
     return line + '\n';

@@ -467,7 +467,7 @@ void UpdateFaultsTest::takesAnArchiveThatAgreesWithItsDigest() {
 }
 
 void UpdateFaultsTest::tellsNothingOfAnAddressThatIsNone_data() {
-    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("url");
     QTest::newRow("empty") << u""_s;
     QTest::newRow("blanks") << u"https://example.org/a b.tar.gz"_s;
     QTest::newRow("broken host") << u"https://[example/a.tar.gz"_s;
@@ -475,9 +475,9 @@ void UpdateFaultsTest::tellsNothingOfAnAddressThatIsNone_data() {
 }
 
 void UpdateFaultsTest::tellsNothingOfAnAddressThatIsNone() {
-    QFETCH(const QString, address);
+    QFETCH(const QString, url);
     UpdateScene scene(m_server);
-    ::address(address)(scene);
+    address(url)(scene);
     scene.updater().checkForUpdatesManually();
     // All of it happens in the turn in which the offer is accepted.
     QTRY_COMPARE(scene.alerts().shown().size(), 1);
