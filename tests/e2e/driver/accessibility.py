@@ -48,6 +48,9 @@ _STATES = {
 }
 # In coordinates of the screen, not of the window.
 _SCREEN = 0
+_ON_SCREEN = GLib.Variant("(u)", (_SCREEN,))
+_NAME = GLib.Variant("(ss)", (_ACCESSIBLE, "Name"))
+_DESCRIPTION = GLib.Variant("(ss)", (_ACCESSIBLE, "Description"))
 _LONGEST_TEXT = 200_000
 _TO_THE_END = -1
 
@@ -131,7 +134,7 @@ class AccessibilityBus:
             # Asked at once: it may be called something else later, or be gone.
             heard = ["", ""]
             told.append(heard)
-            name, _, role, *_ = _questions(Ref(sender, path))
+            name, role, _ = _questions(Ref(sender, path))
             self._ask(role, lambda answer, _: heard.__setitem__(0, answer))
             self._ask(name, lambda answer, _: heard.__setitem__(1, answer))
 
@@ -202,19 +205,25 @@ class AccessibilityBus:
             level = []
             texts: list[tuple[Ref, Node]] = []
             for ref, siblings, state in showing:
-                name, description, role, rect, children = (next(answers) for _ in range(5))
+                name, role, children = (next(answers) for _ in range(3))
                 if role is None:
                     continue
                 names = frozenset(word for bit, word in _STATES.items() if state[0] >> bit & 1)
-                node = Node(
-                    role, name or "", description or "", "", Rect(*rect or (0, 0, 0, 0)), names, ref
-                )
+                node = Node(role, name or "", "", names, ref, self)
                 siblings.append(node)
                 if role == "text":
                     texts.append((ref, node))
                 level += [(Ref(*child), node.children) for child in children or []]
             self._read_texts(texts)
         return Tree(windows)
+
+    def description_of(self, ref: Ref) -> str:
+        (description,) = self._call_all([Call(ref, _PROPERTIES, "Get", _DESCRIPTION)])
+        return description or ""
+
+    def rect_of(self, ref: Ref) -> Rect | None:
+        (rect,) = self._call_all([Call(ref, _COMPONENT, "GetExtents", _ON_SCREEN)])
+        return Rect(*rect) if rect else None
 
     def actions_of(self, nodes: list[Node]) -> list[list[str]]:
         """What can be done with each of them, by the names that are the same in all languages."""
@@ -241,7 +250,7 @@ class AccessibilityBus:
             (_ACCESSIBLE, "GetChildAtIndex", GLib.Variant("(i)", (0,))),
             (_PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "Parent"))),
             (_PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "ChildCount"))),
-            (_COMPONENT, "GetExtents", GLib.Variant("(u)", (_SCREEN,))),
+            (_COMPONENT, "GetExtents", _ON_SCREEN),
             (_COMPONENT, "GetAccessibleAtPoint", point),
             (_ACTION, "GetActions", None),
         ]
@@ -311,10 +320,8 @@ class AccessibilityBus:
 
 def _questions(ref: Ref) -> list[Call]:
     return [
-        Call(ref, _PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "Name"))),
-        Call(ref, _PROPERTIES, "Get", GLib.Variant("(ss)", (_ACCESSIBLE, "Description"))),
+        Call(ref, _PROPERTIES, "Get", _NAME),
         Call(ref, _ACCESSIBLE, "GetRoleName"),
-        Call(ref, _COMPONENT, "GetExtents", GLib.Variant("(u)", (_SCREEN,))),
         Call(ref, _ACCESSIBLE, "GetChildren"),
     ]
 

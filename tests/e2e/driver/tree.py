@@ -6,7 +6,8 @@ from __future__ import annotations
 import re
 from collections.abc import Callable, Iterator
 from dataclasses import dataclass, field
-from typing import Any, NamedTuple, Union
+from functools import cached_property
+from typing import Any, NamedTuple, Protocol, Union
 
 # A text that is to be equal, a pattern that is to be found, or a question to be answered.
 Wanted = Union[str, "re.Pattern[str]", Callable[[str], bool]]
@@ -35,19 +36,37 @@ class Rect(NamedTuple):
         return self.x + self.width // 2, self.y + self.height // 2
 
 
+class Details(Protocol):
+    """What few want to know of few things, and is asked for only then."""
+
+    def description_of(self, ref: Any) -> str: ...
+
+    def rect_of(self, ref: Any) -> Rect | None: ...
+
+
 @dataclass
 class Node:
     """One thing that is showing; `text` is the content of fields and of other texts to read."""
 
     role: str
     name: str
-    description: str
     text: str
-    rect: Rect
     states: frozenset[str]
     # By which the bus knows it.
     ref: Any
+    details: Details
     children: list[Node] = field(default_factory=list)
+
+    @cached_property
+    def description(self) -> str:
+        return self.details.description_of(self.ref)
+
+    @cached_property
+    def rect(self) -> Rect:
+        rect = self.details.rect_of(self.ref)
+        if rect is None:
+            raise NotSeen(f"{self.role} {self.name!r} has gone")
+        return rect
 
     def is_in(self, state: str) -> bool:
         return state in self.states
@@ -80,7 +99,8 @@ class Node:
             line += f" text {self.text[:2000]!r}"
         if self.description:
             line += f" ({self.description!r})"
-        line += f" {tuple(self.rect)}" + ("" if self.is_enabled else " DISABLED")
+        line += f" {tuple(self.details.rect_of(self.ref) or ['gone'])}"
+        line += "" if self.is_enabled else " DISABLED"
         line += f" [{states}]" if states else ""
         return "\n".join([line, *(child.describe(depth + 1) for child in self.children)])
 
