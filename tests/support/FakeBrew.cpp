@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QByteArray endOfRecord = "--end-of-record";
+
 void writeFile(const QString& path, const QByteArray& content, bool isProgram = false) {
     QSaveFile file(path);
     bool isWritten = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
@@ -61,10 +63,11 @@ QByteArray FakeBrew::printError(const QByteArray& bytes) const {
 }
 
 QByteArray FakeBrew::recordArguments() const {
-    // One file per run; arguments end in NUL. The rename keeps a reader from seeing half a file.
-    const QByteArray log = m_folder.filePath(u"runs"_s).toUtf8();
-    return "mkdir -p " + log + "\nprintf '%s\\0' \"$@\" > " + log + "/part-$$\nmv " + log +
-           "/part-$$ " + log + "/$$\n";
+    // One file per run, by what the shell does without another program; arguments end in NUL, and
+    // the last tells a reader that all are there.
+    const QString log = m_folder.filePath(u"runs"_s);
+    QDir().mkpath(log);
+    return "printf '%s\\0' \"$@\" " + endOfRecord + " > " + log.toUtf8() + "/$$\n";
 }
 
 QList<QStringList> FakeBrew::recordedRuns() const {
@@ -74,14 +77,14 @@ QList<QStringList> FakeBrew::recordedRuns() const {
     // By when they started, which no program tells to a fraction of a second on every system.
     std::ranges::stable_sort(entries, {}, [](const QFileInfo& run) { return run.lastModified(); });
     for (const QFileInfo& run : std::as_const(entries)) {
-        if (run.fileName().startsWith("part"_L1))
-            continue;
         QFile file(run.filePath());
         if (!file.open(QIODevice::ReadOnly))
             qFatal("%s could not be read", qUtf8Printable(file.fileName()));
-        QStringList arguments = QString::fromUtf8(file.readAll()).split(QChar(u'\0'));
-        arguments.removeLast();
-        runs.append(arguments);
+        QByteArray record = file.readAll();
+        if (!record.endsWith(endOfRecord + '\0'))
+            continue;
+        record.chop(endOfRecord.size() + 2);
+        runs.append(QString::fromUtf8(record).split(QChar(u'\0')));
     }
     return runs;
 }
