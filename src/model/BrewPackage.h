@@ -33,6 +33,11 @@ struct BrewPackage final {
 
     [[nodiscard]] QString id() const { return packageID(type, name); }
 
+    /// What doesn't come from Homebrew's own tap goes by its full name among dependencies.
+    [[nodiscard]] bool isAmong(const QList<QString>& names) const {
+        return names.contains(name) || names.contains(fullName);
+    }
+
     bool operator==(const BrewPackage&) const = default;
 };
 

@@ -18,15 +18,11 @@ std::optional<BrewPackage> installedPackage(const BrewManager& manager, const QS
 
 QHash<QString, QString> installedFormulae(const BrewManager& manager, const QStringList& names) {
     QHash<QString, QString> ids;
-    if (names.isEmpty())
-        return ids;
-    const QSet<QString> sought(names.begin(), names.end());
     for (const BrewPackage& formula : *manager.formulae) {
-        // What doesn't come from Homebrew's own tap goes by its full name.
-        for (const QString& name : {formula.name, formula.fullName}) {
-            if (sought.contains(name))
-                ids.insert(name, formula.id());
-        }
+        if (!formula.isAmong(names))
+            continue;
+        for (const QString& name : {formula.name, formula.fullName})
+            ids.insert(name, formula.id());
     }
     return ids;
 }

@@ -12,8 +12,7 @@ class BrewManager;
 [[nodiscard]] std::optional<BrewPackage> installedPackage(const BrewManager& manager,
                                                           const QString& packageID);
 
-/// Which of these formulae are installed, by the names that a package knows its dependencies by:
-/// the identifier of each.
+/// Which of these formulae are installed: the identifier of each, by its name and by its full one.
 [[nodiscard]] QHash<QString, QString> installedFormulae(const BrewManager& manager,
                                                         const QStringList& names);
 

@@ -36,12 +36,10 @@ Row rowWithSymbol(const Record& record) {
 }
 
 /// Who names it as a dependency.
-QString dependents(const QString& name, const QString& fullName,
-                   const QList<BrewPackage>& installed) {
+QString dependents(const BrewPackage& package, const QList<BrewPackage>& installed) {
     QStringList names;
     for (const BrewPackage& other : installed) {
-        // What doesn't come from Homebrew's own tap goes by its full name.
-        if (other.dependencies.contains(name) || other.dependencies.contains(fullName))
+        if (package.isAmong(other.dependencies))
             names.append(other.name);
     }
     return names.join(u", "_s);
@@ -52,10 +50,10 @@ QString dependents(const QString& name, const QString& fullName,
 Row FormulaRow::toRow() const {
     Row row = installedRow(package, onUninstall);
     if (!package.installedOnRequest)
-        row.tags.append({L10n::dependency(), RowTag::Tone::Neutral,
-                         [name = package.name, fullName = package.fullName, all = installed] {
-                             return dependents(name, fullName, all);
-                         }});
+        row.tags.append(
+            {L10n::dependency(), RowTag::Tone::Neutral, [package = package, installed = installed] {
+                 return dependents(package, installed);
+             }});
     return row;
 }
 
