@@ -144,6 +144,22 @@ class Screen:
         window.map()
         self._display.sync()
 
+    @contextlib.contextmanager
+    def withholding_windows(self) -> Iterator[None]:
+        """New windows are seen only after the end of the block, as when a window manager starts
+        them minimised."""
+        self._root.change_attributes(event_mask=X.SubstructureRedirectMask)
+        self._display.sync()
+        try:
+            yield
+        finally:
+            self._root.change_attributes(event_mask=X.NoEventMask)
+            while self._display.pending_events():
+                asked = self._display.next_event()
+                if asked.type == X.MapRequest:
+                    asked.window.map()
+            self._display.sync()
+
     def close_window(self, window: Window) -> None:
         """Asks a window to close, as the cross in its title bar does."""
         delete = self._display.intern_atom("WM_DELETE_WINDOW")
