@@ -3,6 +3,10 @@
 // What each thing that users do in the window costs the interface thread, from the event until all
 // that follows from it is painted: a line per sample, in milliseconds.
 // Usage: bench_interaction ROWS [NAME...]
+//        bench_interaction ROWS --cycles
+//
+// --cycles does again and again what should leave nothing behind, and tells after how often how
+// many kibibytes of the heap are in use, and how many are the process's own.
 #include "BrewDiscovery.h"
 #include "BrewManager.h"
 #include "LangManager.h"
@@ -19,6 +23,9 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include <malloc.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -29,6 +36,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int sampleCount = 200;
+constexpr int cycleCount = 252;
+/// With every language in both appearances equally often.
+constexpr int cyclesToSample = 6;
 
 /// Knows what is painted, and what each frame of it takes.
 class Application final : public QApplication {
@@ -107,6 +117,13 @@ public:
     }
 
     void resize(int change) { m_window.resize(usualSize + QSize(change, change)); }
+
+    /// Until a search has found that much, or else nothing.
+    void waitForHits(bool some) {
+        const auto isThere = [&] { return m_manager.searchResults->isEmpty() != some; };
+        require(QTest::qWaitFor(isThere, patience), "the search doesn't end");
+        rest();
+    }
 
     /// The interface thread's time until the window system has all that follows from the action.
     [[nodiscard]] double timeOf(const std::function<void()>& action) {
@@ -196,6 +213,39 @@ QList<Interaction> interactions(Window& window) {
     };
 }
 
+/// A sheet opened and closed, a search and its end, another language, the other appearance.
+void cycle(Window& window, int turn) {
+    window.key(Qt::Key_1, Qt::ControlModifier);
+    window.rest();
+    window.key(Qt::Key_F, Qt::ControlModifier);
+    window.key(Qt::Key_Down);
+    window.key(Qt::Key_Return);
+    window.rest();
+    window.key(Qt::Key_Escape);
+    window.key(Qt::Key_4, Qt::ControlModifier);
+    window.rest();
+    window.key(Qt::Key_F, Qt::ControlModifier);
+    window.key(Qt::Key_W);
+    window.waitForHits(true);
+    window.key(Qt::Key_Escape);
+    window.waitForHits(false);
+    LangManager::shared().setCurrent(allLangs[static_cast<std::size_t>(turn) % allLangs.size()]);
+    window.rest();
+    Look::setDark(turn % 2 == 0);
+    window.rest();
+}
+
+void tellMemory(int cycles) {
+    QFile status(u"/proc/self/status"_s);
+    Window::require(status.open(QFile::ReadOnly), "the system tells nothing");
+    const QList<QByteArray> lines = status.readAll().split('\n');
+    const auto own = std::ranges::find_if(
+        lines, [](const QByteArray& line) { return line.startsWith("RssAnon:"); });
+    const struct mallinfo2 heap = ::mallinfo2();
+    std::printf("%d\t%.1f\t%lld\n", cycles, static_cast<double>(heap.uordblks + heap.hblkhd) / 1024,
+                own->simplified().split(' ').at(1).toLongLong());
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -207,13 +257,24 @@ int main(int argc, char* argv[]) {
     QFile brew(folder.filePath(u"brew"_s));
     Window::require(brew.open(QFile::WriteOnly), "no file can be written");
     // An empty list of taps would be loaded again with every visit.
-    brew.write("#!/bin/sh\n[ $1 = tap ] && echo homebrew/core || "
-               "echo '{\"formulae\":[],\"casks\":[]}'\n");
+    brew.write("#!/bin/sh\ncase $1 in tap) echo homebrew/core;; search) echo wget;; "
+               "*) echo '{\"formulae\":[],\"casks\":[]}';; esac\n");
     brew.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     brew.close();
 
     Window window(brew.fileName(), std::atoi(argv[1]));
     const QStringList names = QCoreApplication::arguments().sliced(2);
+    if (names.contains(u"--cycles"_s)) {
+        for (int turn = 1; turn <= cycleCount; ++turn) {
+            cycle(window, turn);
+            // What is known of them is no growth of the application's.
+            (void)application.takeFrames();
+            if (turn % cyclesToSample == 0)
+                tellMemory(turn);
+        }
+        std::fflush(stdout);
+        std::_Exit(EXIT_SUCCESS);
+    }
     for (const Interaction& interaction : interactions(window)) {
         if (!names.isEmpty() && !names.contains(QLatin1String(interaction.name)))
             continue;

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Resident memory: with packages, a minute later with an answer about the latest release, and what
-more packages add to it."""
+more packages add to it; what is left behind by what users do and undo."""
 
 from __future__ import annotations
 
@@ -23,6 +23,12 @@ from .table import Row
 ROUNDS = 3
 USUAL, MANY = 300, 8_300
 LOADED, MINUTE = 8, 60
+# After so many cycles all is there that is kept once.
+WARM = 48
+PARTS = 5
+# Kibibytes of 100 cycles, which are 60 bytes of each of the four things that a cycle does: the
+# bound of scripts/soak, below which there are libX11's accounts, letters and symbols.
+MOST_LEFT = 24.0
 
 
 class LatestRelease(http.server.BaseHTTPRequestHandler):
@@ -90,6 +96,25 @@ def bundled(program: str, folder: Path) -> str:
     return str(executable)
 
 
+def left_behind(setting: Setting) -> list[Row]:
+    """A sheet, a search, another language and the other appearance, some 200 times."""
+    output = subprocess.run([setting.program("interaction"), str(USUAL), "--cycles"],
+                            stdout=subprocess.PIPE, text=True, check=True,
+                            env=setting.environment).stdout
+    samples = [tuple(map(float, line.split("\t"))) for line in output.splitlines()]
+    cycles, heap, own = zip(*(sample for sample in samples if sample[0] >= WARM))
+
+    def growth(sizes: tuple[float, ...]) -> float:
+        # What is lost is lost all the time, and a picture that is kept or dropped is so once.
+        length = len(cycles) // PARTS
+        parts = [slice(part * length, (part + 1) * length) for part in range(PARTS)]
+        return 100 * statistics.median(
+            statistics.linear_regression(cycles[part], sizes[part]).slope for part in parts)
+
+    return [Row("heap in use, growth per 100 cycles", growth(heap), "KiB", MOST_LEFT),
+            Row("anonymous, growth per 100 cycles", growth(own), "KiB")]
+
+
 def measure(setting: Setting) -> list[Row]:
     usual, many = formulae(setting.brew, USUAL), formulae(setting.brew, MANY)
     few_brew, many_brew = brew_with(setting, usual), brew_with(setting, many)
@@ -136,4 +161,5 @@ def measure(setting: Setting) -> list[Row]:
             (medians["many"] - medians["usual"]) / thousands, "MB", None,
             (megabytes_of_texts(many) - megabytes_of_texts(usual)) / thousands,
             "their texts"),
+        *left_behind(setting),
     ]
