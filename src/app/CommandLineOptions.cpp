@@ -11,11 +11,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Knows the application's own options; Qt's are known to its application objects.
+/// What Qt's application objects take for themselves. They tell only once there is a display.
+QList<QCommandLineOption> qtOptions() {
+    return {
+        {u"display"_s, u"The X server, instead of $DISPLAY."_s, u"name"_s},
+        {u"dograb"_s, u"Grab mouse and keyboard in a debugger, too."_s},
+        {u"geometry"_s, u"The same as --qwindowgeometry."_s, u"geometry"_s},
+        {u"icon"_s, u"The same as --qwindowicon."_s, u"path"_s},
+        {u"name"_s, u"The window's name for X resources."_s, u"name"_s},
+        {u"nograb"_s, u"Never grab mouse and keyboard."_s},
+        {u"platform"_s, u"How to reach the display: xcb, wayland or offscreen."_s, u"name"_s},
+        {u"platformpluginpath"_s, u"Where the plugins for that are."_s, u"path"_s},
+        {u"platformtheme"_s, u"Whose desktop's ways to follow."_s, u"name"_s},
+        {u"plugin"_s, u"Another plugin to load."_s, u"name"_s},
+        {u"qmljsdebugger"_s, u"A port for debugging QML, of which there is none."_s, u"port"_s},
+        {u"qwindowgeometry"_s, u"Where the window opens: 900x600+50+50."_s, u"geometry"_s},
+        {u"qwindowicon"_s, u"The window's icon."_s, u"path"_s},
+        {u"qwindowtitle"_s, u"The window's title."_s, u"text"_s},
+        {u"reverse"_s, u"Lay the window out from right to left."_s},
+        {u"session"_s, u"The session to go on with."_s, u"id"_s},
+        {u"style"_s, u"How Qt's own controls look."_s, u"name"_s},
+        {u"stylesheet"_s, u"A style sheet for them."_s, u"path"_s},
+        {u"testability"_s, u"Load what drives the window in tests."_s},
+        {u"title"_s, u"The same as --qwindowtitle."_s, u"text"_s},
+        {u"visual"_s, u"The X visual to use."_s, u"id"_s},
+        {u"widgetcount"_s, u"Tell at the end how many widgets there were."_s},
+    };
+}
+
 struct Parser final : QCommandLineParser {
-    Parser() {
+    explicit Parser(QCommandLineOption::Flags flagsOfQtOptions) {
         setApplicationDescription(u"A graphical face for Homebrew."_s);
         addOptions({brew, appearance});
+        for (QCommandLineOption& option : qtOptions()) {
+            option.setFlags(flagsOfQtOptions);
+            addOption(option);
+        }
+        // Qt's options are words behind one dash, and no collections of letters.
+        setSingleDashWordOptionMode(ParseAsLongOptions);
     }
 
     const QCommandLineOption help{addHelpOption()};
@@ -39,29 +72,25 @@ struct Parser final : QCommandLineParser {
 
 } // namespace
 
-void CommandLineOptions::answerQuestions(int argc, char* argv[]) {
+CommandLineOptions CommandLineOptions::parse(int argc, char* argv[]) {
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    Parser parser;
-    // Qt's own options are words behind one dash, and no collections of letters.
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    if (!parser.parse(arguments) || !(parser.isSet(parser.version) || parser.isSet(parser.help)))
-        return;
-    const QCoreApplication application(argc, argv);
-    if (parser.isSet(parser.version))
-        parser.showVersion();
-    parser.showHelp();
-}
-
-CommandLineOptions CommandLineOptions::parse(const QCoreApplication& application) {
-    Parser parser;
-    if (!parser.parse(QCoreApplication::arguments()))
+    Parser parser(QCommandLineOption::HiddenFromHelp);
+    if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (const QStringList strays = parser.positionalArguments(); !strays.isEmpty())
         refuse(u"unexpected argument \"%1\""_s.arg(strays.constFirst()));
-    // Only questions are left to answer.
-    parser.process(application);
+    if (parser.isSet(parser.version))
+        parser.showVersion();
+    const bool wantsAll = parser.isSet(u"help-all"_s);
+    if (wantsAll || parser.isSet(parser.help)) {
+        // Has the program's name for the first line.
+        const QCoreApplication application(argc, argv);
+        if (wantsAll)
+            Parser({}).showHelp();
+        parser.showHelp();
+    }
 
     CommandLineOptions options;
     if (parser.isSet(parser.brew))

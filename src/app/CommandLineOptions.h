@@ -5,8 +5,6 @@
 
 #include <optional>
 
-class QCoreApplication;
-
 /// What the user asked for on the command line.
 struct CommandLineOptions final {
     enum class Appearance { System, Light, Dark };
@@ -15,11 +13,8 @@ struct CommandLineOptions final {
     /// This brew instead of one that is looked for.
     std::optional<QString> brewPath;
 
-    /// Answers --help and --version, and ends the process. Needs neither an application object
-    /// nor a display; the application's name and version have to be set.
-    static void answerQuestions(int argc, char* argv[]);
-
-    /// Reads the application's arguments. Ends the process after --help and --version, and
-    /// with a line on standard error and status 2 for arguments that it doesn't know.
-    [[nodiscard]] static CommandLineOptions parse(const QCoreApplication& application);
+    /// Reads the command line, for which neither an application object nor a display is needed,
+    /// only the application's name and version. Ends the process after --help and --version, and
+    /// with a line on standard error and status 2 for arguments that nobody knows.
+    [[nodiscard]] static CommandLineOptions parse(int argc, char* argv[]);
 };

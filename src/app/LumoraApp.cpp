@@ -62,9 +62,8 @@ LumoraApp::LumoraApp(int& argc, char** argv, const ReleaseSource& releases) {
     QApplication::setApplicationName(u"Lumora"_s);
     QApplication::setApplicationVersion(u"" LUMORA_VERSION ""_s);
     QApplication::setDesktopFileName(u"lumora"_s);
-    CommandLineOptions::answerQuestions(argc, argv);
+    m_options = CommandLineOptions::parse(argc, argv);
     m_application.emplace(argc, argv);
-    m_options = CommandLineOptions::parse(*m_application);
 
     Look::setUp();
     if (m_options.appearance == CommandLineOptions::Appearance::System) {

@@ -2,7 +2,8 @@
 #include "CommandLineOptions.h"
 #include "SecondProcess.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QCommandLineParser>
 #include <QProcess>
 #include <QtTest>
 
@@ -20,10 +21,9 @@ private Q_SLOTS:
     void refusesWhatItDoesNotKnow();
     void answersAndEnds_data();
     void answersAndEnds();
-    void answersWithoutAnApplication_data();
-    void answersWithoutAnApplication();
-    void leavesTheRestToTheApplication_data();
-    void leavesTheRestToTheApplication();
+    void leavesQtItsOwnOptions_data();
+    void leavesQtItsOwnOptions();
+    void knowsEveryOptionThatQtNames();
 };
 
 namespace {
@@ -56,22 +56,26 @@ private:
     std::vector<char*> m_argv;
 };
 
-/// Answers questions among these arguments, and ends otherwise.
-int answer(const QStringList& arguments) {
-    CommandLine line(arguments);
-    CommandLineOptions::answerQuestions(line.argc, line.argv());
-    std::printf("no question");
-    return EXIT_SUCCESS;
-}
-
 /// Tells what these arguments mean, unless parsing them ends the process.
 int parse(const QStringList& arguments) {
     CommandLine line(arguments);
-    const QCoreApplication application(line.argc, line.argv());
-    const CommandLineOptions options = CommandLineOptions::parse(application);
+    const CommandLineOptions options = CommandLineOptions::parse(line.argc, line.argv());
     std::printf("%d %s", static_cast<int>(options.appearance),
                 qPrintable(options.brewPath.value_or(u"no brew"_s)));
     return EXIT_SUCCESS;
+}
+
+/// What Qt itself says of all options, its own among them.
+int askQt(const QStringList&) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // It tells of some only there.
+    qputenv("XDG_SESSION_TYPE", "x11");
+    CommandLine line({});
+    const QApplication application(line.argc, line.argv());
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.process({u"Lumora"_s, u"--help-all"_s});
+    return EXIT_FAILURE;
 }
 
 /// How parsing these arguments ended.
@@ -105,6 +109,8 @@ void CommandLineTest::takesWhatItKnows_data() {
     QTest::newRow("system") << QStringList{appearance, u"system"_s} << Appearance::System << none;
     QTest::newRow("brew") << QStringList{u"--brew"_s, u"/opt/bin/brew"_s} << Appearance::System
                           << u"/opt/bin/brew"_s;
+    QTest::newRow("a value like a question")
+        << QStringList{u"--brew"_s, u"--version"_s} << Appearance::System << u"--version"_s;
     // Nobody's home, but the user's wish all the same.
     QTest::newRow("no path") << QStringList{u"--brew="_s} << Appearance::System << QString();
 }
@@ -164,6 +170,7 @@ void CommandLineTest::answersAndEnds_data() {
     QTest::newRow("help")
         << u"--help"_s
         << u"^Usage: .*A graphical face for Homebrew\\..*--brew <path>.*--appearance <kind>"_s;
+    QTest::newRow("all help") << u"--help-all"_s << u"^Usage: .*--brew <path>.*--style <name>"_s;
 }
 
 void CommandLineTest::answersAndEnds() {
@@ -175,41 +182,47 @@ void CommandLineTest::answersAndEnds() {
     QCOMPARE(ending.status, EXIT_SUCCESS);
 }
 
-void CommandLineTest::answersWithoutAnApplication_data() {
-    answersAndEnds_data();
-}
-
-void CommandLineTest::answersWithoutAnApplication() {
-    QFETCH(const QString, option);
-    QFETCH(const QString, answer);
-    const Ending ending({option}, u"answer"_s);
-    const QRegularExpression pattern(answer, QRegularExpression::DotMatchesEverythingOption);
-    QVERIFY2(pattern.match(ending.output).hasMatch(), qPrintable(ending.output));
-    QCOMPARE(ending.status, EXIT_SUCCESS);
-}
-
-void CommandLineTest::leavesTheRestToTheApplication_data() {
+void CommandLineTest::leavesQtItsOwnOptions_data() {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("nothing") << QStringList();
-    QTest::newRow("a value") << QStringList{u"--brew"_s, u"--version"_s};
-    QTest::newRow("after the options") << QStringList{u"--"_s, u"--version"_s};
-    // These words begin with the letters of a question, or contain them.
-    QTest::newRow("Qt's style") << QStringList{u"-stylesheet"_s, u"sheet"_s};
-    QTest::newRow("Qt's direction") << QStringList{u"-reverse"_s};
-    QTest::newRow("an unknown one besides") << QStringList{u"--colour"_s, u"--version"_s};
+    QTest::newRow("platform") << QStringList{u"-platform"_s, u"offscreen"_s};
+    // These begin with the letters of a question, or contain them.
+    QTest::newRow("style sheet") << QStringList{u"-stylesheet"_s, u"sheet"_s};
+    QTest::newRow("direction") << QStringList{u"-reverse"_s};
+    QTest::newRow("style with its value") << QStringList{u"-style=fusion"_s};
+    QTest::newRow("two dashes") << QStringList{u"--style"_s, u"fusion"_s};
+    QTest::newRow("another name") << QStringList{u"-geometry"_s, u"-0+0"_s};
+    QTest::newRow("session") << QStringList{u"-session"_s, u"1_2"_s};
 }
 
-void CommandLineTest::leavesTheRestToTheApplication() {
+void CommandLineTest::leavesQtItsOwnOptions() {
     QFETCH(const QStringList, arguments);
-    const Ending ending(arguments, u"answer"_s);
-    QCOMPARE(ending.output, u"no question"_s);
+    const Ending ending(arguments + QStringList{u"--brew"_s, u"/bin/brew"_s});
     QCOMPARE(ending.error, QString());
+    QCOMPARE(ending.output, u"0 /bin/brew"_s);
     QCOMPARE(ending.status, EXIT_SUCCESS);
+}
+
+void CommandLineTest::knowsEveryOptionThatQtNames() {
+    const auto optionsIn = [](const Ending& help) {
+        static const QRegularExpression row(u"^  (--[a-z]+)( <)?"_s,
+                                            QRegularExpression::MultilineOption);
+        QMap<QString, bool> hasValue;
+        for (const auto& match : row.globalMatch(help.output))
+            hasValue.insert(match.captured(1), match.hasCaptured(2));
+        return hasValue;
+    };
+    const auto known = optionsIn(Ending({u"--help-all"_s}));
+    const auto named = optionsIn(Ending({}, u"ask Qt"_s));
+    QVERIFY(named.contains(u"--platform"_s));
+    for (const auto& [name, hasValue] : named.asKeyValueRange()) {
+        QVERIFY2(known.contains(name), qPrintable(name));
+        QVERIFY2(known.value(name) == hasValue, qPrintable(name));
+    }
 }
 
 int main(int argc, char* argv[]) {
     return SecondProcess::main<CommandLineTest>(argc, argv,
-                                                {{u"parse"_s, parse}, {u"answer"_s, answer}});
+                                                {{u"parse"_s, parse}, {u"ask Qt"_s, askQt}});
 }
 
 #include "tst_commandline.moc"

@@ -33,6 +33,8 @@ class LumoraAppTest final : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void init();
+    void answersWithoutADisplay_data();
+    void answersWithoutADisplay();
     void looksAsItIsTold_data();
     void looksAsItIsTold();
     void followsTheDesktop();
@@ -354,6 +356,26 @@ void LumoraAppTest::initTestCase() {
 void LumoraAppTest::init() {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
     QFile::remove(m_home.path() + u"/asked"_s);
+}
+
+void LumoraAppTest::answersWithoutADisplay_data() {
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<int>("status");
+    constexpr int wrongUsage = 2;
+    QTest::newRow("help") << u"--help"_s << EXIT_SUCCESS;
+    QTest::newRow("all help") << u"--help-all"_s << EXIT_SUCCESS;
+    QTest::newRow("version") << u"--version"_s << EXIT_SUCCESS;
+    QTest::newRow("stray argument") << u"wget"_s << wrongUsage;
+    QTest::newRow("unknown option") << u"--colour"_s << wrongUsage;
+}
+
+void LumoraAppTest::answersWithoutADisplay() {
+    QFETCH(const QString, argument);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString& name : {u"DISPLAY"_s, u"QT_QPA_PLATFORM"_s, u"WAYLAND_DISPLAY"_s})
+        environment.remove(name);
+    const SecondProcess process(u"look"_s, {argument}, environment);
+    QTEST(process.status(), "status");
 }
 
 void LumoraAppTest::looksAsItIsTold_data() {
