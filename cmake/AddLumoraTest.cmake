@@ -82,7 +82,8 @@ function(add_joint_program target)
     add_executable(${target} "${program}")
     target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
     foreach(name IN LISTS ARGN)
-        add_custom_target(tst_${name} DEPENDS ${target})
+        add_custom_target(tst_${name})
+        add_dependencies(tst_${name} ${target})
         file(
             CREATE_LINK ${target}${CMAKE_EXECUTABLE_SUFFIX}
             "${CMAKE_CURRENT_BINARY_DIR}/tst_${name}${CMAKE_EXECUTABLE_SUFFIX}" SYMBOLIC

@@ -2,7 +2,8 @@
 #
 # Writes the source of a program that is each of these test programs: the one by whose name it is
 # started. Each has a namespace of its own, so that two may name their helpers alike; what they
-# include comes before.
+# include comes before, as does what moc's output does. What a directive needs has to be in it, or
+# in a header.
 
 set(includes "")
 set(namespaces "")
@@ -22,7 +23,16 @@ endforeach()
 file(
     WRITE "${OUTPUT}"
     "${includes}
+#include <QtCore/qmetatype.h>
+#if __has_include(<QtCore/qtmochelpers.h>)
+#include <QtCore/qtmochelpers.h>
+#endif
+#if __has_include(<QtCore/qxptype_traits.h>)
+#include <QtCore/qxptype_traits.h>
+#endif
+
 #include <cstdio>
+#include <memory>
 #include <string_view>
 
 ${namespaces}

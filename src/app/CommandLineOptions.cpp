@@ -74,8 +74,11 @@ struct Parser final : QCommandLineParser {
 
 CommandLineOptions CommandLineOptions::parse(int argc, char* argv[]) {
     QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
+    for (int i = 0; i < argc; ++i) {
+        // What macOS's Finder gives some applications along is for nobody to read.
+        if (const QString word = QString::fromLocal8Bit(argv[i]); !word.startsWith(u"-psn_"_s))
+            arguments.append(word);
+    }
     Parser parser(QCommandLineOption::HiddenFromHelp);
     if (!parser.parse(arguments))
         refuse(parser.errorText());

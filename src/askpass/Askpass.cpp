@@ -93,7 +93,9 @@ int Askpass::run(const char* prompt) {
                    u"/lumora-askpass.lock"_s);
     // However long somebody thinks about it.
     lock.setStaleLockTime(0);
-    if (!lock.tryLock()) {
+    // In milliseconds: for as long as one that nobody waits for any more takes to find that out.
+    constexpr int untilOneIsGone = 3'000;
+    if (!lock.tryLock(untilOneIsGone)) {
         complain(lock.error() == QLockFile::LockFailedError ? "another password is being asked for"
                                                             : "the lock can't be taken");
         return EXIT_FAILURE;

@@ -40,12 +40,9 @@ void endAtTheEndOfInput() {
 }
 
 QNetworkRequest requestOf(const QStringList& arguments) {
-    constexpr qsizetype patience = 1;
-    constexpr qsizetype address = 2;
-    constexpr qsizetype headers = 3;
-    QNetworkRequest request(QUrl(arguments[address], QUrl::StrictMode));
-    request.setTransferTimeout(arguments[patience].toInt());
-    for (const QString& header : arguments.sliced(headers)) {
+    QNetworkRequest request(QUrl(arguments[1], QUrl::StrictMode));
+    request.setTransferTimeout(arguments[0].toInt());
+    for (const QString& header : arguments.sliced(2)) {
         const QString separator = u": "_s;
         request.setRawHeader(header.section(separator, 0, 0).toUtf8(),
                              header.section(separator, 1).toUtf8());
@@ -62,6 +59,8 @@ QCoro::Task<FetchStatus> print(QNetworkAccessManager* network, QNetworkRequest r
         co_return isFetched ? FetchStatus::Fetched : FetchStatus::AnsweredOtherwise;
     } catch (const UpdateFailure& failure) {
         complain(failure.description());
+    } catch (const std::exception& failure) {
+        complain(QString::fromLocal8Bit(failure.what()));
     }
     co_return FetchStatus::NoAnswer;
 }
@@ -70,13 +69,16 @@ QCoro::Task<FetchStatus> print(QNetworkAccessManager* network, QNetworkRequest r
 
 FetchStatus Fetch::run(int argc, char* argv[]) {
     qInstallMessageHandler(ignoreMessage);
-    const QCoreApplication application(argc, argv);
+    // None of the arguments is Qt's, whatever an address looks like.
+    int count = 1;
+    const QCoreApplication application(count, argv);
     // Lumora's own, for its preferences.
     QCoreApplication::setOrganizationName(u"Lumora"_s);
     QCoreApplication::setApplicationName(u"Lumora"_s);
-    const QStringList arguments = QCoreApplication::arguments();
-    constexpr qsizetype fewest = 3;
-    if (arguments.size() < fewest)
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    if (arguments.size() < 2 || arguments[0].toInt() <= 0)
         return complain(u"lumora-fetch: usage: lumora-fetch PATIENCE ADDRESS [HEADER]..."_s);
     const ToolkitTexts toolkitTexts(LangManager::shared());
     const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);

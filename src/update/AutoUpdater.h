@@ -83,7 +83,7 @@ private:
     std::optional<ApplicationBundle> m_bundle;
     UpdateAlerts& m_alerts;
     QStringList m_arguments;
-    /// Shared by every request under way.
+    /// Every request under way has it, too: by that isUsingNetwork() knows.
     std::shared_ptr<const QString> m_program;
     /// Held during an installation, and from its success to the end of the process.
     std::optional<UpdateLock> m_lock;

@@ -21,7 +21,7 @@ struct FetchRequest final {
     /// Where the program is.
     QString program;
     QUrl address;
-    /// How long the server may say nothing.
+    /// How long the server may say nothing. It is the program that looks at the clock.
     std::chrono::milliseconds patience{};
     /// Such as "Accept: text/plain".
     QStringList headers{};

@@ -192,6 +192,7 @@ void CommandLineTest::leavesQtItsOwnOptions_data() {
     QTest::newRow("two dashes") << QStringList{u"--style"_s, u"fusion"_s};
     QTest::newRow("another name") << QStringList{u"-geometry"_s, u"-0+0"_s};
     QTest::newRow("session") << QStringList{u"-session"_s, u"1_2"_s};
+    QTest::newRow("macOS's own") << QStringList{u"-psn_0_12345"_s};
 }
 
 void CommandLineTest::leavesQtItsOwnOptions() {

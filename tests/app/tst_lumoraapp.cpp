@@ -456,7 +456,8 @@ QString LumoraAppTest::makeBundle() const {
 
 QByteArray LumoraAppTest::outputOf(const QString& program, const QString& part) {
     QByteArray command = SecondProcess::scriptLine(part, with({}));
-    command.replace(QCoreApplication::applicationFilePath().toUtf8(), program.toUtf8());
+    const QFileInfo own(QCoreApplication::arguments().constFirst());
+    command.replace(own.absoluteFilePath().toUtf8(), program.toUtf8());
     QProcess process;
     process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromUtf8(command)});
     constexpr int patience = 120'000;

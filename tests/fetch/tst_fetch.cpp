@@ -23,7 +23,8 @@ private Q_SLOTS:
     void saysThatNothingMoreCanBeWritten();
     void endsWithWhoeverAsked();
     void goesOnWhileInputIsOpen();
-    void wantsAnAddress();
+    void wantsAnAddressAndPatience_data();
+    void wantsAnAddressAndPatience();
 
 private:
     FreshHome m_home;
@@ -150,8 +151,17 @@ void FetchTest::goesOnWhileInputIsOpen() {
     QCOMPARE(program.process().readAllStandardOutput(), QByteArray("late"));
 }
 
-void FetchTest::wantsAnAddress() {
-    Program program({u"15000"_s});
+void FetchTest::wantsAnAddressAndPatience_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("nothing") << QStringList();
+    QTest::newRow("no address") << QStringList{u"15000"_s};
+    QTest::newRow("no number") << QStringList{u"15s"_s, m_server.address()};
+    QTest::newRow("no patience") << QStringList{u"0"_s, m_server.address()};
+}
+
+void FetchTest::wantsAnAddressAndPatience() {
+    QFETCH(const QStringList, arguments);
+    Program program(arguments);
     QCOMPARE(program.status(), FetchStatus::NoAnswer);
     QCOMPARE(program.process().readAllStandardError(),
              QByteArray("lumora-fetch: usage: lumora-fetch PATIENCE ADDRESS [HEADER]...\n"));

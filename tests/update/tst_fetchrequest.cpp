@@ -36,7 +36,7 @@ private:
     [[nodiscard]] QString program(const QByteArray& script) const {
         QFile file(m_folder.filePath(u"program"_s));
         if (!file.open(QIODevice::WriteOnly) || file.write("#!/bin/sh\n" + script) < 0 ||
-            !file.setPermissions(QFile::ReadOwner | QFile::ExeOwner))
+            !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))
             qFatal("The program could not be written");
         return file.fileName();
     }
