@@ -25,13 +25,15 @@ function(add_lumora_tests layer)
         set(target tst_${first})
         if(per_program GREATER 1)
             set(target ${layer}_tests_from_${first})
+            set(source "${CMAKE_CURRENT_BINARY_DIR}/${target}.cpp")
             add_joint_program(${target} ${names})
         else()
             # The linker would follow a link that was there before.
             if(IS_SYMLINK "${CMAKE_CURRENT_BINARY_DIR}/${target}")
                 file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${target}")
             endif()
-            add_executable(${target} tst_${first}.cpp)
+            set(source tst_${first}.cpp)
+            add_executable(${target} ${source})
         endif()
         # One run of moc for each source, without AUTOMOC's search for more.
         set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF UNITY_BUILD OFF)
@@ -47,9 +49,10 @@ function(add_lumora_tests layer)
         # Each runs once or twice: optimising them takes longer than it saves, and without it the C
         # library warns that it can't look after its callers.
         target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-O0;-Wno-cpp>")
-        # From then on Qt's QTRY macros narrow in the code of whoever uses them.
+        # From then on Qt's QTRY macros narrow in the code of whoever uses them. A source's options
+        # come after the settings that ask for the warning.
         if(Qt6_VERSION VERSION_GREATER_EQUAL 6.7)
-            target_compile_options(${target} PRIVATE -Wno-conversion)
+            set_source_files_properties("${source}" PROPERTIES COMPILE_OPTIONS -Wno-conversion)
         endif()
         foreach(name IN LISTS names)
             add_dependencies(${layer}_tests tst_${name})

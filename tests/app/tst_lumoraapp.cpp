@@ -127,9 +127,20 @@ QByteArray colors() {
            themeOf(QToolTip::palette(), QPalette::ToolTipBase) + '\n';
 }
 
-QImage imageOf(const QIcon& icon) {
+/// Whether an icon is much the same as a picture, whoever has drawn them.
+bool isLike(const QIcon& icon, const QImage& picture) {
     constexpr int side = 64;
-    return icon.pixmap(side).toImage();
+    constexpr auto format = QImage::Format_RGBA8888;
+    const QImage drawn = icon.pixmap(side).toImage().convertToFormat(format);
+    const QImage wanted = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                              .convertToFormat(format);
+    if (drawn.size() != wanted.size())
+        return false;
+    qint64 difference = 0;
+    for (qsizetype i = 0; i < wanted.sizeInBytes(); ++i)
+        difference += qAbs(drawn.constBits()[i] - wanted.constBits()[i]);
+    constexpr qint64 mostOnAverage = 8;
+    return difference <= mostOnAverage * wanted.sizeInBytes();
 }
 
 /// What the toolkit's menus say in each of the languages.
@@ -146,9 +157,8 @@ int look(const QStringList& arguments) {
     const Application application(arguments);
     std::fputs(colors().constData(), stdout);
     const bool isStyled = qobject_cast<LumoraStyle*>(QApplication::style()) != nullptr;
-    const QImage icon = imageOf(Application::window().windowIcon());
-    const bool hasIcon =
-        !icon.isNull() && icon == imageOf(QIcon(LUMORA_SOURCE_DIR "/assets/Lumora.svg"_L1));
+    const bool hasIcon = isLike(Application::window().windowIcon(),
+                                QImage(LUMORA_SOURCE_DIR "/assets/Lumora.png"_L1));
     const auto isAsLarge = [](const QFont& font, double size) {
         return qFuzzyCompare(font.pointSizeF(), Typography::font(size).pointSizeF());
     };

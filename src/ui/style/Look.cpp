@@ -3,6 +3,7 @@
 
 #include "style/FocusMarks.h"
 #include "style/LumoraStyle.h"
+#include "style/Symbol.h"
 #include "style/SystemAppearance.h"
 #include "style/Typography.h"
 
@@ -29,7 +30,7 @@ const Theme& themeOf(bool isDark, Theme::Contrast contrast) {
 void Look::setUp() {
     // Drawn in the few small sizes that a window system is given. All of a picture of 512 pixels,
     // decoded and sent, would take a fifth of the start.
-    QApplication::setWindowIcon(QIcon(u":/Lumora.svg"_s));
+    QApplication::setWindowIcon(Symbol::drawing(u":/Lumora.svg"_s));
 #ifndef Q_OS_MACOS
     QApplication::setStyle(new LumoraStyle);
 #endif

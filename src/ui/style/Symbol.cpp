@@ -32,7 +32,19 @@ QPixmap tinted(const QString& name, int side, const QColor& color) {
     return pixmap;
 }
 
-class SymbolEngine final : public QIconEngine {
+/// Without a size of its own.
+class DrawnIconEngine : public QIconEngine {
+public:
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        return pixmap;
+    }
+};
+
+class SymbolEngine final : public DrawnIconEngine {
 public:
     explicit SymbolEngine(QString name) : m_name(std::move(name)) {}
 
@@ -42,18 +54,24 @@ public:
         Symbol::paint(painter, m_name, rect, palette.color(group, QPalette::ButtonText));
     }
 
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap pixmap(size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        paint(&painter, QRect(QPoint(), size), mode, state);
-        return pixmap;
-    }
-
     [[nodiscard]] QIconEngine* clone() const override { return new SymbolEngine(m_name); }
 
 private:
     QString m_name;
+};
+
+class DrawingEngine final : public DrawnIconEngine {
+public:
+    explicit DrawingEngine(QString path) : m_path(std::move(path)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        QSvgRenderer(m_path).render(painter, rect);
+    }
+
+    [[nodiscard]] QIconEngine* clone() const override { return new DrawingEngine(m_path); }
+
+private:
+    QString m_path;
 };
 
 } // namespace
@@ -72,4 +90,8 @@ void Symbol::paint(QPainter* painter, const QString& name, const QRectF& rect,
 
 QIcon Symbol::icon(const QString& name) {
     return QIcon(new SymbolEngine(name));
+}
+
+QIcon Symbol::drawing(const QString& path) {
+    return QIcon(new DrawingEngine(path));
 }

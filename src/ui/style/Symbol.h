@@ -17,4 +17,8 @@ void paint(QPainter* painter, const QString& name, const QRectF& rect, const QCo
 /// An icon that takes its colour from the palette of the button it is on.
 [[nodiscard]] QIcon icon(const QString& name);
 
+/// An icon that looks as this SVG file does, whether or not the toolkit's plugin for such icons,
+/// which some systems package apart, is there.
+[[nodiscard]] QIcon drawing(const QString& path);
+
 } // namespace Symbol
