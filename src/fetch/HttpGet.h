@@ -20,8 +20,8 @@ namespace AddressRule {
 } // namespace AddressRule
 
 /// Fetches a resource into an open device and gives the answer's status code; 0 for an answer
-/// without one. Only what comes with the status 200 gets into the device. Both it and
-/// the manager outlive the task: whoever awaits that may go on in a call from them.
+/// without one. Only what comes with the status 200 gets into the device. Both it and the manager
+/// outlive the task: whoever awaits that may go on in a call from them.
 ///
 /// Only addresses that AddressRule allows are asked, redirects included. Throws
 /// UpdateFailure when there is no whole answer: no connection, none that can be trusted,
