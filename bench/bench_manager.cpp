@@ -48,8 +48,10 @@ void decodeMapSortPublish(benchmark::State& state) {
     BrewManager manager(BrewDiscovery{.candidates = {"/bin/sh"}, .askShell = false});
     for (auto _ : state) {
         auto decoded = decodeReport<BrewListResponse>(text);
+        QList<FormulaJSON>& formulae = std::get<BrewListResponse>(decoded).formulae;
         QList<BrewPackage> packages;
-        for (FormulaJSON& formula : std::get<BrewListResponse>(decoded).formulae)
+        packages.reserve(formulae.size());
+        for (FormulaJSON& formula : formulae)
             packages.append(BrewPackage::fromFormula(std::move(formula)));
         sortByName(packages);
         manager.formulae.set(std::move(packages));

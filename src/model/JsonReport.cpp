@@ -49,6 +49,34 @@ struct Mismatch {
     }
 };
 
+/// Lets texts that are alike and near each other in a report share their letters. A formula says
+/// its name and its version more than once and needs what its neighbours need, and it is making
+/// texts that takes the most of decoding.
+class RecentTexts final {
+public:
+    /// The bytes have to outlive this.
+    QString shared(std::string_view utf8) {
+        Entry& entry = m_entries[std::hash<std::string_view>()(utf8) % m_entries.size()];
+        if (entry.utf8 != utf8)
+            entry = {.utf8 = utf8, .text = text(utf8)};
+        return entry.text;
+    }
+
+private:
+    struct Entry {
+        std::string_view utf8;
+        QString text;
+    };
+
+    std::array<Entry, 1024> m_entries;
+};
+
+/// What the decoding of one report has along.
+struct Decoding {
+    Mismatch mismatch;
+    RecentTexts texts;
+};
+
 QString kindName(Element element) {
     switch (element.type()) {
     case simdjson::dom::element_type::ARRAY:
@@ -72,8 +100,8 @@ template <class T>
 struct Json;
 
 template <class T>
-bool refuse(Element element, Mismatch& mismatch) {
-    mismatch = {.path = {}, .expected = Json<T>::kind(), .found = kindName(element)};
+bool refuse(Element element, Decoding& decoding) {
+    decoding.mismatch = {.path = {}, .expected = Json<T>::kind(), .found = kindName(element)};
     return false;
 }
 
@@ -81,11 +109,11 @@ template <>
 struct Json<QString> {
     static QString kind() { return u"text"_s; }
 
-    static bool decode(Element element, QString& value, Mismatch& mismatch) {
+    static bool decode(Element element, QString& value, Decoding& decoding) {
         std::string_view utf8;
         if (element.get(utf8) != simdjson::SUCCESS)
-            return refuse<QString>(element, mismatch);
-        value = text(utf8);
+            return refuse<QString>(element, decoding);
+        value = decoding.texts.shared(utf8);
         return true;
     }
 
@@ -96,8 +124,8 @@ template <>
 struct Json<bool> {
     static QString kind() { return u"truth value"_s; }
 
-    static bool decode(Element element, bool& value, Mismatch& mismatch) {
-        return element.get(value) == simdjson::SUCCESS || refuse<bool>(element, mismatch);
+    static bool decode(Element element, bool& value, Decoding& decoding) {
+        return element.get(value) == simdjson::SUCCESS || refuse<bool>(element, decoding);
     }
 
     static QJsonValue encode(bool value) { return value; }
@@ -107,12 +135,12 @@ template <class T>
 struct Json<std::optional<T>> {
     static QString kind() { return Json<T>::kind(); }
 
-    static bool decode(Element element, std::optional<T>& value, Mismatch& mismatch) {
+    static bool decode(Element element, std::optional<T>& value, Decoding& decoding) {
         if (element.is_null()) {
             value.reset();
             return true;
         }
-        return Json<T>::decode(element, value.emplace(), mismatch);
+        return Json<T>::decode(element, value.emplace(), decoding);
     }
 
     static QJsonValue encode(const std::optional<T>& value) { return Json<T>::encode(*value); }
@@ -122,15 +150,15 @@ template <class T>
 struct Json<QList<T>> {
     static QString kind() { return u"list"_s; }
 
-    static bool decode(Element element, QList<T>& values, Mismatch& mismatch) {
+    static bool decode(Element element, QList<T>& values, Decoding& decoding) {
         simdjson::dom::array array;
         if (element.get(array) != simdjson::SUCCESS)
-            return refuse<QList<T>>(element, mismatch);
+            return refuse<QList<T>>(element, decoding);
         values.clear();
         values.reserve(static_cast<qsizetype>(array.size()));
         for (const Element item : array) {
-            if (!Json<T>::decode(item, values.emplaceBack(), mismatch)) {
-                mismatch.isInside(u"[%1]"_s.arg(values.size() - 1));
+            if (!Json<T>::decode(item, values.emplaceBack(), decoding)) {
+                decoding.mismatch.isInside(u"[%1]"_s.arg(values.size() - 1));
                 return false;
             }
         }
@@ -159,20 +187,20 @@ struct Json<Record> {
 
     static QString kind() { return u"object"_s; }
 
-    static bool decode(Element element, Record& record, Mismatch& mismatch) {
+    static bool decode(Element element, Record& record, Decoding& decoding) {
         simdjson::dom::object object;
         if (element.get(object) != simdjson::SUCCESS)
-            return refuse<Record>(element, mismatch);
+            return refuse<Record>(element, decoding);
         Seen seen{};
         for (const auto [key, value] : object) {
             if (key.size() >= 64 || (keyLengths >> key.size() & 1) == 0)
                 continue;
-            if (!decodeMember(key, value, record, seen, mismatch, Indices())) {
-                mismatch.isInside(text(key));
+            if (!decodeMember(key, value, record, seen, decoding, Indices())) {
+                decoding.mismatch.isInside(text(key));
                 return false;
             }
         }
-        return hasRequired(seen, mismatch, Indices());
+        return hasRequired(seen, decoding, Indices());
     }
 
     static QJsonValue encode(const Record& record) {
@@ -185,7 +213,7 @@ private:
     /// True for a key without a field: a report says more than is read of it.
     template <std::size_t... I>
     static bool decodeMember(std::string_view key, Element value, Record& record, Seen& seen,
-                             Mismatch& mismatch, std::index_sequence<I...>) {
+                             Decoding& decoding, std::index_sequence<I...>) {
         bool decoded = true;
         const auto tryField = [&]<std::size_t index>() {
             constexpr auto field = std::get<index>(fields);
@@ -193,7 +221,7 @@ private:
                 return false;
             seen[index] = true;
             auto& member = record.*field.member;
-            decoded = Json<std::remove_cvref_t<decltype(member)>>::decode(value, member, mismatch);
+            decoded = Json<std::remove_cvref_t<decltype(member)>>::decode(value, member, decoding);
             return true;
         };
         static_cast<void>((tryField.template operator()<I>() || ...));
@@ -201,13 +229,13 @@ private:
     }
 
     template <std::size_t... I>
-    static bool hasRequired(const Seen& seen, Mismatch& mismatch, std::index_sequence<I...>) {
+    static bool hasRequired(const Seen& seen, Decoding& decoding, std::index_sequence<I...>) {
         const auto present = [&]<std::size_t index>() {
             constexpr auto field = std::get<index>(fields);
             if (!field.isRequired || seen[index])
                 return true;
             using Member = std::remove_cvref_t<decltype(std::declval<Record>().*field.member)>;
-            mismatch = {
+            decoding.mismatch = {
                 .path = text(field.key), .expected = Json<Member>::kind(), .found = u"nothing"_s};
             return false;
         };
@@ -299,9 +327,9 @@ std::variant<Report, DecodingError> decodeReport(const std::string& utf8) {
     if (auto* error = std::get_if<DecodingError>(&document))
         return std::move(*error);
     Report report;
-    Mismatch mismatch;
-    if (!Json<Report>::decode(std::get<Element>(document), report, mismatch))
-        return DecodingError{mismatch.description()};
+    Decoding decoding;
+    if (!Json<Report>::decode(std::get<Element>(document), report, decoding))
+        return DecodingError{decoding.mismatch.description()};
     return report;
 }
 

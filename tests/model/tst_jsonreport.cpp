@@ -23,6 +23,8 @@ private Q_SLOTS:
     void takesTheLastOfDuplicateKeys();
     void keepsTextAsItIs_data();
     void keepsTextAsItIs();
+    void makesTextsThatAreAlikeOnce();
+    void keepsManyTextsApart();
     void decodesWithAndWithoutSpareCapacity();
     void encodesWhatItDecodes();
     void encodesRequiredKeysAlwaysAndAbsentOnesNever();
@@ -199,6 +201,35 @@ void JsonReportTest::keepsTextAsItIs() {
     QVERIFY(report.has_value());
     QCOMPARE(report->formulae[0].name, text);
     QCOMPARE(report->formulae[0].desc, text);
+}
+
+void JsonReportTest::makesTextsThatAreAlikeOnce() {
+    const auto report = decoded<BrewListResponse>(
+        R"({"formulae": [
+            {"name": "a", "full_name": "a", "versions": {"stable": "1"},
+             "installed": [{"version": "1"}]},
+            {"name": "b", "dependencies": ["a"]}], "casks": []})");
+    QVERIFY(report.has_value());
+    const FormulaJSON& a = report->formulae[0];
+    QVERIFY(a.name.isSharedWith(*a.fullName));
+    QVERIFY(a.name.isSharedWith(report->formulae[1].dependencies->constFirst()));
+    QVERIFY(a.versions->stable->isSharedWith(a.installed->constFirst().version));
+}
+
+void JsonReportTest::keepsManyTextsApart() {
+    QByteArray formulae;
+    constexpr int count = 5'000;
+    for (int i = 0; i < count; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        formulae += R"({"name": ")" + number + R"(", "desc": ")" + number + " of many\"},";
+    }
+    formulae.chop(1);
+    const auto report = decoded<BrewListResponse>(formulaBefore + formulae + formulaBehind);
+    QVERIFY(report.has_value());
+    for (int i = 0; i < count; ++i) {
+        QCOMPARE(report->formulae[i].name, QString::number(i));
+        QCOMPARE(report->formulae[i].desc, u"%1 of many"_s.arg(i));
+    }
 }
 
 void JsonReportTest::decodesWithAndWithoutSpareCapacity() {
