@@ -4,7 +4,6 @@
 #include "Find.h"
 #include "Input.h"
 #include "LangManager.h"
-#include "Pixels.h"
 #include "Samples.h"
 #include "ScriptedBrew.h"
 #include "UiTest.h"
@@ -165,7 +164,6 @@ private Q_SLOTS:
     void setsLabelAndValueOnOneLine_data();
     void setsLabelAndValueOnOneLine();
     void letsValuesBeCopied();
-    void spacesTheLinesOfTheReport();
     void scrollsByTheKeyboard();
     void speaksTheLanguage_data();
     void speaksTheLanguage();
@@ -692,35 +690,6 @@ void PackageDetailTest::letsValuesBeCopied() {
         return;
     }
     QFAIL("The full name isn't shown");
-}
-
-void PackageDetailTest::spacesTheLinesOfTheReport() {
-    constexpr int pitch = 17;
-    OutputText text(u"Output"_s, OutputText::Frame::Box, Typography::caption);
-    text.resize(300, 10);
-    text.setOutput(u"xx\nxx\n"_s + u"xx "_s.repeated(60) + u"\nxx"_s);
-    text.resize(300, text.height());
-    text.show();
-    const QImage image = text.grab().toImage();
-    // Wherever letters begin: also in a line that was wrapped.
-    QList<int> tops;
-    bool wasEmpty = true;
-    for (int y = 1; y < image.height() - 1; ++y) {
-        bool isEmpty = true;
-        for (int x = 8; x < 18 && isEmpty; ++x)
-            isEmpty = Pixels::areAlike(image.pixelColor(x, y), Theme::light().output, 20);
-        if (wasEmpty && !isEmpty)
-            tops.append(y);
-        wasEmpty = isEmpty;
-    }
-    QVERIFY(tops.size() > 5);
-    for (qsizetype i = 1; i < tops.size(); ++i)
-        QCOMPARE(tops.at(i) - tops.at(i - 1), pitch);
-    // All of it can be seen, and found by the pointer.
-    const QMargins margins(8, 8, 8, 8);
-    QCOMPARE(text.height(), tops.size() * pitch + margins.top() + margins.bottom() + 1);
-    QCOMPARE(text.cursorForPosition({0, tops.at(1) + 2}).blockNumber(), 1);
-    QCOMPARE(text.cursorForPosition({0, tops.constLast() + 2}).blockNumber(), 3);
 }
 
 void PackageDetailTest::scrollsByTheKeyboard() {

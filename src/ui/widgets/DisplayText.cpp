@@ -134,18 +134,21 @@ QString lines(QString text) {
     broken.reserve(result.size() + result.size() / longestWord + 1);
     qsizetype column = 0;
     qsizetype wordLength = 0;
-    for (const QChar character : result) {
+    const QStringView whole(result);
+    qsizetype copied = 0;
+    for (qsizetype i = 0; i < whole.size(); ++i) {
+        const QChar character = whole[i];
         column = character == u'\n' ? 0 : column + 1;
         wordLength = character.isSpace() ? 0 : wordLength + 1;
         // Not between the two halves of one character.
         if ((column > longestLine || wordLength > longestWord) && !character.isLowSurrogate()) {
-            broken += u'\n';
+            broken.append(whole.sliced(copied, i - copied)).append(u'\n');
+            copied = i;
             column = 1;
             wordLength = 1;
         }
-        broken += character;
     }
-    return broken;
+    return broken.append(whole.sliced(copied));
 }
 
 } // namespace

@@ -14,11 +14,18 @@
 #include <QScrollBar>
 #include <QTextBlock>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
 
 constexpr double lineHeight = 1.45;
+
+/// What surely has a place of its own in a row: blanks hang over its end, and marks stand above
+/// others.
+bool isLetter(QChar character) {
+    return character > u' ' && character <= u'~';
+}
 
 } // namespace
 
@@ -53,6 +60,7 @@ void OutputText::setOutput(const QString& output) {
     // The line break that ends the output is no empty line to show.
     if (shown.endsWith(u'\n'))
         shown.chop(1);
+    m_letterCount = static_cast<double>(std::ranges::count_if(shown, isLetter));
     setPlainText(shown);
     fitHeight();
 }
@@ -72,13 +80,19 @@ void OutputText::scrollToEnd() {
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
+/// Without laying anything out, which takes far longer.
+int OutputText::fewestRows() const {
+    const double length = m_letterCount * QFontMetricsF(font()).horizontalAdvance(u'i');
+    return std::max(document()->blockCount(),
+                    static_cast<int>(length / std::max(1, viewport()->width())));
+}
+
 void OutputText::fitHeight() {
     if (m_fillsRoom)
         return;
     const QMargins margins = viewportMargins();
     const int limit = m_tallest - margins.top() - margins.bottom();
-    // If none is wrapped.
-    qreal height = document()->blockCount() * m_linePitch;
+    qreal height = fewestRows() * m_linePitch;
     if (height <= limit) {
         height = 0;
         // Asking for a block's place lays it out; what is beyond the limit needn't be.

@@ -37,11 +37,13 @@ protected:
 
 private:
     void applyColors();
+    [[nodiscard]] int fewestRows() const;
     void fitHeight();
 
     Frame m_frame;
     QString m_output;
     int m_linePitch;
+    double m_letterCount{};
     int m_tallest{6000};
     bool m_fillsRoom{false};
 };
