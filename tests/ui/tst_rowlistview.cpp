@@ -4,6 +4,7 @@
 #include "ListDriver.h"
 #include "PaintWatch.h"
 #include "Pixels.h"
+#include "Shown.h"
 #include "UiTest.h"
 #include "style/LumoraStyle.h"
 #include "style/Metrics.h"
@@ -17,6 +18,8 @@
 #include <QSignalSpy>
 #include <QToolTip>
 #include <QVBoxLayout>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -60,10 +63,16 @@ RowSection section(const QString& heading, const QList<Row>& rows) {
             .records = rows.constData()};
 }
 
+constexpr int rowHeight = 48;
+
+QString idOf(int row) {
+    return u"row-%1"_s.arg(row);
+}
+
 QList<Row> items(int count) {
     QList<Row> rows;
     for (int i = 0; i < count; ++i)
-        rows.append(item(u"row-%1"_s.arg(i)));
+        rows.append(item(idOf(i)));
     return rows;
 }
 
@@ -75,7 +84,7 @@ struct Window final {
 
     explicit Window(const QList<RowSection>& sections,
                     RowListView::Selectable selectable = RowListView::Selectable::Yes)
-        : view(new RowListView(48, selectable, &host)), other(new QWidget(&host)) {
+        : view(new RowListView(rowHeight, selectable, &host)), other(new QWidget(&host)) {
         other->setFocusPolicy(Qt::StrongFocus);
         auto* const layout = new QVBoxLayout(&host);
         layout->addWidget(other);
@@ -97,6 +106,8 @@ struct Window final {
     QWidget* other;
     QSignalSpy chosen{view, &RowListView::rowChosen};
 };
+
+using Step = std::function<void(const Window&)>;
 
 } // namespace
 
@@ -149,6 +160,8 @@ private Q_SLOTS:
     void takesNothingBesideTheRows();
     void rendersSpinnersOnlyWhileTheyCanBeSeen();
     void paintsNothingButItsSpinnersWhileTheyTurn();
+    void paintsWhatChangesAndNothingElse_data();
+    void paintsWhatChangesAndNothingElse();
     void turnsItsSpinnersAsTheDesktopWishes();
 };
 
@@ -845,6 +858,79 @@ void RowListViewTest::paintsNothingButItsSpinnersWhileTheyTurn() {
     paints.forget();
     QTRY_VERIFY(paints.count() > 2);
     QCOMPARE(paints.area(), spinners.translated(viewport.mapTo(&window.host, QPoint())));
+}
+
+void RowListViewTest::paintsWhatChangesAndNothingElse_data() {
+    QTest::addColumn<Step>("before");
+    QTest::addColumn<Step>("step");
+    QTest::addColumn<int>("rows");
+    const Step nothing = [](const Window&) {};
+    const auto hover = [](int row) {
+        return Step([row](const Window& window) { window.list().hover(idOf(row)); });
+    };
+    const auto type = [](Qt::Key key) { return Step([key](const Window&) { Input::key(key); }); };
+    const auto select = [](std::optional<QString> id) {
+        return Step([id](const Window& window) { window.view->setSelectedId(id); });
+    };
+    const auto at = [](void (*act)(const QWidget&, std::optional<QPoint>)) {
+        return Step([act](const Window& window) {
+            act(*window.view->viewport(), window.list().actionRect(idOf(0)).center());
+        });
+    };
+    const Step reach = [at](const Window& window) {
+        window.view->setFocus();
+        at(Input::moveTo)(window);
+    };
+    const Step press = [at, reach](const Window& window) {
+        reach(window);
+        at(Input::press)(window);
+    };
+    QTest::newRow("the pointer comes") << nothing << hover(2) << 1;
+    QTest::newRow("the pointer moves on") << hover(2) << hover(3) << 2;
+    QTest::newRow("the pointer reaches an action") << hover(0) << at(Input::moveTo) << 1;
+    QTest::newRow("the pointer leaves")
+        << hover(2) << Step([](const Window& window) { Input::moveTo(*window.other); }) << 1;
+    QTest::newRow("the keyboard moves on") << type(Qt::Key_Tab) << type(Qt::Key_Down) << 2;
+    QTest::newRow("the keyboard reaches an action")
+        << type(Qt::Key_Tab) << type(Qt::Key_Right) << 1;
+    QTest::newRow("the keyboard leaves") << type(Qt::Key_Tab) << type(Qt::Key_Backtab) << 1;
+    // The line above goes with it.
+    QTest::newRow("a row is selected") << nothing << select(idOf(2)) << 2;
+    QTest::newRow("the next is") << select(idOf(2)) << select(idOf(3)) << 3;
+    QTest::newRow("none is") << select(idOf(2)) << select(std::nullopt) << 2;
+    QTest::newRow("an action is pressed") << reach << at(Input::press) << 1;
+    QTest::newRow("it is let go") << press << at(Input::release) << 1;
+}
+
+void RowListViewTest::paintsWhatChangesAndNothingElse() {
+    QFETCH(Step, before);
+    QFETCH(Step, step);
+    QFETCH(int, rows);
+    const Window window(items(4));
+    const QWidget& viewport = *window.view->viewport();
+    const auto letGo = qScopeGuard([&viewport] {
+        if (QGuiApplication::mouseButtons() != Qt::NoButton)
+            Input::release(viewport);
+    });
+    PaintWatch paints(viewport);
+    // Nothing that was asked for is left to be painted.
+    const auto settle = [&paints] {
+        do {
+            paints.forget();
+            QApplication::processEvents();
+        } while (!paints.area().isEmpty());
+    };
+    settle();
+    before(window);
+    settle();
+    const QImage shownBefore = shown(viewport);
+    step(window);
+    QTRY_VERIFY(paints.count() > 0);
+    const QRect painted = paints.ownArea();
+    QVERIFY2(painted.height() <= rows * rowHeight, qPrintable(QString::number(painted.height())));
+    settle();
+    QVERIFY(shown(viewport) != shownBefore);
+    QCOMPARE(shown(viewport), window.view->viewport()->grab().toImage());
 }
 
 void RowListViewTest::turnsItsSpinnersAsTheDesktopWishes() {

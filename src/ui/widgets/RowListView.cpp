@@ -91,8 +91,9 @@ void RowListView::setCurrentInPlace(const QModelIndex& index) {
 void RowListView::setSelectedId(const std::optional<QString>& id) {
     if (m_selectedId == id)
         return;
+    updateSelected();
     const std::optional<QString> before = std::exchange(m_selectedId, id);
-    viewport()->update();
+    updateSelected();
     if (!QAccessible::isActive())
         return;
     const auto tell = [this](const std::optional<QString>& of, QAccessible::Event type) {
@@ -112,10 +113,19 @@ void RowListView::setFurtherActions(FurtherActions furtherActions) {
     m_furtherActions = std::move(furtherActions);
 }
 
+bool RowListView::isSelected(const QModelIndex& index) const {
+    return m_selectedId && RowModel::isRow(index) && m_model.row(index).id == *m_selectedId;
+}
+
+/// Paints the selected row anew, and the one above for the line between them.
+void RowListView::updateSelected() {
+    for (const QModelIndex& index : indexesInSight()) {
+        if (isSelected(index) || isSelected(index.siblingAtRow(index.row() + 1)))
+            update(index);
+    }
+}
+
 RowState RowListView::stateOf(const QModelIndex& index) const {
-    const auto isSelected = [this](const QModelIndex& row) {
-        return m_selectedId && RowModel::isRow(row) && m_model.row(row).id == *m_selectedId;
-    };
     const auto actionOf = [this, &index](const Target& target) {
         const bool isLit = target.row == index && target.action &&
                            m_model.row(index).actions.value(*target.action).canTrigger();
@@ -221,7 +231,7 @@ void RowListView::stepThroughActions(Qt::Key key) {
         m_currentAction.reset();
     else if (place < actions.size())
         m_currentAction = place;
-    viewport()->update();
+    update(currentIndex());
     tellFocus();
 }
 
@@ -267,7 +277,7 @@ void RowListView::mousePressEvent(QMouseEvent* event) {
     m_currentAction.reset();
     // What was pressed stays below the pointer until it is released.
     setCurrentInPlace(target.row);
-    viewport()->update();
+    update(target.row);
 }
 
 void RowListView::mouseMoveEvent(QMouseEvent* event) {
@@ -276,7 +286,7 @@ void RowListView::mouseMoveEvent(QMouseEvent* event) {
 
 void RowListView::mouseReleaseEvent(QMouseEvent* event) {
     const Target pressed = std::exchange(m_pressed, {});
-    viewport()->update();
+    update(pressed.row);
     if (event->button() == Qt::LeftButton && pressed == targetAt(event->position().toPoint()))
         activate(pressed);
 }
@@ -284,8 +294,9 @@ void RowListView::mouseReleaseEvent(QMouseEvent* event) {
 void RowListView::setHovered(const Target& target) {
     if (target == m_hovered)
         return;
+    update(m_hovered.row);
     m_hovered = target;
-    viewport()->update();
+    update(m_hovered.row);
 }
 
 void RowListView::contextMenuEvent(QContextMenuEvent* event) {
@@ -338,10 +349,14 @@ void RowListView::focusInEvent(QFocusEvent* event) {
     QMetaObject::invokeMethod(this, &RowListView::tellFocus, Qt::QueuedConnection);
 }
 
+void RowListView::focusOutEvent(QFocusEvent*) {
+    // The toolkit would paint all rows anew, but the current one alone shows who has the focus.
+    update(currentIndex());
+}
+
 void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     m_currentAction.reset();
     QListView::currentChanged(current, previous);
-    viewport()->update();
 }
 
 QModelIndex RowListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
@@ -392,12 +407,19 @@ void RowListView::showToolTip(const QPoint& globalPosition, const QPoint& positi
     QToolTip::showText(globalPosition, DisplayText::toolTip(text), viewport(), area);
 }
 
-QRegion RowListView::spinners() const {
-    QRegion spinners;
+QModelIndexList RowListView::indexesInSight() const {
+    QModelIndexList indexes;
     const QRect area = viewport()->rect();
     for (QModelIndex index = indexAt(area.topLeft());
          index.isValid() && visualRect(index).top() <= area.bottom();
-         index = index.siblingAtRow(index.row() + 1)) {
+         index = index.siblingAtRow(index.row() + 1))
+        indexes.append(index);
+    return indexes;
+}
+
+QRegion RowListView::spinners() const {
+    QRegion spinners;
+    for (const QModelIndex& index : indexesInSight()) {
         const QList<RowAction> actions = m_model.row(index).actions;
         for (qsizetype i = 0; i < actions.size(); ++i) {
             if (actions.at(i).kind == RowAction::Kind::Spinner)

@@ -64,6 +64,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -96,6 +97,9 @@ private:
     void trigger(const QString& id, const QString& title);
     void showToolTip(const QPoint& globalPosition, const QPoint& position);
     [[nodiscard]] RowState stateOf(const QModelIndex& index) const;
+    [[nodiscard]] bool isSelected(const QModelIndex& index) const;
+    void updateSelected();
+    [[nodiscard]] QModelIndexList indexesInSight() const;
     /// Where some are to be seen.
     [[nodiscard]] QRegion spinners() const;
     void tellFocus();

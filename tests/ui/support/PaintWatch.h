@@ -18,9 +18,13 @@ public:
     /// Within which all lies that was painted of the window, this widget's part or another's.
     [[nodiscard]] QRect area() const { return m_area; }
 
+    /// The same of the widget alone.
+    [[nodiscard]] QRect ownArea() const { return m_ownArea; }
+
     void forget() {
         m_count = 0;
         m_area = {};
+        m_ownArea = {};
     }
 
 protected:
@@ -28,9 +32,12 @@ protected:
         if (event->type() != QEvent::Paint || !watched->isWidgetType())
             return false;
         const auto& widget = static_cast<const QWidget&>(*watched);
-        m_count += &widget == &m_widget ? 1 : 0;
+        const QRect painted = static_cast<QPaintEvent*>(event)->region().boundingRect();
+        if (&widget == &m_widget) {
+            ++m_count;
+            m_ownArea |= painted;
+        }
         if (widget.window() == m_widget.window()) {
-            const QRect painted = static_cast<QPaintEvent*>(event)->region().boundingRect();
             m_area |= painted.translated(widget.mapTo(widget.window(), QPoint()));
         }
         return false;
@@ -40,4 +47,5 @@ private:
     const QWidget& m_widget;
     int m_count{0};
     QRect m_area;
+    QRect m_ownArea;
 };
