@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Input.h"
+#include "PaintWatch.h"
 #include "SheetDriver.h"
+#include "Shown.h"
 #include "UiTest.h"
 #include "style/LumoraStyle.h"
 #include "widgets/Sheet.h"
@@ -73,6 +75,7 @@ private Q_SLOTS:
     void takesNothingOfTheDoubleClickThatOpensIt();
     void takesPressesAfterThat();
     void fadesInUnlessNothingIsToMove();
+    void paintsNothingBeforeItCanBeSeen();
     void leavesTheKeyboardToTheSheetAboveIt();
     void isGivenTheKeyboardByTheSheetAboveIt();
 };
@@ -118,6 +121,20 @@ void SheetTest::fadesInUnlessNothingIsToMove() {
     window.open();
     QVERIFY(Sheet::openOver(&window.host) != fading);
     QVERIFY(Sheet::openOver(&window.host)->graphicsEffect() == nullptr);
+}
+
+void SheetTest::paintsNothingBeforeItCanBeSeen() {
+    Window window;
+    const QWidget& host = window.host;
+    QTRY_COMPARE(shown(host), window.host.grab().toImage());
+    PaintWatch paints(host);
+    Sheet* const sheet = window.open();
+    // What is due at once; the first step of the fading is later.
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(!paints.area().contains(QPoint(1, 1)));
+    QTRY_VERIFY(paints.area().contains(QPoint(1, 1)));
+    QTRY_VERIFY(sheet->graphicsEffect() == nullptr);
+    QTRY_COMPARE(shown(host), window.host.grab().toImage());
 }
 
 void SheetTest::leavesTheKeyboardToTheSheetAboveIt() {

@@ -90,6 +90,8 @@ void Sheet::setNotice(QWidget* notice) {
 void Sheet::present(QWidget* focus) {
     m_focusBefore = window()->focusWidget();
     setGeometry(parentWidget()->rect());
+    // While nothing of it can be seen, the window below would be painted for nothing.
+    setUpdatesEnabled(false);
     show();
     raise();
     place();
@@ -144,8 +146,10 @@ void Sheet::dismiss() {
 void Sheet::fade() {
     // Zero in a style without motion. Fusion moves whatever the desktop asks for.
     const int duration = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this);
-    if (duration <= 0)
+    if (duration <= 0) {
+        setUpdatesEnabled(true);
         return;
+    }
     auto* const effect = new QGraphicsOpacityEffect(this);
     effect->setOpacity(0);
     setGraphicsEffect(effect);
@@ -153,6 +157,8 @@ void Sheet::fade() {
     animation->setDuration(duration);
     animation->setStartValue(0.0);
     animation->setEndValue(1.0);
+    connect(effect, &QGraphicsOpacityEffect::opacityChanged, this,
+            [this] { setUpdatesEnabled(true); });
     connect(animation, &QPropertyAnimation::finished, this, [this] { setGraphicsEffect(nullptr); });
     animation->start();
 }
