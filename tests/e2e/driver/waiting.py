@@ -11,7 +11,8 @@ T = TypeVar("T")
 
 # Far above anything that happens at all; only what never happens takes that long.
 PATIENCE = 20.0
-_INTERVAL = 0.02
+_INTERVAL = 0.04
+_LATENESS = 0.15
 
 
 class NotHappened(AssertionError):
@@ -22,14 +23,15 @@ def wait_until(
     condition: Callable[[], T | None], what: str | Callable[[], str], patience: float = PATIENCE
 ) -> T:
     """The first result of `condition` that counts as true."""
-    end = time.monotonic() + patience
+    begun = time.monotonic()
     while True:
         asked = time.monotonic()
         result = condition()
         if result:
             return result
-        if time.monotonic() > end:
+        now = time.monotonic()
+        if now > begun + patience:
             described = what if isinstance(what, str) else what()
             raise NotHappened(f"not within {patience:g} s: {described}")
-        # Looking takes the processor from what is waited for.
-        time.sleep(max(_INTERVAL, time.monotonic() - asked))
+        # Looking takes the processor from what is waited for: what takes long is seen a little late.
+        time.sleep(max(_INTERVAL, now - asked, (now - begun) * _LATENESS))
