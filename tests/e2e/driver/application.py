@@ -153,7 +153,13 @@ class Application:
 
     def row(self, package: str) -> Node:
         """The row of a package or tap on the page."""
-        return self.find(_begins_with(package), role="list item")
+
+        def row() -> Node | None:
+            found = self.find(_begins_with(package), role="list item")
+            # A list that is loaded anew has other rows, called the same.
+            return found if found.is_there() else None
+
+        return self._wait(row, f"{package} keeps its row")
 
     def rows(self) -> list[str]:
         """What the rows on the page say, as far as they can be seen; headings among them."""

@@ -68,6 +68,10 @@ class Node:
             raise NotSeen(f"{self.role} {self.name!r} has gone")
         return rect
 
+    def is_there(self) -> bool:
+        """Whether it has not gone by now."""
+        return self.details.rect_of(self.ref) is not None
+
     def is_in(self, state: str) -> bool:
         return state in self.states
 
