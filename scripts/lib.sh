@@ -24,7 +24,7 @@ debian_run="libqt6svg6 procps python3 qt6-qpa-plugins qt6-wayland tar zsh"
 debian_package="dpkg-dev fcitx5-frontend-qt6 file qt6-xdgdesktopportal-platformtheme"
 # A virtual display, something to drive it and look at it with, and fonts for three languages.
 debian_display="at-spi2-core dbus fonts-dejavu-core fonts-inter fonts-liberation fonts-noto-cjk
-    python3-gi python3-xlib xvfb"
+    python3-dbus python3-gi python3-xlib xvfb"
 debian_test="appstream desktop-file-utils gpg gpg-agent lintian mandoc mold openssl python3-yaml
     weston xz-utils"
 debian_lint="clang clang-format clang-tidy clazy shellcheck"

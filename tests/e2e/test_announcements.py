@@ -21,7 +21,11 @@ class Announcements(DesktopTest):
         self.app.find(f"Formulae ({len(self.prefix.state()['formulae'])})", role="label")
 
     def wait_to_hear(self, heard: Callable[[], list[Any]], what: Any) -> None:
-        wait_until(lambda: what in heard(), lambda: f"{what!r} is heard: {heard()}")
+        wait_until(
+            lambda: what in heard(),
+            lambda: f"{what!r} is heard: {heard()}",
+            pause=self.desk.accessibility.listen,
+        )
 
     def test_an_operation_is_told_of_once_from_its_beginning_to_its_end(self) -> None:
         self.app.find(re.compile("^Updates, "), role="list item")

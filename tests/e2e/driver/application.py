@@ -6,6 +6,7 @@ from __future__ import annotations
 import os
 import re
 import time
+from collections.abc import Callable
 from pathlib import Path
 
 from .desk import Desk
@@ -90,8 +91,15 @@ class Application:
 
     # What it shows
 
-    def tree(self) -> Tree:
-        return self.desk.accessibility.read(self._accessible)
+    def tree(self, is_of_interest: Callable[[Node], bool] = lambda _: True) -> Tree:
+        """All that is showing, with the names of what is of interest."""
+        return self.desk.accessibility.read(self._accessible, is_of_interest)
+
+    def find_all(
+        self, name: Wanted | None = None, role: str | None = None, text: Wanted | None = None
+    ) -> list[Node]:
+        """What fits at this moment."""
+        return self.tree(_of_role(role)).find_all(name, role, text)
 
     def find(
         self,
@@ -102,12 +110,10 @@ class Application:
     ) -> Node:
         """The one thing that fits, as soon as it is there."""
         found: list[Node] = []
-        tree = Tree([])
 
         def look() -> bool:
-            nonlocal found, tree
-            tree = self.tree()
-            found = tree.find_all(name, role, text)
+            nonlocal found
+            found = self.find_all(name, role, text)
             return len(found) == 1
 
         def what() -> str:
@@ -116,7 +122,7 @@ class Application:
                 for key, value in (("name", name), ("role", role), ("text", text))
                 if value is not None
             )
-            return f"one thing with {sought} ({len(found)} there) in\n{tree.describe()}"
+            return f"one thing with {sought} ({len(found)} there) in\n{self.tree().describe()}"
 
         try:
             self._wait(look, what, patience)
@@ -128,7 +134,7 @@ class Application:
         self, name: Wanted | None = None, role: str | None = None, text: Wanted | None = None
     ) -> bool:
         """Whether it is there at this moment."""
-        return bool(self.tree().find_all(name, role, text))
+        return bool(self.find_all(name, role, text))
 
     def wait_gone(
         self, name: Wanted | None = None, role: str | None = None, text: Wanted | None = None
@@ -145,8 +151,7 @@ class Application:
         """The button, once it can be pressed."""
         return self._wait(
             lambda: next(
-                (node for node in self.tree().find_all(name, "push button") if node.is_enabled),
-                None,
+                (node for node in self.find_all(name, "push button") if node.is_enabled), None
             ),
             lambda: f"button {name!r} can be pressed in\n{self.tree().describe()}",
         )
@@ -165,7 +170,9 @@ class Application:
         """What the rows on the page say, as far as they can be seen; headings among them."""
         return [
             node.name
-            for page_list in self.tree().find_all(lambda name: name != "Lumora", role="list")
+            for page_list in self.tree(_of_role("list", "list item")).find_all(
+                lambda name: name != "Lumora", role="list"
+            )
             for node in page_list.children
         ]
 
@@ -176,9 +183,9 @@ class Application:
         return next(
             (
                 node.name
-                for window in self.tree().windows
+                for window in self.tree(_has_focus).windows
                 for node in window.walk()
-                if node.role == "list item" and node.is_in("focused")
+                if node.role == "list item" and _has_focus(node)
             ),
             None,
         )
@@ -255,9 +262,9 @@ class Application:
         """What has the keyboard; a list rather than the row that is current in it."""
         focused = [
             node
-            for window in self.tree().windows
+            for window in self.tree(_has_focus).windows
             for node in window.walk()
-            if node.is_in("focused") and node.role != "list item"
+            if _has_focus(node) and node.role != "list item"
         ]
         # Containers say of themselves what is true of what is in them.
         innermost = [node for node in focused if node.role not in _CONTAINERS] or focused
@@ -318,7 +325,7 @@ class Application:
         )
 
         def is_resized() -> bool:
-            rect = self.tree().windows[0].rect
+            rect = self.tree(_of_role("frame")).windows[0].rect
             return (rect.width, rect.height) == (width, height)
 
         self._wait(is_resized, lambda: f"the window becomes {width} × {height}")
@@ -359,7 +366,7 @@ class Application:
                 )
             return condition()
 
-        return wait_until(still_running, what, patience)
+        return wait_until(still_running, what, patience, self.desk.accessibility.listen)
 
 
 class Companion(Application):
@@ -380,6 +387,15 @@ class Companion(Application):
 
 def _begins_with(package: str) -> re.Pattern[str]:
     return re.compile(rf"^{re.escape(package)}(, |$)")
+
+
+def _has_focus(node: Node) -> bool:
+    return node.is_in("focused")
+
+
+def _of_role(*roles: str | None) -> Callable[[Node], bool]:
+    """What has one of them; everything, where none is told."""
+    return lambda node: None in roles or node.role in roles
 
 
 def _place(node: Node | None) -> object:

@@ -10,7 +10,7 @@ from pathlib import Path
 
 # Program, module or file, and the Debian package it comes in.
 _PROGRAMS = {"Xvfb": "xvfb", "dbus-daemon": "dbus-daemon", "zsh": "zsh"}
-_MODULES = {"gi": "python3-gi", "Xlib": "python3-xlib"}
+_MODULES = {"dbus": "python3-dbus", "gi": "python3-gi", "Xlib": "python3-xlib"}
 ACCESSIBILITY_SERVICE = Path("/usr/share/dbus-1/services/org.a11y.Bus.service")
 
 

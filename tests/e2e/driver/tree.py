@@ -39,6 +39,10 @@ class Rect(NamedTuple):
 class Details(Protocol):
     """What few want to know of few things, and is asked for only then."""
 
+    def name_of(self, ref: Any) -> str: ...
+
+    def text_of(self, ref: Any) -> str: ...
+
     def description_of(self, ref: Any) -> str: ...
 
     def rect_of(self, ref: Any) -> Rect | None: ...
@@ -46,16 +50,23 @@ class Details(Protocol):
 
 @dataclass
 class Node:
-    """One thing that is showing; `text` is the content of fields and of other texts to read."""
+    """One thing that is showing."""
 
     role: str
-    name: str
-    text: str
     states: frozenset[str]
     # By which the bus knows it.
     ref: Any
     details: Details
     children: list[Node] = field(default_factory=list)
+
+    @cached_property
+    def name(self) -> str:
+        return self.details.name_of(self.ref)
+
+    @cached_property
+    def text(self) -> str:
+        """The content of fields and of other texts to read."""
+        return self.details.text_of(self.ref) if self.role == "text" else ""
 
     @cached_property
     def description(self) -> str:
@@ -69,8 +80,11 @@ class Node:
         return rect
 
     def is_there(self) -> bool:
-        """Whether it has not gone by now."""
-        return self.details.rect_of(self.ref) is not None
+        """Whether it has not gone by now; where it is then, is known."""
+        try:
+            return bool(self.rect)
+        except NotSeen:
+            return False
 
     def is_in(self, state: str) -> bool:
         return state in self.states

@@ -20,7 +20,10 @@ class NotHappened(AssertionError):
 
 
 def wait_until(
-    condition: Callable[[], T | None], what: str | Callable[[], str], patience: float = PATIENCE
+    condition: Callable[[], T | None],
+    what: str | Callable[[], str],
+    patience: float = PATIENCE,
+    pause: Callable[[float], None] = time.sleep,
 ) -> T:
     """The first result of `condition` that counts as true."""
     begun = time.monotonic()
@@ -33,5 +36,5 @@ def wait_until(
         if now > begun + patience:
             described = what if isinstance(what, str) else what()
             raise NotHappened(f"not within {patience:g} s: {described}")
-        # Looking takes the processor from what is waited for: what takes long is seen a little late.
-        time.sleep(max(_INTERVAL, now - asked, (now - begun) * _LATENESS))
+        # Looking takes the processor from what is waited for: what takes long is seen a bit late.
+        pause(max(_INTERVAL, now - asked, (now - begun) * _LATENESS))
