@@ -47,7 +47,7 @@ class KeyboardDay(DesktopTest):
                 lambda before=current: self.app.current_row() != before,
                 lambda before=current: f"Down leads from {before} to another row",
             )
-        self.assertTrue(self.app.row(package).is_in("focused"), self.app.tree().describe())
+        self.assertTrue(self.app.row(package).is_in("focused"), package)
 
     def filter_formulae(self, text: str) -> None:
         self.app.press("ctrl+1")

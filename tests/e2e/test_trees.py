@@ -11,11 +11,11 @@ import json
 import os
 import re
 import unittest
-from collections.abc import Callable
+from collections.abc import Callable, Iterator
 from pathlib import Path
 
 from driver.testcase import DesktopTest
-from driver.tree import Node
+from driver.tree import Node, Tree
 from driver.waiting import NotHappened, wait_until
 
 _HERE = Path(__file__).resolve().parent
@@ -110,7 +110,7 @@ class Trees(DesktopTest):
         self.app.press("ctrl+6")
         self.app.act(self.app.button(self.text("preview")))
         self.app.act(self.app.button(self.text("runDoctor")))
-        wait_until(lambda: len(self.app.tree().find_all(role="text")) == 2, "both have answered")
+        wait_until(lambda: len(self.app.find_all(role="text")) == 2, "both have answered")
         self.compare("settings-with-outputs")
         self.app.press("ctrl+3")
         with self.prefix.holding_changes():
@@ -138,7 +138,7 @@ class Trees(DesktopTest):
         counted = r"( \(\d+\))?" if count is None else rf" \({count}\)"
         title = re.compile(f"^{re.escape(self.text(page))}{counted}$")
         wait_until(
-            lambda: self.app.tree().find_all(title, role="label"),
+            lambda: self.app.shows(title, role="label"),
             lambda: f"{title} is the title in\n{self.app.tree().describe()}",
         )
 
@@ -152,51 +152,72 @@ class Trees(DesktopTest):
             reference.write_text(self.settled(), encoding="utf-8")
         wanted = reference.read_text(encoding="utf-8") if reference.exists() else ""
         with self.subTest(tree=reference.name):
+
+            def look() -> Seen | None:
+                seen = self.look()
+                return seen if seen.dump() == wanted else None
+
             try:
-                wait_until(lambda: self.dump() == wanted, "the tree is as it is to be")
+                self.check(wait_until(look, "the tree is as it is to be"))
             except NotHappened:
                 difference = difflib.unified_diff(
-                    wanted.splitlines(), self.dump().splitlines(), str(reference), "shown", lineterm=""
+                    wanted.splitlines(),
+                    self.look().dump().splitlines(),
+                    str(reference),
+                    "shown",
+                    lineterm="",
                 )
                 self.fail("\n".join(difference))
-            self.check()
 
     def settled(self) -> str:
         """What is still the same when it is looked at again."""
         before: list[str] = [""]
 
         def is_same() -> bool:
-            before.append(self.dump())
+            before.append(self.look().dump())
             return before[-1] == before[-2]
 
         wait_until(is_same, "the tree settles")
         return before[-1]
 
-    def dump(self) -> str:
-        return "".join(line + "\n" for line in self.lines(self.app.tree().windows, 0))
-
-    def lines(self, nodes: list[Node], depth: int) -> list[str]:
-        lines: list[str] = []
-        for node, actions in zip(nodes, self.desk.accessibility.actions_of(nodes)):
-            if node.role in _MOVERS:
-                continue
-            below = depth
-            if not is_room(node):
-                lines.append("  " * depth + describe(node, actions))
-                below += 1
-            lines += self.lines(node.children, below)
-        return lines
-
-    def check(self) -> None:
+    def look(self) -> Seen:
         tree = self.app.tree()
         nodes = [node for window in tree.windows for node in window.walk()]
+        self.desk.accessibility.read_descriptions(nodes)
+        return Seen(tree, list(zip(nodes, self.desk.accessibility.actions_of(nodes))))
+
+    def check(self, seen: Seen) -> None:
         faults = [
             f"{fault}: {node.describe()}"
-            for node, actions in zip(nodes, self.desk.accessibility.actions_of(nodes))
+            for node, actions in seen.things
             for is_faulty, fault in _FAULTS
             if is_faulty(node, actions)
         ]
-        self.assertEqual(faults, [], tree.describe())
+        if faults:
+            self.fail("\n".join([*faults, seen.tree.describe()]))
+
+
+class Seen:
+    """A whole tree, and what can be done with each thing in it."""
+
+    def __init__(self, tree: Tree, things: list[tuple[Node, list[str]]]) -> None:
+        self.tree = tree
+        self.things = things
+
+    def dump(self) -> str:
+        actions = {id(node): names for node, names in self.things}
+
+        def lines(nodes: list[Node], depth: int) -> Iterator[str]:
+            for node in nodes:
+                if node.role in _MOVERS:
+                    continue
+                below = depth
+                if not is_room(node):
+                    yield "  " * depth + describe(node, actions[id(node)]) + "\n"
+                    below += 1
+                yield from lines(node.children, below)
+
+        return "".join(lines(self.tree.windows, 0))
 
 
 def is_room(node: Node) -> bool:

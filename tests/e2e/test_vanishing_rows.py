@@ -23,24 +23,25 @@ class VanishingRows(DesktopTest):
         self.app.find("Updates, 2", role="list item")
 
     def nodes(self) -> list[Node]:
-        return [node for window in self.app.tree().windows for node in window.walk()]
+        tree = self.app.tree(is_of_interest=lambda _: False)
+        return [node for window in tree.windows for node in window.walk()]
 
     def walk_while(self, *changes: Callable[[], object]) -> None:
         """Asks for what was there before each change while it is under way and afterwards."""
-        known = self.nodes()
+        known = before = self.nodes()
         gone: set[object] = set()
         for number in range(_MOST_ROUNDS):
             # A walk may well be over before what is loaded is there.
             if number >= _ROUNDS and gone:
                 break
             for change in changes:
-                before = self.nodes()
                 change()
                 self.desk.accessibility.pester(before)
                 # Those of before that may be others' by now, too.
                 self.desk.accessibility.pester(known[::3])
-                gone |= {node.ref for node in known} - {node.ref for node in self.nodes()}
-                known = before
+                after = self.nodes()
+                gone |= {node.ref for node in known} - {node.ref for node in after}
+                known, before = before, after
         self.assertTrue(gone, "there was nothing that has gone")
 
     def write(self, field: str, text: str) -> Callable[[], None]:
