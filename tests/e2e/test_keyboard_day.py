@@ -37,14 +37,15 @@ class KeyboardDay(DesktopTest):
 
     def go_to_row(self, package: str) -> None:
         """Down from the row that is current when the list has the keyboard."""
+        wanted = self.app.row(package).name
+        current = self.app.current_row()
         for _ in self.app.rows():
-            current = self.app.current_row()
-            if self.app.row(package).name == current:
-                return
+            if current == wanted:
+                break
             self.app.press("Down")
             # A key is only on its way when it has been pressed.
-            wait_until(
-                lambda before=current: self.app.current_row() != before,
+            current = wait_until(
+                lambda before=current: (row := self.app.current_row()) != before and row,
                 lambda before=current: f"Down leads from {before} to another row",
             )
         self.assertTrue(self.app.row(package).is_in("focused"), package)

@@ -278,24 +278,38 @@ class Application:
 
     def press_to_leave(self, key: str) -> None:
         """Presses a key that moves the keyboard to something else, and waits until it has."""
-        before = _place(self.focused())
-        self.press(key)
-        self._wait(
-            lambda: _place(self.focused()) not in (before, None),
-            lambda: f"{key} moves the keyboard away from {before}",
-        )
+        self._leave(self.focused(), key)
 
     def tab_to(self, name: Wanted, role: str | None = None) -> None:
         """Presses the Tab key until something has the keyboard."""
         passed: list[str] = []
         self.screen.focus_topmost()
-        while len(passed) < _MOST_TABS:
-            node = self.focused()
-            if node and node.matches(role, name, None):
-                return
+        node = self.focused()
+        while not (node and node.matches(role, name, None)):
             passed.append(f"{node.role} {node.name!r}" if node else "nothing")
-            self.press_to_leave("Tab")
-        raise NotSeen(f"the Tab key does not reach {name!r}; it went through {passed}")
+            if len(passed) == _MOST_TABS:
+                raise NotSeen(f"the Tab key does not reach {name!r}; it went through {passed}")
+            node = self._leave(node, "Tab")
+
+    def tab_round(self) -> list[str]:
+        """What the Tab key goes through until it is where it began."""
+        names: list[str] = []
+        begun = node = self.focused()
+        while not names or not _is_same(node, begun):
+            if len(names) == _MOST_TABS:
+                raise NotSeen(f"the Tab key does not come back; it went through {names}")
+            node = self._leave(node, "Tab")
+            names.append(node.name)
+        return names
+
+    def _leave(self, before: Node | None, key: str) -> Node:
+        self.press(key)
+
+        def elsewhere() -> Node | None:
+            node = self.focused()
+            return None if _is_same(node, before) else node
+
+        return self._wait(elsewhere, lambda: f"{key} moves the keyboard away from {before and before.name!r}")
 
     # What a screen reader does to it, without mouse and keys
 
@@ -343,18 +357,6 @@ class Application:
         )
         return status[0], time.monotonic() - started
 
-    def tab_round(self) -> list[str]:
-        """What the Tab key goes through until it is where it began."""
-        names: list[str] = []
-        begun = _place(self.focused())
-        while not names or _place(self.focused()) != begun:
-            if len(names) == _MOST_TABS:
-                raise NotSeen(f"the Tab key does not come back; it went through {names}")
-            self.press_to_leave("Tab")
-            focused = self.focused()
-            names.append(focused.name if focused else "")
-        return names
-
     def _wait(self, condition, what, patience: float = PATIENCE):
         """Waits, but not for a process that has ended."""
 
@@ -398,5 +400,5 @@ def _of_role(*roles: str | None) -> Callable[[Node], bool]:
     return lambda node: None in roles or node.role in roles
 
 
-def _place(node: Node | None) -> object:
-    return (node.role, node.name, node.rect) if node else None
+def _is_same(one: Node | None, other: Node | None) -> bool:
+    return (one and one.ref) == (other and other.ref)
