@@ -69,8 +69,12 @@ class DesktopTest(unittest.TestCase):
         options.setdefault("wrapper", without_network())
         application = self.application_class(self.desk, program(), home, given, **options)
         self._application = application
-        self.addCleanup(application.stop)
+        self.at_end(application.stop)
         return application
+
+    def at_end(self, step: Callable[[], None]) -> None:
+        """Of the test, unless its class shares what it starts."""
+        self.addCleanup(step)
 
     def keep_evidence(self) -> None:
         place = os.environ.get("LUMORA_EVIDENCE") or tempfile.gettempdir()
