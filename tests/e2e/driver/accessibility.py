@@ -44,8 +44,13 @@ _STATES = {
 }
 # In coordinates of the screen, not of the window.
 _SCREEN = 0
+_ROWS = 20
 _LONGEST_TEXT = 200_000
 _TO_THE_END = -1
+
+
+def _states_in(bits: int) -> frozenset[str]:
+    return frozenset(word for bit, word in _STATES.items() if bits >> bit & 1)
 
 
 def _end_of(length: int | None) -> int:
@@ -147,34 +152,35 @@ class AccessibilityBus:
 
         What is not of interest is asked for its name only when somebody wants to know.
         """
-        windows: list[Node] = []
+        root = Node("application", frozenset(), application, self)
+        nodes: list[Node] = []
         children = self._bus.call(Call(application, _ACCESSIBLE, "GetChildren"))
-        level = [(Ref(*child), windows) for child in children or []]
-        # The whole of a level is asked for at once, and only what is showing is asked again.
-        while level:
-            states = self._bus.call_all(Call(ref, _ACCESSIBLE, "GetState") for ref, _ in level)
-            showing = [
-                (ref, siblings, state)
-                for (ref, siblings), state in zip(level, states)
-                if state and state[0] >> _SHOWING & 1
+        unread = [(root, [Ref(*child) for child in children or []])]
+        # A whole level is asked all there is to know, shown or not: waiting for each other takes
+        # the processes longer than answers that nobody needs.
+        while unread:
+            level = [
+                (parent, refs[:_ROWS], refs[_ROWS:]) if parent.role == "list" else (parent, refs, [])
+                for parent, refs in unread
             ]
-            questions = [_role(ref) for ref, _, _ in showing]
-            questions += [Call(ref, _ACCESSIBLE, "GetChildren") for ref, _, _ in showing]
-            answers = self._bus.call_all(questions)
-            level = []
-            nodes: list[Node] = []
-            for (ref, siblings, state), role, children in zip(
-                showing, answers, answers[len(showing) :]
-            ):
-                if role is None:
-                    continue
-                names = frozenset(word for bit, word in _STATES.items() if state[0] >> bit & 1)
-                node = Node(role, names, ref, self)
-                nodes.append(node)
-                siblings.append(node)
-                level += [(Ref(*child), node.children) for child in children or []]
-            self._read_words([node for node in nodes if is_of_interest(node)])
-        return Tree(windows)
+            questions = (call for _, refs, _ in level for ref in refs for call in _questions(ref))
+            answers = iter(self._bus.call_all(questions))
+            unread = []
+            for parent, refs, others in level:
+                is_showing = False
+                for ref in refs:
+                    state, role, children = (next(answers) for _ in range(3))
+                    is_showing = bool(state and role and state[0] >> _SHOWING & 1)
+                    if is_showing:
+                        node = Node(role, _states_in(state[0]), ref, self)
+                        nodes.append(node)
+                        parent.children.append(node)
+                        unread.append((node, [Ref(*child) for child in children or []]))
+                # Those rows of a list that show are one behind the other.
+                if others and (is_showing or not parent.children):
+                    unread.append((parent, others))
+        self._read_words([node for node in nodes if is_of_interest(node)])
+        return Tree(root.children)
 
     def name_of(self, ref: Ref) -> str:
         return self._bus.call(_name(ref)) or ""
@@ -238,6 +244,14 @@ class AccessibilityBus:
 
 def _property(ref: Ref, interface: str, name: str) -> Call:
     return Call(ref, _PROPERTIES, "Get", "ss", (interface, name))
+
+
+def _questions(ref: Ref) -> list[Call]:
+    return [
+        Call(ref, _ACCESSIBLE, "GetState"),
+        _role(ref),
+        Call(ref, _ACCESSIBLE, "GetChildren"),
+    ]
 
 
 def _name(ref: Ref) -> Call:
