@@ -160,8 +160,9 @@ class AccessibilityBus:
         # the processes longer than answers that nobody needs.
         while unread:
             level = [
-                (parent, refs[:_ROWS], refs[_ROWS:]) if parent.role == "list" else (parent, refs, [])
+                (parent, refs[:count], refs[count:])
                 for parent, refs in unread
+                for count in [_ROWS if parent.role == "list" else len(refs)]
             ]
             questions = (call for _, refs, _ in level for ref in refs for call in _questions(ref))
             answers = iter(self._bus.call_all(questions))
