@@ -5,6 +5,7 @@ from __future__ import annotations
 
 import json
 import shutil
+import sys
 import time
 from pathlib import Path
 from typing import Any
@@ -37,10 +38,16 @@ def create(prefix: Path, machine: str, force: bool, pace: float) -> None:
         shutil.copyfile(module, package / module.name)
     _write_json(library / "catalogue.json", catalogue)
     launcher = prefix / "bin" / "brew"
-    shutil.copyfile(SOURCE / "launcher.py", launcher)
+    launcher.write_text(_launcher(), encoding="utf-8")
     launcher.chmod(0o755)
     # The mark comes last: what was left half-made is not taken for a prefix.
     _write_json(prefix / _MARK, _fresh_state(library / "catalogue.json", machine, pace))
+
+
+def _launcher() -> str:
+    text = (SOURCE / "launcher.py").read_text(encoding="utf-8")
+    # A `python3` on the PATH may be a script that looks for one, which takes it longer than a run.
+    return text.replace("python3", f'"{sys.executable}"', 1)
 
 
 def _make_room(prefix: Path, force: bool) -> None:

@@ -36,7 +36,7 @@ class LifeOfAPrefix(SampleTest):
         command = [sys.executable, str(copy / "create-prefix"), str(folder), "--small"]
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL, timeout=TIMEOUT)
         shutil.rmtree(copy)
-        environment = {"PATH": os.environ["PATH"], "PYTHONPATH": "/nowhere", "LC_ALL": "C"}
+        environment = {"PATH": "/nowhere", "PYTHONPATH": "/nowhere", "LC_ALL": "C"}
         result = subprocess.run(
             [folder / "bin" / "brew", "tap"], env=environment, capture_output=True, timeout=TIMEOUT
         )
