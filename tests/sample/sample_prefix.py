@@ -3,8 +3,11 @@
 
 from __future__ import annotations
 
+import atexit
+import functools
 import json
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -23,11 +26,21 @@ class Result(NamedTuple):
     status: int
 
 
+@functools.cache
+def fresh_prefix(*options: str) -> Path:
+    """A prefix that nothing has been done with, to be copied."""
+    temporary = tempfile.TemporaryDirectory()
+    atexit.register(temporary.cleanup)
+    folder = Path(temporary.name) / "prefix"
+    command = [sys.executable, str(SAMPLE / "create-prefix"), str(folder), *options]
+    subprocess.run(command, check=True, stdout=subprocess.DEVNULL, timeout=TIMEOUT)
+    return folder
+
+
 class SamplePrefix:
     def __init__(self, folder: Path, *options: str) -> None:
         self.folder = folder
-        command = [sys.executable, str(SAMPLE / "create-prefix"), str(folder), *options]
-        subprocess.run(command, check=True, stdout=subprocess.DEVNULL, timeout=TIMEOUT)
+        shutil.copytree(fresh_prefix(*options), folder, dirs_exist_ok=True)
 
     @property
     def brew(self) -> str:
