@@ -63,27 +63,32 @@ def left_to_the_system() -> dict[str, str]:
     return {name: reason.strip() for name, _, reason in entries}
 
 
-def make_archive(
-    output: Path, build: Path = BUILD, gnupg: dict[str, str] | None = None
-) -> tuple[Path, str]:
-    """The archive, and what there was to be said. It is signed where there is a key."""
-    command = [PACKAGE, "--build-dir", build, "--output", output]
-    if gnupg:
-        command += ["--sign-with", SIGNER]
-    result = subprocess.run(command, capture_output=True, check=True, text=True, env=gnupg)
+def make_archive(output: Path, environment: dict[str, str], *options: str) -> tuple[Path, str]:
+    """The archive, and what there was to be said."""
+    command = [PACKAGE, "--build-dir", BUILD, "--output", output, *options]
+    result = subprocess.run(command, capture_output=True, check=True, text=True, env=environment)
     return Path(result.stdout.rstrip("\n")), result.stderr
 
 
+def in_a_hurry(tools: Path) -> dict[str, str]:
+    """An environment whose gzip takes a third of the time for a tenth more bytes."""
+    tools.mkdir()
+    gzip = tools / "gzip"
+    gzip.write_text(f'#!/bin/sh\nexec {shutil.which("gzip")} "$@" -1\n', encoding="utf-8")
+    gzip.chmod(0o755)
+    return {**os.environ, "PATH": f"{tools}:{os.environ['PATH']}"}
+
+
 @contextlib.contextmanager
-def throwaway_key() -> Iterator[dict[str, str]]:
-    """An environment in which GnuPG has a key of the signer's, and no other."""
+def throwaway_key() -> Iterator[str]:
+    """A home of GnuPG's with a key of the signer's, and no other."""
     with tempfile.TemporaryDirectory(prefix="lumora-") as folder:
         environment = {**os.environ, "GNUPGHOME": folder}
         options = ["--batch", "--quiet", "--passphrase", ""]
         command = ["gpg", *options, "--quick-generate-key", SIGNER, "ed25519", "sign", "never"]
         subprocess.run(command, capture_output=True, check=True, env=environment)
         try:
-            yield environment
+            yield folder
         finally:
             subprocess.run(["gpgconf", "--kill", "all"], check=True, env=environment)
 
@@ -109,7 +114,7 @@ def mapped_files(process: int) -> set[Path]:
 
 class ReleaseArchive(DesktopTest):
     prefix_options = ("--small", "--pace", "0")
-    gnupg: dict[str, str] | None = None
+    environment: dict[str, str]
     archive: Path
     notes: str
     bundle: Path
@@ -117,9 +122,13 @@ class ReleaseArchive(DesktopTest):
     @classmethod
     def setUpClass(cls) -> None:
         super().setUpClass()
+        cls.environment = in_a_hurry(cls.desk.folder / "tools")
+        signing = []
         if shutil.which("gpg"):
-            cls.gnupg = cls.enter(throwaway_key())
-        cls.archive, cls.notes = make_archive(cls.desk.folder / "archive", gnupg=cls.gnupg)
+            cls.environment["GNUPGHOME"] = cls.enter(throwaway_key())
+            signing = ["--sign-with", SIGNER]
+        archive = cls.desk.folder / "archive"
+        cls.archive, cls.notes = make_archive(archive, cls.environment, *signing)
         elsewhere = cls.desk.folder / "où que ce soit"
         elsewhere.mkdir()
         subprocess.run(["tar", "-xzf", cls.archive, "-C", elsewhere], check=True)
@@ -142,7 +151,8 @@ class ReleaseArchive(DesktopTest):
 
     def test_addresses_that_somebody_has_set_are_not_named(self) -> None:
         build = self.desk.folder / "build"
-        shutil.copytree(BUILD / "Lumora.app", build / "Lumora.app")
+        # An empty bundle can't be packed, but that is seen only after this has been said.
+        (build / "Lumora.app").mkdir(parents=True)
         cache = (BUILD / "CMakeCache.txt").read_text()
         given = {
             "LUMORA_HOMEPAGE_URL": "https://lumora.example.org/releases",
@@ -155,7 +165,8 @@ class ReleaseArchive(DesktopTest):
             cache = re.sub(rf"^{name}:STRING=.*$", f"{name}:STRING={address}", cache, flags=re.M)
         (build / "CMakeCache.txt").write_text(cache)
         self.assertLessEqual(given.items(), addresses(build).items())
-        _, notes = make_archive(self.desk.folder / "of other addresses", build)
+        command = [PACKAGE, "--build-dir", build, "--output", self.desk.folder / "nothing"]
+        notes = subprocess.run(command, capture_output=True, check=False, text=True).stderr
         self.assert_names_the_unset(notes, addresses(build))
         self.assertEqual(notes.count(" is not set: "), 2)
 
@@ -201,7 +212,7 @@ class ReleaseArchive(DesktopTest):
         self.assertEqual(listed, files)
 
     def test_it_is_the_same_every_time(self) -> None:
-        again, _ = make_archive(self.desk.folder / "again")
+        again, _ = make_archive(self.desk.folder / "again", self.environment)
         self.assertTrue(again.read_bytes() == self.archive.read_bytes(), "other bytes")
         # Nobody has asked for a signature this time.
         self.assertCountEqual(os.listdir(again.parent), [again.name, f"{again.name}.sha256"])
@@ -223,13 +234,13 @@ class ReleaseArchive(DesktopTest):
             self.assertEqual(result.returncode, status, result.stderr)
 
     def test_its_signature_tells_who_made_it(self) -> None:
-        if self.gnupg is None:
+        if shutil.which("gpg") is None:
             self.skipTest("There is no gpg.")
         command = ["gpg", "--batch", "--status-fd", "1", "--verify", f"{self.archive.name}.asc"]
         for folder, verdict in ((self.archive.parent, "GOODSIG"), (self.damaged_copy(), "BADSIG")):
             result = subprocess.run(
                 [*command, self.archive.name],
-                cwd=folder, env=self.gnupg, capture_output=True, check=False, text=True
+                cwd=folder, env=self.environment, capture_output=True, check=False, text=True
             )
             self.assertRegex(result.stdout, rf"\[GNUPG:\] {verdict} \w+ {SIGNER}")
 
@@ -286,14 +297,9 @@ class ReleaseArchive(DesktopTest):
         licences = self.contents / "Resources/licences"
         packages = {path.stem for path in licences.glob("*.txt")}
         names = [*self.libraries, *(path.name for path in self.contents.glob("plugins/*/*"))]
-        command = ["dpkg-query", "--search", *(f"*/{name}" for name in names)]
-        result = subprocess.run(command, capture_output=True, check=False, text=True)
-        found = [line.rpartition(": ") for line in result.stdout.splitlines()]
-        known = {
-            path.rpartition("/")[2]
-            for owner, _, path in found
-            if re.split("[:,]", owner)[0] in packages
-        }
+        command = ["dpkg-query", "--listfiles", *packages]
+        result = subprocess.run(command, capture_output=True, check=True, text=True)
+        known = {path.rpartition("/")[2] for path in result.stdout.splitlines()}
         self.assertEqual({*names} - known, set())
         self.assertIn("qt6-translations-l10n", packages)
         self.assertIn("LGPL-3", {path.name for path in licences.iterdir()})
