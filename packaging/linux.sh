@@ -74,9 +74,9 @@ gather_licences() {
         text="/usr/share/doc/$package/copyright"
         [ -e "$text" ] || die "$package has no licence at $text"
         cp "$text" "$folder/$package.txt"
-        # shellcheck disable=SC2016
-        dpkg-query -W -f '${source:Package} ${source:Version}\n' "$package"
-    done | LC_ALL=C sort -u
+    done
+    # shellcheck disable=SC2016,SC2086
+    dpkg-query -W -f '${source:Package} ${source:Version}\n' $packages | LC_ALL=C sort -u
 }
 
 # offer_sources SOURCES: what their licences want to be said; SOURCES are lines of name and version
