@@ -57,7 +57,13 @@ void FakeBrew::remove() const {
 }
 
 QByteArray FakeBrew::print(const QByteArray& bytes) const {
-    // A file of bytes needs no quoting.
+    constexpr qsizetype longest = 4096;
+    if (bytes.size() < longest && !bytes.contains('\0')) {
+        // What the shell does without another program.
+        QByteArray quoted = bytes;
+        return "printf '%s' '" + quoted.replace('\'', "'\\''") + "'\n";
+    }
+    // A file of bytes needs no quoting, and is not read by every run.
     const QString file = m_folder.filePath(u"printed-%1"_s.arg(m_printed++));
     writeFile(file, bytes);
     return "cat " + file.toUtf8() + '\n';
