@@ -109,8 +109,7 @@ void AccessibilityTest::namesEverythingThatTakesTheFocus_data() {
 void AccessibilityTest::namesEverythingThatTakesTheFocus() {
     QFETCH(const AppScene*, scene);
     QFETCH(Lang, lang);
-    AppWindow app;
-    LangManager::shared().setCurrent(lang);
+    AppWindow app(lang);
     app.showLoaded();
     AppScene::fill(app);
     scene->enter(app);

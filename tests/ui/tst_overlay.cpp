@@ -260,8 +260,7 @@ void OverlayTest::speaksTheLanguage_data() {
 void OverlayTest::speaksTheLanguage() {
     QFETCH(Lang, lang);
     QFETCH(QString, text);
-    AppWindow app;
-    LangManager::shared().setCurrent(lang);
+    AppWindow app(lang);
     app.showLoaded();
     QCOMPARE(require<QLabel>(showOverlay(app, {}), u"runningLabel"_s).text(), text);
 }

@@ -130,8 +130,7 @@ void SidebarTest::listsThemInThreeSections_data() {
 void SidebarTest::listsThemInThreeSections() {
     QFETCH(Lang, lang);
     QFETCH(QStringList, titles);
-    AppWindow app;
-    LangManager::shared().setCurrent(lang);
+    AppWindow app(lang);
     app.showLoaded();
     QCOMPARE(app.sidebar().titles(), titles);
 }

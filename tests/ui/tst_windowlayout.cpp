@@ -102,8 +102,7 @@ void WindowLayoutTest::hasRoomForEverything() {
     QFETCH(QSize, size);
     QFETCH(Lang, lang);
     QFETCH(const AppScene*, scene);
-    AppWindow app;
-    LangManager::shared().setCurrent(lang);
+    AppWindow app(lang);
     app.window.resize(size);
     app.showLoaded();
     AppScene::fill(app);
@@ -262,8 +261,7 @@ void WindowLayoutTest::keepsTheMenuButtonOffTheSidebar_data() {
 void WindowLayoutTest::keepsTheMenuButtonOffTheSidebar() {
     QFETCH(QSize, size);
     QFETCH(Lang, lang);
-    AppWindow app;
-    LangManager::shared().setCurrent(lang);
+    AppWindow app(lang);
     app.window.resize(size);
     app.showLoaded();
     AppScene::fill(app);

@@ -28,3 +28,9 @@ void AppWindow::waitUntilLoaded() {
 void AppWindow::choose(SidebarCategory category) const {
     sidebar().click(category);
 }
+
+LangManager& AppWindow::speaking(Lang lang) {
+    LangManager& languages = LangManager::shared();
+    languages.setCurrent(lang);
+    return languages;
+}

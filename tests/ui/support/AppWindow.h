@@ -9,13 +9,13 @@
 #include "shell/ContentView.h"
 #include "shell/MainWindow.h"
 
-/// The application's window over a manager and a brew of its own, in English at first.
+/// The application's window over a manager and a brew of its own.
 struct AppWindow {
-    AppWindow() { LangManager::shared().setCurrent(Lang::en); }
+    explicit AppWindow(Lang lang = Lang::en) : window(manager, speaking(lang), {}) {}
 
     ScriptedBrew brew;
     BrewManager manager{brew.discovery()};
-    MainWindow window{manager, LangManager::shared(), {}};
+    MainWindow window;
 
     /// Shows the window and waits until it can be seen; its first refresh is under way then.
     void show();
@@ -28,4 +28,8 @@ struct AppWindow {
     [[nodiscard]] PageDriver page() const { return PageDriver(window); }
 
     [[nodiscard]] SidebarDriver sidebar() const { return SidebarDriver(window); }
+
+private:
+    /// Before there is a window, which would be made anew.
+    [[nodiscard]] static LangManager& speaking(Lang lang);
 };
