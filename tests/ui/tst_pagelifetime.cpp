@@ -291,6 +291,8 @@ private Q_SLOTS:
 void PageLifetimeTest::initTestCase() {
     // Windows come and go here; none of them is the last one.
     QApplication::setQuitOnLastWindowClosed(false);
+    // An alert takes no press before it has passed.
+    QApplication::setDoubleClickInterval(10);
 }
 
 void PageLifetimeTest::cleanup() {
