@@ -42,7 +42,7 @@ UpdateScene::UpdateScene(ReleaseServer& server, RecordedAlerts::Answer answer)
 }
 
 UpdateScene::~UpdateScene() {
-    qunsetenv("TMPDIR");
+    qputenv("TMPDIR", m_temporaryFolderBefore);
 }
 
 void UpdateScene::offerArchive(const QString& kind, const QString& version) {

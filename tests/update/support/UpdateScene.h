@@ -71,6 +71,7 @@ public:
 
 private:
     OwnPgrep m_pgrep;
+    QByteArray m_temporaryFolderBefore{qgetenv("TMPDIR")};
     /// With a name that has to be quoted and encoded on its way into the script.
     QTemporaryDir m_folder{QDir::tempPath() + QStringLiteral("/it updates 갱신 XXXXXX")};
     ReleaseServer& m_server;
