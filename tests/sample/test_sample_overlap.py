@@ -137,7 +137,7 @@ class SideBySide(SampleTest):
         self.assertIn("all/done", self.prefix.run("tap").out.split())
 
     def test_readers_see_whole_states_while_others_write(self) -> None:
-        self.prefix.misbehave(install={"pace": 3})
+        self.prefix.misbehave(install={"pace": 1.5})
         writers = [self.prefix.start("install", name) for name in ("imagemagick", "vim")]
         counts = []
         while any(writer.poll() is None for writer in writers):
