@@ -117,11 +117,17 @@ bool RowListView::isSelected(const QModelIndex& index) const {
     return m_selectedId && RowModel::isRow(index) && m_model.row(index).id == *m_selectedId;
 }
 
+void RowListView::updateRow(const QModelIndex& index) {
+    // An edge that lies within a pixel of the display, as at 125 %, is painted with both sides.
+    if (index.isValid())
+        viewport()->update(visualRect(index).adjusted(0, -1, 0, 1));
+}
+
 /// Paints the selected row anew, and the one above for the line between them.
 void RowListView::updateSelected() {
     for (const QModelIndex& index : indexesInSight()) {
         if (isSelected(index) || isSelected(index.siblingAtRow(index.row() + 1)))
-            update(index);
+            updateRow(index);
     }
 }
 
@@ -231,7 +237,7 @@ void RowListView::stepThroughActions(Qt::Key key) {
         m_currentAction.reset();
     else if (place < actions.size())
         m_currentAction = place;
-    update(currentIndex());
+    updateRow(currentIndex());
     tellFocus();
 }
 
@@ -277,7 +283,7 @@ void RowListView::mousePressEvent(QMouseEvent* event) {
     m_currentAction.reset();
     // What was pressed stays below the pointer until it is released.
     setCurrentInPlace(target.row);
-    update(target.row);
+    updateRow(target.row);
 }
 
 void RowListView::mouseMoveEvent(QMouseEvent* event) {
@@ -286,7 +292,7 @@ void RowListView::mouseMoveEvent(QMouseEvent* event) {
 
 void RowListView::mouseReleaseEvent(QMouseEvent* event) {
     const Target pressed = std::exchange(m_pressed, {});
-    update(pressed.row);
+    updateRow(pressed.row);
     if (event->button() == Qt::LeftButton && pressed == targetAt(event->position().toPoint()))
         activate(pressed);
 }
@@ -294,9 +300,9 @@ void RowListView::mouseReleaseEvent(QMouseEvent* event) {
 void RowListView::setHovered(const Target& target) {
     if (target == m_hovered)
         return;
-    update(m_hovered.row);
+    updateRow(m_hovered.row);
     m_hovered = target;
-    update(m_hovered.row);
+    updateRow(m_hovered.row);
 }
 
 void RowListView::contextMenuEvent(QContextMenuEvent* event) {
@@ -351,12 +357,14 @@ void RowListView::focusInEvent(QFocusEvent* event) {
 
 void RowListView::focusOutEvent(QFocusEvent*) {
     // The toolkit would paint all rows anew, but the current one alone shows who has the focus.
-    update(currentIndex());
+    updateRow(currentIndex());
 }
 
 void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     m_currentAction.reset();
     QListView::currentChanged(current, previous);
+    updateRow(previous);
+    updateRow(current);
 }
 
 QModelIndex RowListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

@@ -98,6 +98,7 @@ private:
     void showToolTip(const QPoint& globalPosition, const QPoint& position);
     [[nodiscard]] RowState stateOf(const QModelIndex& index) const;
     [[nodiscard]] bool isSelected(const QModelIndex& index) const;
+    void updateRow(const QModelIndex& index);
     void updateSelected();
     [[nodiscard]] QModelIndexList indexesInSight() const;
     /// Where some are to be seen.

@@ -5,8 +5,7 @@
 #include <QScreen>
 #include <QWidget>
 
-/// What the display has of a widget, rather than what it would paint if it were asked.
-[[nodiscard]] inline QImage shown(const QWidget& widget) {
-    const QRect area(widget.mapTo(widget.window(), QPoint()), widget.size());
-    return widget.screen()->grabWindow(widget.window()->winId()).toImage().copy(area);
+/// What the display has of a window, rather than what it would paint if it were asked.
+[[nodiscard]] inline QImage shown(const QWidget& window) {
+    return window.screen()->grabWindow(window.winId()).toImage();
 }
