@@ -57,7 +57,7 @@ public:
     /// The bytes have to outlive this.
     QString shared(std::string_view utf8) {
         Entry& entry = m_entries[std::hash<std::string_view>()(utf8) % m_entries.size()];
-        if (entry.utf8 != utf8)
+        if (entry.text.isNull() || entry.utf8 != utf8)
             entry = {.utf8 = utf8, .text = text(utf8)};
         return entry.text;
     }

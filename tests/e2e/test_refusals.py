@@ -19,7 +19,11 @@ class Refusals(test_operations.OperationsTest):
 
     def setUp(self) -> None:
         if self.serving is None:
-            super().setUp()
+            try:
+                super().setUp()
+            except Exception:
+                self.stop_serving()
+                raise
             type(self).serving = self
         else:
             self.app = self._application = self.serving.app
@@ -29,9 +33,16 @@ class Refusals(test_operations.OperationsTest):
         self.addClassCleanup(step)
 
     def keep_evidence(self) -> None:
-        super().keep_evidence()
+        try:
+            super().keep_evidence()
+        finally:
+            self.stop_serving()
+
+    def stop_serving(self) -> None:
+        """What has failed may have left anything behind."""
         type(self).serving = None
-        self.app.stop()
+        if self._application:
+            self._application.stop()
 
     def install(self, name: str) -> None:
         self.app.choose_category("Search")

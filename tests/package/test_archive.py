@@ -166,7 +166,9 @@ class ReleaseArchive(DesktopTest):
         (build / "CMakeCache.txt").write_text(cache)
         self.assertLessEqual(given.items(), addresses(build).items())
         command = [PACKAGE, "--build-dir", build, "--output", self.desk.folder / "nothing"]
-        notes = subprocess.run(command, capture_output=True, check=False, text=True).stderr
+        packing = subprocess.run(command, capture_output=True, check=False, text=True)
+        self.assertNotEqual(packing.returncode, 0)
+        notes = packing.stderr
         self.assert_names_the_unset(notes, addresses(build))
         self.assertEqual(notes.count(" is not set: "), 2)
 

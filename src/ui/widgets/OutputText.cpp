@@ -21,8 +21,8 @@ namespace {
 
 constexpr double lineHeight = 1.45;
 
-/// What surely has a place of its own in a row: blanks hang over its end, and marks stand above
-/// others.
+/// What has a place of its own in a row, as wide as any in a monospaced typeface: blanks hang over
+/// its end, and marks stand above others.
 bool isLetter(QChar character) {
     return character > u' ' && character <= u'~';
 }

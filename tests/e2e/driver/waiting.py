@@ -13,6 +13,7 @@ T = TypeVar("T")
 PATIENCE = 20.0
 _INTERVAL = 0.04
 _LATENESS = 0.15
+_LONGEST_INTERVAL = 0.5
 
 
 class NotHappened(AssertionError):
@@ -37,4 +38,5 @@ def wait_until(
             described = what if isinstance(what, str) else what()
             raise NotHappened(f"not within {patience:g} s: {described}")
         # Looking takes the processor from what is waited for: what takes long is seen a bit late.
-        pause(max(_INTERVAL, now - asked, (now - begun) * _LATENESS))
+        late = min(_LONGEST_INTERVAL, (now - begun) * _LATENESS)
+        pause(max(_INTERVAL, now - asked, late))

@@ -42,7 +42,10 @@ UpdateScene::UpdateScene(ReleaseServer& server, RecordedAlerts::Answer answer)
 }
 
 UpdateScene::~UpdateScene() {
-    qputenv("TMPDIR", m_temporaryFolderBefore);
+    if (m_temporaryFolderBefore.isNull())
+        qunsetenv("TMPDIR");
+    else
+        qputenv("TMPDIR", m_temporaryFolderBefore);
 }
 
 void UpdateScene::offerArchive(const QString& kind, const QString& version) {
