@@ -24,6 +24,14 @@ class OperationsTest(DesktopTest):
         """A strip is named after what it says, for those who hear it."""
         return self.app.find(re.compile(told), role="notification")
 
+    def uninstall(self, formula: str) -> None:
+        self.app.choose_category("Formulae")
+        self.app.click(self.app.find("Filter formulae", role="text"))
+        self.app.type(formula)
+        self.app.find("Formulae (1)", role="label")
+        self.app.click_row_action(formula)
+        self.app.answer("Uninstall")
+
     def press_in(self, strip: Node, button: str) -> None:
         (found,) = strip.find_all(button, role="push button")
         self.app.click(found)
@@ -51,13 +59,9 @@ class Operations(OperationsTest):
         subprocess.run([self.prefix.brew, *words], check=True, capture_output=True)
 
     def test_what_has_gone_is_not_uninstalled(self) -> None:
-        self.behind_its_back("uninstall", "tree")
-        self.app.choose_category("Formulae")
-        self.app.click(self.app.find("Filter formulae", role="text"))
-        self.app.type("tree")
-        self.app.click_row_action("tree")
-        self.app.answer("Uninstall")
-        self.assert_tells(r"^Failed to uninstall tree — Error: No such keg: ", "No such keg")
+        self.behind_its_back("uninstall", "skhd")
+        self.uninstall("skhd")
+        self.assert_tells(r"^Failed to uninstall skhd — Error: No such keg: ", "No such keg")
 
     def test_a_cask_that_has_gone_is_not_uninstalled(self) -> None:
         self.behind_its_back("uninstall", "--cask", "gimp")

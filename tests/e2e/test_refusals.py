@@ -62,12 +62,7 @@ class Refusals(test_operations.OperationsTest):
         )
 
     def test_what_others_need_is_not_uninstalled(self) -> None:
-        self.app.choose_category("Formulae")
-        self.app.click(self.app.find("Filter formulae", role="text"))
-        self.app.type("libpng")
-        self.app.find("Formulae (1)", role="label")
-        self.app.click_row_action("libpng")
-        self.app.answer("Uninstall")
+        self.uninstall("libpng")
         self.assert_tells(
             r"^Failed to uninstall libpng — Error: Refusing to uninstall ",
             "because it is required by",
