@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ChangedVariable.h"
 #include "FreshHome.h"
 #include "UpdateScene.h"
 
@@ -13,7 +14,6 @@ class EncryptionTest final : public QObject {
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanup();
     void takesAnErrorForAFailedCheck();
     void takesAnErrorForAFailedDownload();
     void installsFromATrustedServer();
@@ -34,10 +34,6 @@ void EncryptionTest::initTestCase() {
     if (QStandardPaths::findExecutable(u"openssl"_s).isEmpty())
         QSKIP("openssl makes the certificates of this test, and it is not installed");
     m_server.emplace(ReleaseServer::Transport::Encrypted);
-}
-
-void EncryptionTest::cleanup() {
-    qunsetenv(trusted);
 }
 
 void EncryptionTest::takesAnErrorForAFailedCheck() {
@@ -70,7 +66,7 @@ void EncryptionTest::takesAnErrorForAFailedDownload() {
 void EncryptionTest::installsFromATrustedServer() {
     UpdateScene scene(*m_server);
     scene.offerArchive();
-    qputenv(trusted, m_server->certificatePath().toUtf8());
+    const ChangedVariable certificate(trusted, m_server->certificatePath().toUtf8());
     scene.updater().checkForUpdatesManually();
     QTRY_VERIFY2_WITH_TIMEOUT(scene.isSwapDone(), scene.description(), UpdateScene::patience);
 }
@@ -80,7 +76,7 @@ void EncryptionTest::neverGivesUpEncryption() {
     ReleaseServer plain;
     UpdateScene scene(*m_server);
     scene.offerArchive();
-    qputenv(trusted, m_server->certificatePath().toUtf8());
+    const ChangedVariable certificate(trusted, m_server->certificatePath().toUtf8());
     plain.answer(u"/archive.tar.gz"_s, {{u"file"_s, scene.servedArchive()}});
     scene.server().redirect(u"/archive.tar.gz"_s, plain.address() + u"/archive.tar.gz"_s);
     scene.updater().checkForUpdatesManually();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ChangedVariable.h"
 #include "FreshHome.h"
 #include "UpdateScene.h"
 #include "UpdateScript.h"
@@ -342,8 +343,8 @@ void InstallationTest::startsNoScriptOnceTheApplicationHasEnded() {
     file.write("#!/bin/sh\nuntil [ -e " + gate.toUtf8() + " ]; do sleep 0.01; done\n");
     file.close();
     QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
-    qputenv("TAR_OPTIONS", "--checkpoint=1 --checkpoint-action=exec=" + hold.toUtf8());
-    const auto restore = qScopeGuard([] { qunsetenv("TAR_OPTIONS"); });
+    const ChangedVariable options("TAR_OPTIONS",
+                                  "--checkpoint=1 --checkpoint-action=exec=" + hold.toUtf8());
     RecordedAlerts alerts(RecordedAlerts::Answer::UpdateNow);
     std::optional<AutoUpdater> updater;
     updater.emplace(m_server.source(), ApplicationBundle(scene.bundle().path()), alerts);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ChangedVariable.h"
 #include "RunTool.h"
 #include "UpdateFailure.h"
 
@@ -72,12 +73,10 @@ void RunToolTest::waitsForTheToolWhateverItsStatus() {
 
 void RunToolTest::looksForAToolElsewhere() {
     makeTool(u"unlikely-tool"_s, "#!/bin/sh\necho \"$@\" > \"$0.arguments\"\n");
-    const QByteArray before = qgetenv("PATH");
-    qputenv("PATH", m_folder.path().toUtf8() + ':' + before);
+    const ChangedVariable searchPath("PATH", m_folder.path().toUtf8() + ':' + qgetenv("PATH"));
     QString end;
     note(u"/nowhere/unlikely-tool"_s, {u"one"_s, u"two three"_s}, &end);
     QTRY_COMPARE(end, u"done"_s);
-    qputenv("PATH", before);
     QFile arguments(path(u"unlikely-tool.arguments"_s));
     QVERIFY(arguments.open(QIODevice::ReadOnly));
     QCOMPARE(arguments.readAll(), "one two three\n");

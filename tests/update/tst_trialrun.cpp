@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ChangedVariable.h"
 #include "TrialRun.h"
 
 #include <QFile>
@@ -112,13 +113,11 @@ void TrialRunTest::endsWhatHangs() {
 }
 
 void TrialRunTest::asksWithoutADisplay() {
-    qputenv("DISPLAY", ":0");
-    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    const ChangedVariable display("DISPLAY", ":0");
+    const ChangedVariable waylandDisplay("WAYLAND_DISPLAY", "wayland-0");
     std::optional<bool> result;
     note(program("#!/bin/sh\n[ -z \"$DISPLAY$WAYLAND_DISPLAY\" ] && echo Lumora 0.2.0\n"), patience,
          &result);
-    qunsetenv("DISPLAY");
-    qunsetenv("WAYLAND_DISPLAY");
     QTRY_VERIFY_WITH_TIMEOUT(result, 60'000);
     QVERIFY(*result);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ChangedVariable.h"
 #include "FreshHome.h"
 #include "Shortage.h"
 #include "UpdateScene.h"
@@ -380,9 +381,7 @@ void UpdateFaultsTest::reportsAToolThatIsMissing() {
         if (other != tool)
             QVERIFY(QFile::link(QStandardPaths::findExecutable(other), tools + u'/' + other));
     }
-    const QByteArray before = qgetenv("PATH");
-    qputenv("PATH", tools.toUtf8());
-    const auto restore = qScopeGuard([&before] { qputenv("PATH", before); });
+    const ChangedVariable searchPath("PATH", tools.toUtf8());
     scene.updater().checkForUpdatesManually();
     QTRY_VERIFY_WITH_TIMEOUT(scene.alerts().shown().size() == 2 || scene.isAskedToEnd(),
                              UpdateScene::patience);
@@ -421,9 +420,7 @@ void UpdateFaultsTest::reportsThatNoProgramMayBeRunAnywhere() {
     const NoProgramsFolder elsewhere(cache);
     if (!temporary.isInPlace() || !elsewhere.isInPlace())
         QSKIP("Nobody may mount a folder here.");
-    const QByteArray before = qgetenv("XDG_CACHE_HOME");
-    qputenv("XDG_CACHE_HOME", cache.toUtf8());
-    const auto restore = qScopeGuard([&before] { qputenv("XDG_CACHE_HOME", before); });
+    const ChangedVariable caches("XDG_CACHE_HOME", cache.toUtf8());
     verifyFailure(scene, u"/cache/lumora-\\d+: no program may be run there\\.$"_s);
     QCOMPARE(m_server.requestsFor(u"/archive.tar.gz"_s), 0);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ChangedVariable.h"
 #include "Shortage.h"
 #include "UpdateFailure.h"
 #include "UpdateFiles.h"
@@ -63,9 +64,8 @@ void UpdateFolderTest::cleanup() {
 }
 
 void UpdateFolderTest::liesInTheTemporaryDirectory() {
-    qputenv("TMPDIR", m_folder->path().toUtf8());
+    const ChangedVariable temporary("TMPDIR", m_folder->path().toUtf8());
     const QString path = UpdateFiles::prepareFolder();
-    qunsetenv("TMPDIR");
 #ifdef Q_OS_MACOS
     QCOMPARE(path, m_folder->path());
 #else

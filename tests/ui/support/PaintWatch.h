@@ -37,9 +37,8 @@ protected:
             ++m_count;
             m_ownArea |= painted;
         }
-        if (widget.window() == m_widget.window()) {
+        if (widget.window() == m_widget.window())
             m_area |= painted.translated(widget.mapTo(widget.window(), QPoint()));
-        }
         return false;
     }
 

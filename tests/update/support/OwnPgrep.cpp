@@ -15,9 +15,4 @@ OwnPgrep::OwnPgrep() {
     if (!file.open(QIODevice::WriteOnly) || file.write(script) != script.size() ||
         !file.setPermissions(QFile::ReadOwner | QFile::ExeOwner))
         qFatal("%s could not be written", qUtf8Printable(file.fileName()));
-    qputenv("PATH", m_folder.path().toUtf8() + ':' + m_pathBefore);
-}
-
-OwnPgrep::~OwnPgrep() {
-    qputenv("PATH", m_pathBefore);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ChangedVariable.h"
+
 #include <QTemporaryDir>
 
 /// A `pgrep` that comes first on the path for as long as this lives, and sees this process's
@@ -11,11 +13,8 @@
 class OwnPgrep final {
 public:
     OwnPgrep();
-    OwnPgrep(const OwnPgrep&) = delete;
-    OwnPgrep& operator=(const OwnPgrep&) = delete;
-    ~OwnPgrep();
 
 private:
     QTemporaryDir m_folder;
-    QByteArray m_pathBefore{qgetenv("PATH")};
+    ChangedVariable m_path{"PATH", m_folder.path().toUtf8() + ':' + qgetenv("PATH")};
 };

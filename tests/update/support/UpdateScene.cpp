@@ -36,16 +36,8 @@ UpdateScene::UpdateScene(ReleaseServer& server, RecordedAlerts::Answer answer)
     if (!precious.open(QIODevice::WriteOnly) || precious.write("precious\n") < 0)
         qFatal("The scene could not be set");
     precious.close();
-    qputenv("TMPDIR", temporaryFolder().toUtf8());
     m_bundleBefore = SampleBundle::snapshot(m_bundle.path());
     m_outsideBefore = SampleBundle::snapshot(outside());
-}
-
-UpdateScene::~UpdateScene() {
-    if (m_temporaryFolderBefore.isNull())
-        qunsetenv("TMPDIR");
-    else
-        qputenv("TMPDIR", m_temporaryFolderBefore);
 }
 
 void UpdateScene::offerArchive(const QString& kind, const QString& version) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "AutoUpdater.h"
+#include "ChangedVariable.h"
 #include "OwnPgrep.h"
 #include "RecordedAlerts.h"
 #include "ReleaseServer.h"
@@ -20,7 +21,6 @@ public:
     /// The server is reset.
     explicit UpdateScene(ReleaseServer& server,
                          RecordedAlerts::Answer answer = RecordedAlerts::Answer::UpdateNow);
-    ~UpdateScene();
 
     /// Packs the new bundle in one of the ways of make_archive.py and has it offered.
     void offerArchive(const QString& kind = QStringLiteral("honest"),
@@ -71,9 +71,9 @@ public:
 
 private:
     OwnPgrep m_pgrep;
-    QByteArray m_temporaryFolderBefore{qgetenv("TMPDIR")};
     /// With a name that has to be quoted and encoded on its way into the script.
     QTemporaryDir m_folder{QDir::tempPath() + QStringLiteral("/it updates 갱신 XXXXXX")};
+    ChangedVariable m_temporaryFolder{"TMPDIR", temporaryFolder().toUtf8()};
     ReleaseServer& m_server;
     RecordedAlerts m_alerts;
     SampleBundle m_bundle;
