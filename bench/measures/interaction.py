@@ -12,6 +12,7 @@ from .table import number, yes_or_no
 
 HALF_A_FRAME = 1000 / 60 / 2
 SIZES = (300, 8_000)
+TURNS = 5
 
 
 @dataclass(frozen=True)
@@ -51,9 +52,15 @@ def samples(setting: Setting, rows: int, *names: str) -> dict[str, list[float]]:
     return times
 
 
+def ninety_ninth(times: list[float]) -> float:
+    return quantiles(times, n=100, method="inclusive")[-1]
+
+
 def measure(setting: Setting) -> list[Interaction]:
-    return [
-        Interaction(name, rows, median(times), quantiles(times, n=100, method="inclusive")[-1])
-        for rows in SIZES
-        for name, times in samples(setting, rows).items()
-    ]
+    turns: dict[tuple[str, int], list[list[float]]] = {}
+    for _ in range(TURNS):
+        for rows in SIZES:
+            for name, times in samples(setting, rows).items():
+                turns.setdefault((name, rows), []).append(times)
+    return [Interaction(name, rows, median(map(median, each)), median(map(ninety_ninth, each)))
+            for (name, rows), each in turns.items()]
