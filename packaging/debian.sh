@@ -11,6 +11,7 @@ make_deb() {
         build package >&2
         build_dir="$root/build/package"
     fi
+    [ -d "$build_dir/icons" ] || die "there is no whole build in $build_dir"
     has dpkg-shlibdeps || die "dpkg-shlibdeps is missing: apt-get install dpkg-dev file"
     name_unset_addresses "$build_dir"
     stage=$(mktemp -d)

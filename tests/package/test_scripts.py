@@ -22,6 +22,17 @@ ONLY_ON_LINUX: dict[str, list[str]] = {
     "soak": [],
     "stumble": [],
 }
+# What can't be meant, and what is said to it.
+REFUSED: dict[tuple[str, ...], str] = {
+    ("run", "--screenshots", "/nonexistent/pictures", "--", "--version"):
+        "options for Lumora don't go with --screenshots: --version",
+    ("package", "--deb", "--sign-with", "KEY"):
+        "--sign-with signs the archive, and --deb makes none",
+    ("package", "--build-dir", "/nonexistent/build"):
+        "there is no Lumora.app in /nonexistent/build",
+    ("package", "--deb", "--build-dir", "/nonexistent/build"):
+        "there is no whole build in /nonexistent/build",
+}
 
 # macOS has 3.2.
 NEWER_BASH = re.compile(
@@ -87,7 +98,26 @@ class Portable(unittest.TestCase):
         self.verify_none_has(OTHER_TOOLS)
 
 
-class OnlyOnLinux(unittest.TestCase):
+class ScriptsTest(unittest.TestCase):
+    def verify_fails(
+        self, name: str, *arguments: str, error: str, environment: dict[str, str] | None = None
+    ) -> None:
+        with self.subTest(name, arguments=arguments):
+            command = [ROOT / "scripts" / name, *arguments]
+            result = subprocess.run(
+                command, capture_output=True, check=False, env=environment, text=True
+            )
+            self.assertEqual(result.stderr, f"error: {error}\n")
+            self.assertEqual((result.returncode, result.stdout), (1, ""))
+
+
+class Refused(ScriptsTest):
+    def test_it_is_said_before_anything_is_done(self) -> None:
+        for command, error in REFUSED.items():
+            self.verify_fails(*command, error=error)
+
+
+class OnlyOnLinux(ScriptsTest):
     def test_it_is_said_before_anything_is_done(self) -> None:
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
@@ -96,13 +126,9 @@ class OnlyOnLinux(unittest.TestCase):
         uname.chmod(0o700)
         environment = {**os.environ, "PATH": f"{folder.name}:{os.environ['PATH']}"}
         for name, arguments in ONLY_ON_LINUX.items():
-            with self.subTest(name):
-                command = [ROOT / "scripts" / name, *arguments]
-                result = subprocess.run(
-                    command, capture_output=True, check=False, env=environment, text=True
-                )
-                self.assertEqual(result.stderr, f"error: {name} runs on Linux only\n")
-                self.assertEqual((result.returncode, result.stdout), (1, ""))
+            self.verify_fails(
+                name, *arguments, error=f"{name} runs on Linux only", environment=environment
+            )
 
     def test_all_that_say_so_are_tried(self) -> None:
         names = {name for name, text in shell_scripts().items() if says_so(text)}
