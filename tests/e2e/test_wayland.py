@@ -54,7 +54,10 @@ class KeyboardDay(OnWayland, test_keyboard_day.KeyboardDay):
 class ScreenReaderDay(OnWayland, test_screen_reader_day.ScreenReaderDay):
     def test_everything_by_actions(self) -> None:
         super().test_everything_by_actions()
-        self.assertEqual(self.app.log.read_text(), "", "what it has complained of")
+        # Newer versions of Qt name what has gone before somebody asks for it, as a reader may.
+        complaints = [line for line in self.app.log.read_text().splitlines()
+                      if "Could not find accessible on path" not in line]
+        self.assertEqual(complaints, [])
 
 
 class Window(OnWayland):

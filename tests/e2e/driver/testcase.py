@@ -38,6 +38,7 @@ class DesktopTest(unittest.TestCase):
     desk: Desk
     application_class = Application
     prefix_options: tuple[str, ...] = ("--pace", "0")
+    maxDiff = None
 
     def __init__(self, method: str = "runTest") -> None:
         super().__init__(method)
