@@ -33,13 +33,19 @@ void addLooks() {
     QTest::addColumn<Lang>("lang");
 }
 
+QList<QSize> sizesIn(Lang lang) {
+    QList<QSize> sizes{{700, 450}, {900, 600}};
+    if (lang == Lang::en)
+        sizes.append(large);
+    return sizes;
+}
+
 template <class Add>
 void forAllLooks(Add add) {
-    for (const QSize size : {QSize(900, 600), QSize(700, 450)}) {
-        for (const Lang lang : allLangs)
+    for (const Lang lang : allLangs) {
+        for (const QSize size : sizesIn(lang))
             add(size, lang);
     }
-    add(large, Lang::en);
 }
 
 } // namespace
@@ -89,29 +95,34 @@ private Q_SLOTS:
 };
 
 void WindowLayoutTest::hasRoomForEverything_data() {
-    addLooks();
+    QTest::addColumn<Lang>("lang");
     QTest::addColumn<const AppScene*>("scene");
-    forAllLooks([](QSize size, Lang lang) {
+    for (const Lang lang : allLangs) {
         for (const AppScene& scene : AppScene::all())
-            QTest::addRow("%s, %d, %s", scene.name, size.width(), qUtf8Printable(rawValue(lang)))
-                << size << lang << &scene;
-    });
+            QTest::addRow("%s, %s", scene.name, qUtf8Printable(rawValue(lang))) << lang << &scene;
+    }
 }
 
 void WindowLayoutTest::hasRoomForEverything() {
-    QFETCH(QSize, size);
     QFETCH(Lang, lang);
     QFETCH(const AppScene*, scene);
     AppWindow app(lang);
-    app.window.resize(size);
+    app.window.resize(sizesIn(lang).constFirst());
     app.showLoaded();
     AppScene::fill(app);
     scene->enter(app);
-    QTRY_COMPARE(faults(app.window), QString());
-    QCOMPARE(app.window.size(), size);
     // The title of a page is cut only when a number is beyond all bounds.
-    const auto& title = require<ElidedLabel>(require<PageHeader>(app.window));
-    QCOMPARE(title.text(), title.fullText());
+    const auto cutTitle = [&app] {
+        const auto& title = require<ElidedLabel>(require<PageHeader>(app.window));
+        return title.text() == title.fullText() ? QString() : title.fullText();
+    };
+    // Most of what it takes is the window and what it loads.
+    for (const QSize size : sizesIn(lang)) {
+        app.window.resize(size);
+        const QString name = QString::number(size.width());
+        QTRY_COMPARE(name + faults(app.window) + cutTitle(), name);
+        QCOMPARE(app.window.size(), size);
+    }
 }
 
 void WindowLayoutTest::givesEveryPressItsRoom_data() {
