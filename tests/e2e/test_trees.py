@@ -113,12 +113,15 @@ class Trees(DesktopTest):
         wait_until(lambda: len(self.app.find_all(role="text")) == 2, "both have answered")
         self.compare("settings-with-outputs")
         self.app.press("ctrl+3")
+        start = self.prefix.runs()
         with self.prefix.holding_changes():
             (update,) = self.app.row("bat").children
             self.app.act(update)
             self.app.find(role="notification", name=re.compile("bat"))
             self.compare("running")
         self.wait_for_page("updates", 1)
+        # The load that follows isn't to fail, too.
+        self.prefix.wait_for_command("info --json=v2 --installed --formula", start)
         self.prefix.misbehave(every={"error": "No such luck", "status": 1})
         (update,) = self.app.row("keepassxc").children
         self.app.act(update)
