@@ -13,6 +13,7 @@ import unittest
 from pathlib import Path
 
 from elf import Elf
+from own_tool import environment_with
 
 SOURCE = Path(__file__).resolve().parents[2]
 BUILD = Path(os.environ["LUMORA_BUILD_DIR"])
@@ -107,13 +108,9 @@ class DebianPackage(unittest.TestCase):
 
     def test_it_is_the_same_every_time(self) -> None:
         # What it depends on is known, and takes longer to find out than all else.
-        tools = self.folder / "tools"
-        tools.mkdir()
-        asked = tools / "dpkg-shlibdeps"
         depends = self.field("Depends").removesuffix(", zsh").removeprefix("zsh, ")
-        asked.write_text(f"#!/bin/sh\necho 'shlibs:Depends={depends}'\n", encoding="utf-8")
-        asked.chmod(0o755)
-        environment = {**os.environ, "PATH": f"{tools}:{os.environ['PATH']}"}
+        answer = f"echo 'shlibs:Depends={depends}'"
+        environment = environment_with(self.folder / "tools", "dpkg-shlibdeps", answer)
         again = make_deb(self.folder / "again", environment)
         self.assertTrue(again.read_bytes() == self.package.read_bytes(), "other bytes")
 

@@ -3,12 +3,13 @@
 
 from __future__ import annotations
 
-import os
 import re
 import subprocess
 import tempfile
 import unittest
 from pathlib import Path
+
+from own_tool import environment_with
 
 ROOT = Path(__file__).resolve().parents[2]
 FOLDERS = ("scripts", "packaging", ".ci")
@@ -121,10 +122,7 @@ class OnlyOnLinux(ScriptsTest):
     def test_it_is_said_before_anything_is_done(self) -> None:
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        uname = Path(folder.name) / "uname"
-        uname.write_text("#!/bin/sh\necho Darwin\n")
-        uname.chmod(0o700)
-        environment = {**os.environ, "PATH": f"{folder.name}:{os.environ['PATH']}"}
+        environment = environment_with(Path(folder.name), "uname", "echo Darwin")
         for name, arguments in ONLY_ON_LINUX.items():
             self.verify_fails(
                 name, *arguments, error=f"{name} runs on Linux only", environment=environment
